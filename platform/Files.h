@@ -1,0 +1,25 @@
+#pragma once
+
+#include <array>
+#include <string>
+
+namespace platform {
+
+// Each returns false when the file cannot be read or written; data is then empty, the old file still whole.
+bool readFile(const std::string& path, std::string& data);
+bool writeFileAtomically(const std::string& path, const std::string& data);
+
+bool isDirectory(const std::string& path);
+
+// The folder for this process's own temporary files, without a slash at its end: made on first use, private
+// to the process and removed when it ends. Empty when none can be made.
+std::string temporaryDirectory();
+
+// The 32 bytes of Finder information of a file: type in the first four, creator in the next four.
+using FinderInfo = std::array<char, 32>;
+// A file that has none yet reads as zeros.
+FinderInfo finderInfo(const std::string& path);
+// Returns false where the file system keeps none.
+bool setFinderInfo(const std::string& path, const FinderInfo& info);
+
+}  // namespace platform

@@ -1,0 +1,11 @@
+#include "platform/ScreenSaverView.h"
+
+namespace platform {
+
+ScreenSaverView* ScreenSaverView::initWithFrame(const Rect& frame, bool isPreview) {
+    if (!View::initWithFrame(frame)) return nullptr;
+    mIsPreview = isPreview;
+    return this;
+}
+
+}  // namespace platform

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "platform/Geometry.h"
+
+namespace platform {
+
+class Canvas;
+class Window;
+
+// A rectangle in a tree of views, drawn from the root down and from the first subview to the last. A view
+// owns its subviews; a root belongs to whoever made it.
+class View {
+  public:
+    View() = default;
+    virtual ~View() = default;
+    View(const View&) = delete;
+    View& operator=(const View&) = delete;
+
+    // Returns this view, or null for a frame that is no rectangle (not finite, or of negative size).
+    View* initWithFrame(const Rect& frame);
+
+    const Rect& frame() const { return mFrame; }
+    Rect bounds() const { return {0, 0, mFrame.width, mFrame.height}; }
+    // Subviews keep their distance from every edge: they grow and shrink with this view.
+    void setFrame(const Rect& frame);
+
+    View* superview() const { return mSuperview; }
+    const std::vector<std::unique_ptr<View>>& subviews() const { return mSubviews; }
+    void addSubview(std::unique_ptr<View> view);
+
+    bool isHidden() const { return mHidden; }
+    void setHidden(bool hidden);
+
+    // Draws the part of the view inside rect on canvas().
+    virtual void drawRect(const Rect&) {}
+    // Told after the frame or the visibility of this view changed, for views that stand for something else.
+    virtual void frameChanged() {}
+
+    // The window that shows the tree, null when none does. Set at the root by the window, which outlives it
+    // there.
+    Window* window() const;
+    void setWindow(Window* window) { mWindow = window; }
+
+    // Lends a canvas for the time of a draw; null takes it back.
+    void setCanvas(Canvas* canvas) { mCanvas = canvas; }
+
+  protected:
+    // Where to draw. Valid only while the platform has lent one.
+    Canvas& canvas() { return *mCanvas; }
+
+  private:
+    Rect mFrame;
+    bool mHidden = false;
+    View* mSuperview = nullptr;
+    std::vector<std::unique_ptr<View>> mSubviews;
+    Window* mWindow = nullptr;
+    Canvas* mCanvas = nullptr;
+};
+
+}  // namespace platform
