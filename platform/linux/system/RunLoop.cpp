@@ -1,0 +1,33 @@
+#include "platform/linux/system/RunLoop.h"
+
+#include <glib.h>
+
+namespace platform {
+
+namespace {
+
+bool stopping = false;
+
+}  // namespace
+
+void RunLoop::run() {
+    runUntil([] { return false; });
+}
+
+void RunLoop::runUntil(const std::function<bool()>& done) {
+    while (!stopping && !done()) g_main_context_iteration(nullptr, true);
+}
+
+void RunLoop::pump() {
+    while (!stopping && g_main_context_iteration(nullptr, false)) {
+    }
+}
+
+void RunLoop::stop() {
+    stopping = true;
+    g_main_context_wakeup(nullptr);
+}
+
+bool RunLoop::isStopping() { return stopping; }
+
+}  // namespace platform
