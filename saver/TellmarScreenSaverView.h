@@ -26,6 +26,9 @@ class TellmarScreenSaverView : public platform::ScreenSaverView {
     void stopAnimation() override;
     void animateOneFrame() override;
 
+    // Reads the stored setting; a missing one or zero is replaced by the default and written back.
+    void getSaverDefaults();
+
     // The host is told that there is no sheet, although configureSheet has one.
     bool hasConfigureSheet() override;
     // Loaded by the first call and kept. Null when it cannot be loaded; the next call tries again.
@@ -47,7 +50,6 @@ class TellmarScreenSaverView : public platform::ScreenSaverView {
     void drawBlendingWebViews();
     void drawPreviewImage();
     void drawPreviewNotice();
-    void getSaverDefaults();
 
     std::string mBundleID;  // the name that the settings are stored under
     Mode mMode = Mode::Splash;
