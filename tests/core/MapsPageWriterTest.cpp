@@ -65,7 +65,7 @@ TEST_F(MapsPageWriterTest, FollowsAChangeOfZone) {
 }
 
 TEST_F(MapsPageWriterTest, WritesEnglishNamesWhateverTheLocale) {
-    std::setlocale(LC_TIME, "de_DE.UTF-8");
+    if (!std::setlocale(LC_TIME, "de_DE.UTF-8")) GTEST_SKIP() << "This machine has no German locale";
     EXPECT_EQ(local("2009-12-01T01:00:00 +0000"), "Tue, 01. December 2009 14:00:00");
     std::setlocale(LC_TIME, "C");
 }
