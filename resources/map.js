@@ -8,8 +8,10 @@ var nan = NaN;
 var inf = Infinity;
 
 const HIDDEN_EDGE = 10;  // CSS pixels at the left and at the top that lie outside the screen
+const SMALLEST_LABELLED_GRID = 260;  // CSS pixels of the smaller side
 const UNITS_PER_DEGREE = 10000;
 const WHOLE_REGION = {west: 165, south: -50, east: 186, north: -31};
+const EARTH_RADIUS = 6371;  // kilometres: nothing lies deeper
 const COLOURS = {
   seaNear: "#17384d",
   seaFar: "#0b1a26",
@@ -54,13 +56,17 @@ function depthInWords(depthText) {
   if (!match) {
     return known(depthText);
   }
+  if (Number(match[2]) > EARTH_RADIUS) {
+    return "";
+  }
   const kilometres = String(Math.round(Number(match[2]) * 10) / 10);
   return kilometres + (match[1] && kilometres !== "0" ? " km above sea level" : " km deep");
 }
 
 function degreesInWords(degrees, decimals, positive, negative) {
   const size = Math.abs(degrees).toFixed(decimals);
-  return size + "°" + (Number(size) === 0 ? "" : degrees < 0 ? " " + negative : " " + positive);
+  const onTheLine = Number(size) === 0 || Number(size) === 180;
+  return size + "°" + (onTheLine ? "" : degrees < 0 ? " " + negative : " " + positive);
 }
 
 function latitudeInWords(latitude, decimals) {
@@ -208,15 +214,20 @@ function drawMeridian(context, view, longitude) {
   const x = worldX(view, longitude) - view.left;
   drawLine(context, x, 0, x, view.height);
   context.textAlign = "left";
-  context.fillText(
-      longitudeInWords(((longitude % 360) + 360) % 360, 0), x + 2 * view.unit, HIDDEN_EDGE + 2 * view.unit);
+  drawLabel(context, view, longitudeInWords(((longitude % 360) + 360) % 360, 0), x + 2 * view.unit, HIDDEN_EDGE);
 }
 
 function drawParallel(context, view, latitude) {
   const y = worldY(view, latitude) - view.top;
   drawLine(context, 0, y, view.width, y);
   context.textAlign = "right";
-  context.fillText(latitudeInWords(latitude, 0), view.width - 2 * view.unit, y + 2 * view.unit);
+  drawLabel(context, view, latitudeInWords(latitude, 0), view.width - 2 * view.unit, y);
+}
+
+function drawLabel(context, view, text, x, lineY) {
+  if (Math.min(view.width, view.height) >= SMALLEST_LABELLED_GRID) {
+    context.fillText(text, x, lineY + 2 * view.unit);
+  }
 }
 
 function drawLine(context, x1, y1, x2, y2) {
