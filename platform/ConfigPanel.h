@@ -27,6 +27,8 @@ struct SheetConnections {
 // when it cannot be loaded.
 bool loadNibNamed(const std::string& name, const SheetConnections& owner);
 
+// Shows the sheet until it is ended.
+void runSheet(Panel* panel);
 // Ends the sheet's run and takes it off the screen.
 void endSheet(Panel* panel);
 

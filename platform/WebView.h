@@ -33,6 +33,7 @@ class WebView : public View {
     // WebViewProgressFinishedNotification. A page that cannot be read loads nothing and tells nothing.
     void loadRequest(const URLRequest& request);
 
+    void drawRect(const Rect& rect) override;
     void frameChanged() override;
 
     struct Backing;  // the desktop's side

@@ -1,0 +1,107 @@
+#include "host/SaverCommand.h"
+
+#include <gtk/gtk.h>
+
+#include <cstdio>
+#include <memory>
+#include <string>
+
+#include "host/AnimationTimer.h"
+#include "host/Options.h"
+#include "platform/ConfigPanel.h"
+#include "platform/linux/desktop/FadeLimit.h"
+#include "platform/linux/desktop/Window.h"
+#include "platform/linux/system/RunLoop.h"
+#include "platform/linux/system/Trace.h"
+#include "saver/TellmarScreenSaverView.h"
+
+using platform::RunLoop;
+using platform::Window;
+
+namespace {
+
+constexpr platform::Size kWindowSize{1280, 720};
+constexpr platform::Size kPreviewSize{565, 317};  // as the settings dialog of XScreenSaver has it
+
+bool openDisplay(bool forHostWindow) {
+    // A host's window is one of X11, also where a Wayland display is at hand.
+    if (forHostWindow) gdk_set_allowed_backends("x11");
+    // The pages stand still: drawn by the processor they take a third of the memory, and look the same
+    // everywhere.
+    g_setenv("WEBKIT_DISABLE_DMABUF_RENDERER", "1", FALSE);
+    gtk_disable_setlocale();
+    if (gtk_init_check(nullptr, nullptr)) return true;
+    std::fputs("tellmar: there is no display to draw on\n", stderr);
+    return false;
+}
+
+std::unique_ptr<Window> openWindow(const Options& options) {
+    if (options.hostWindow) return Window::embed(*options.hostWindow);
+    return Window::open(options.preview ? kPreviewSize : kWindowSize, options.fullscreen);
+}
+
+// The view in its window, and the ticks.
+class Saver {
+  public:
+    Saver(std::unique_ptr<Window> window, const Options& options)
+        : mWindow(std::move(window)),
+          mIsPreview(options.preview || (mWindow->isEmbedded() && mWindow->isThumbnail())),
+          mSpeed(options.speed) {}
+
+    bool start() {
+        auto view = std::make_unique<TellmarScreenSaverView>();
+        mView = view.get();
+        const platform::Size size = mWindow->size();
+        if (!view->initWithFrame({0, 0, size.width, size.height}, mIsPreview)) return false;
+        mWindow->setContentView(std::move(view));
+        mView->startAnimation();
+
+        const double interval = mView->animationTimeInterval() / mSpeed;
+        platform::setLongestFade(interval / 2);
+        mTimer = std::make_unique<AnimationTimer>(interval, [this] { tick(); });
+        if (mIsPreview) showPreview();
+        return true;
+    }
+
+  private:
+    void tick() {
+        if (!mView->isAnimating()) return;
+        platform::trace("tick " + std::to_string(++mTicks));
+        mWindow->tick();
+    }
+
+    // A preview is painted by its ticks alone: the first comes at once, and one with each new size.
+    void showPreview() {
+        tick();
+        mWindow->setResizeHandler([this] { tick(); });
+    }
+
+    std::unique_ptr<Window> mWindow;
+    bool mIsPreview;
+    double mSpeed;
+    TellmarScreenSaverView* mView = nullptr;  // owned by mWindow
+    std::unique_ptr<AnimationTimer> mTimer;
+    int mTicks = 0;
+};
+
+}  // namespace
+
+int runSaver(const Options& options) {
+    if (!openDisplay(options.hostWindow.has_value())) return 1;
+    std::unique_ptr<Window> window = openWindow(options);
+    if (!window) return 1;
+    Saver saver(std::move(window), options);
+    if (!saver.start()) return 1;
+    RunLoop::run();
+    return 0;
+}
+
+int runSettings() {
+    if (!openDisplay(false)) return 1;
+    TellmarScreenSaverView view;
+    view.getSaverDefaults();
+    platform::Panel* panel = view.configureSheet();
+    if (!panel) return 1;
+    platform::runSheet(panel);
+    return 0;
+}

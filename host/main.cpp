@@ -1,0 +1,62 @@
+#include <glib-unix.h>
+
+#include <clocale>
+#include <cstdio>
+#include <cstdlib>
+
+#include "host/ListCommand.h"
+#include "host/Options.h"
+#include "host/SaverCommand.h"
+#include "platform/linux/system/FeedSubstitute.h"
+#include "platform/linux/system/RunLoop.h"
+#include "platform/linux/system/Trace.h"
+
+namespace {
+
+gboolean stop(gpointer) {
+    platform::RunLoop::stop();
+    return G_SOURCE_CONTINUE;
+}
+
+void stopOnSignals() {
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) g_unix_signal_add(signal, stop, nullptr);
+}
+
+// A user is told and asked again; a saver that a host started goes on.
+bool acceptComplaints(const Options& options) {
+    for (const std::string& complaint : options.complaints)
+        std::fprintf(stderr, "tellmar: %s\n", complaint.c_str());
+    return options.complaints.empty() || options.hostWindow || std::getenv("XSCREENSAVER_WINDOW");
+}
+
+int run(const Options& options) {
+    switch (options.command) {
+        case Options::Command::List:
+            return listQuakes();
+        case Options::Command::Configure:
+            return runSettings();
+        default:
+            return runSaver(options);
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    // Words in the user's language, numbers always with a point: the page and the feed are written so.
+    std::setlocale(LC_ALL, "");
+    std::setlocale(LC_NUMERIC, "C");
+
+    const Options options = parseOptions({argv + 1, argv + argc}, std::getenv("XSCREENSAVER_WINDOW"));
+    if (options.command == Options::Command::Help) return std::fputs(kUsage, stdout) < 0;
+    if (options.command == Options::Command::Version) return std::puts("tellmar " TELLMAR_VERSION) < 0;
+    if (!acceptComplaints(options)) {
+        std::fputs("Try tellmar --help.\n", stderr);
+        return 2;
+    }
+
+    platform::setVerbose(options.verbose);
+    if (!options.feed.empty()) platform::setFeedSubstitute(options.feed);
+    stopOnSignals();
+    return run(options);
+}

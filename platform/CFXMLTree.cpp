@@ -1,0 +1,40 @@
+#include "platform/CFXMLTree.h"
+
+#include <new>
+#include <utility>
+
+void CFXMLTree::AppendChild(CFXMLTree* child) {
+    child->AddShare();
+    (mLastChild ? mLastChild->mNextSibling : mFirstChild) = child;
+    mLastChild = child;
+    ++mChildCount;
+}
+
+// A loop over those that nobody shares any more, chained through mNextSibling: however deep a tree is, the
+// stack is not.
+void CFXMLTree::Destroy() {
+    CFXMLTree* orphans = ReleaseChildren(nullptr);
+    delete this;
+    while (orphans) {
+        CFXMLTree* tree = orphans;
+        orphans = tree->ReleaseChildren(tree->mNextSibling);
+        delete tree;
+    }
+}
+
+// Gives up the share in every child. Returns the children without any other, in front of orphans.
+CFXMLTree* CFXMLTree::ReleaseChildren(CFXMLTree* orphans) {
+    for (CFXMLTree* child = mFirstChild; child;) {
+        CFXMLTree* next = std::exchange(child->mNextSibling, nullptr);
+        if (--child->mShares == 0) {
+            child->mNextSibling = orphans;
+            orphans = child;
+        }
+        child = next;
+    }
+    return orphans;
+}
+
+CFXMLTreeRef CFXMLTreeCreateWithNode(CFXMLNodeRef node) {
+    return CFXMLTreeRef(new (std::nothrow) CFXMLTree(std::move(node)));
+}

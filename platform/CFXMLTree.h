@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "platform/CFXMLNode.h"
+#include "platform/Shared.h"
+
+class CFXMLTree;
+using CFXMLTreeRef = Shared<CFXMLTree>;
+
+// A node and, in order, the trees under it. A tree has a share in each of its children, so a child lives on
+// when those who made it let it go.
+class CFXMLTree {
+  public:
+    explicit CFXMLTree(CFXMLNodeRef node) : mNode(std::move(node)) {}
+    CFXMLTree(const CFXMLTree&) = delete;
+    CFXMLTree& operator=(const CFXMLTree&) = delete;
+
+    const CFXMLNode* GetNode() const { return mNode.get(); }
+    std::size_t GetChildCount() const { return mChildCount; }
+    const CFXMLTree* GetFirstChild() const { return mFirstChild; }
+    const CFXMLTree* GetNextSibling() const { return mNextSibling; }
+
+    // child must not be part of another tree.
+    void AppendChild(CFXMLTree* child);
+
+    void AddShare() { ++mShares; }
+    void DropShare() {
+        if (--mShares == 0) Destroy();
+    }
+
+  private:
+    ~CFXMLTree() = default;
+
+    void Destroy();
+    CFXMLTree* ReleaseChildren(CFXMLTree* orphans);
+
+    std::uint32_t mShares = 0;
+    std::uint32_t mChildCount = 0;
+    CFXMLNodeRef mNode;
+    CFXMLTree* mFirstChild = nullptr;
+    CFXMLTree* mLastChild = nullptr;
+    CFXMLTree* mNextSibling = nullptr;
+};
+
+// A tree of this one node. Null when there is no memory for it.
+CFXMLTreeRef CFXMLTreeCreateWithNode(CFXMLNodeRef node);

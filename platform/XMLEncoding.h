@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+// How a document's bytes are encoded.
+struct XMLEncoding {
+    std::string name;
+    std::size_t markLength = 0;  // bytes of the byte order mark, 0 without one
+};
+
+// Goes by the byte order mark or else by the declaration; UTF-8 when there is neither.
+XMLEncoding detectXMLEncoding(std::string_view bytes);
+
+// Upper and lower case are the same in a name.
+bool isUTF8Name(std::string_view encodingName);
+
+}  // namespace platform

@@ -1,0 +1,58 @@
+#include "platform/Alert.h"
+
+#include <gtk/gtk.h>
+
+#include <csignal>
+#include <cstdio>
+
+#include "platform/linux/desktop/Window.h"
+#include "platform/linux/system/RunLoop.h"
+
+namespace platform {
+
+namespace {
+
+constexpr double kNoticeSeconds = 15;
+
+void showDialog(AlertType type, const std::string& text, const std::string& explanation) {
+    Window* owner = Window::current();
+    GtkWidget* dialog =
+        gtk_message_dialog_new(owner ? owner->gtkWindow() : nullptr, GTK_DIALOG_MODAL,
+                               type == AlertType::Caution ? GTK_MESSAGE_WARNING : GTK_MESSAGE_ERROR,
+                               GTK_BUTTONS_OK, "%s", text.c_str());
+    gtk_message_dialog_format_secondary_text(GTK_MESSAGE_DIALOG(dialog), "%s", explanation.c_str());
+    gtk_window_set_title(GTK_WINDOW(dialog), "Tellmar");
+    bool seen = false;
+    g_signal_connect_swapped(dialog, "response",
+                             G_CALLBACK(+[](gpointer flag) { *static_cast<bool*>(flag) = true; }), &seen);
+    gtk_widget_show_all(dialog);
+    RunLoop::runUntil([&] { return seen; });
+    gtk_widget_destroy(dialog);
+}
+
+}  // namespace
+
+void standardAlert(AlertType type, const std::string& text, const std::string& explanation) {
+    std::fprintf(stderr, "tellmar: %s\n%s", text.c_str(), explanation.c_str());
+    if (!gdk_display_get_default()) return;
+    Window* window = Window::current();
+    if (window && window->isEmbedded())
+        window->showNotice(text, explanation, kNoticeSeconds);
+    else
+        showDialog(type, text, explanation);
+}
+
+void beep() {
+    if (GdkDisplay* display = gdk_display_get_default()) gdk_display_beep(display);
+}
+
+void debugger() { std::raise(SIGTRAP); }
+
+void debugStr(const std::string& text) {
+    log(text);
+    debugger();
+}
+
+void log(const std::string& line) { std::fprintf(stderr, "tellmar: %s\n", line.c_str()); }
+
+}  // namespace platform

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cairo.h>
+
+#include <memory>
+#include <vector>
+
+#include "platform/Canvas.h"
+#include "platform/linux/desktop/Handles.h"
+
+namespace platform {
+
+struct Image {
+    SurfaceRef surface;
+};
+
+// A cairo context whose origin is the view's upper left corner, y growing downward, and the height that turns
+// the canvas's upward coordinates into it.
+struct Canvas::Backing {
+    cairo_t* cairo;  // owned by whoever draws
+    double height;
+    std::vector<std::unique_ptr<Image>> images;
+
+    double downward(double y) const { return height - y; }
+};
+
+inline std::unique_ptr<Canvas::Backing> makeCanvasBacking(cairo_t* cairo, double height) {
+    return std::make_unique<Canvas::Backing>(Canvas::Backing{cairo, height, {}});
+}
+
+}  // namespace platform

@@ -1,0 +1,46 @@
+#include "platform/ViewAnimation.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/View.h"
+#include "platform/linux/desktop/FadeLimit.h"
+#include "platform/linux/desktop/Window.h"
+
+namespace platform {
+
+namespace {
+
+double longestFade = 1e9;  // seconds
+
+void applyEffects(const std::vector<ViewAnimationDescription>& descriptions) {
+    for (const auto& each : descriptions) {
+        each.target->setHidden(each.effect == ViewAnimationEffect::FadeOut);
+        if (!(each.target->frame() == each.endFrame)) each.target->setFrame(each.endFrame);
+    }
+}
+
+}  // namespace
+
+void setLongestFade(double seconds) { longestFade = seconds; }
+
+ViewAnimation::ViewAnimation(std::vector<ViewAnimationDescription> descriptions)
+    : mDescriptions(std::move(descriptions)) {}
+
+ViewAnimation::~ViewAnimation() = default;
+
+void ViewAnimation::setAnimationBlockingMode(int mode) { mBlockingMode = mode; }
+
+void ViewAnimation::setDuration(double seconds) { mDuration = seconds; }
+
+void ViewAnimation::startAnimation() {
+    const auto apply = [this] { applyEffects(mDescriptions); };
+    Window* window = mDescriptions.empty() ? nullptr : mDescriptions.front().target->window();
+    if (!window) return apply();
+    window->crossFade(std::min(mDuration, longestFade), apply);
+}
+
+// A blocking animation is over when startAnimation returns.
+void ViewAnimation::stopAnimation() {}
+
+}  // namespace platform

@@ -1,0 +1,80 @@
+#include "platform/linux/desktop/WebContext.h"
+
+#include <cstring>
+#include <string>
+
+#include "platform/Bundle.h"
+#include "platform/Files.h"
+#include "platform/linux/desktop/Handles.h"
+
+namespace platform {
+
+namespace {
+
+constexpr char kScheme[] = "bundle";
+
+void refuse(WebKitURISchemeRequest* request, const std::string& name) {
+    GError* error =
+        g_error_new(G_FILE_ERROR, G_FILE_ERROR_NOENT, "The bundle has no resource %s", name.c_str());
+    webkit_uri_scheme_request_finish_error(request, error);
+    g_error_free(error);
+}
+
+GText mimeType(const std::string& path, const std::string& data) {
+    const GText type(g_content_type_guess(path.c_str(), reinterpret_cast<const guchar*>(data.data()),
+                                          data.size(), nullptr));
+    return GText(g_content_type_get_mime_type(type.get()));
+}
+
+// bundle:///NAME is the resource NAME.
+void serveResource(WebKitURISchemeRequest* request, gpointer) {
+    const char* path = webkit_uri_scheme_request_get_path(request);
+    const GText name(g_uri_unescape_string(path + std::strspn(path, "/"), nullptr));
+    std::string data;
+    const std::string file = name ? pathForResource(name.get()) : std::string();
+    if (file.empty() || !readFile(file, data)) return refuse(request, path);
+
+    ObjectRef<GInputStream> stream(g_memory_input_stream_new_from_data(
+        g_memdup2(data.data(), data.size()), static_cast<gssize>(data.size()), g_free));
+    webkit_uri_scheme_request_finish(request, stream.get(), static_cast<gint64>(data.size()),
+                                     mimeType(file, data).get());
+}
+
+// WebKit ends the whole program when its sandbox cannot start, so the sandbox's tools are tried before.
+bool sandboxWorks() {
+    if (!GText(g_find_program_in_path("xdg-dbus-proxy"))) return false;
+    const char* const command[] = {
+        "bwrap",         "--ro-bind",     "/",    "/",    "--proc", "/proc", "--dev", "/dev", "--unshare-pid",
+        "--unshare-net", "--unshare-uts", "true", nullptr};
+    int status = 1;
+    const bool ran = g_spawn_sync(nullptr, const_cast<char**>(command), nullptr,
+                                  static_cast<GSpawnFlags>(G_SPAWN_SEARCH_PATH | G_SPAWN_STDOUT_TO_DEV_NULL |
+                                                           G_SPAWN_STDERR_TO_DEV_NULL),
+                                  nullptr, nullptr, nullptr, nullptr, &status, nullptr);
+    return ran && g_spawn_check_wait_status(status, nullptr);
+}
+
+WebKitWebContext* makeContext() {
+    WebKitWebContext* context = webkit_web_context_new_ephemeral();
+    webkit_web_context_set_cache_model(context, WEBKIT_CACHE_MODEL_DOCUMENT_VIEWER);
+    webkit_web_context_set_sandbox_enabled(context, sandboxWorks());
+    webkit_web_context_register_uri_scheme(context, kScheme, serveResource, nullptr, nullptr);
+    WebKitSecurityManager* security = webkit_web_context_get_security_manager(context);
+    webkit_security_manager_register_uri_scheme_as_secure(security, kScheme);
+    webkit_security_manager_register_uri_scheme_as_cors_enabled(security, kScheme);
+    g_signal_connect(context, "download-started",
+                     G_CALLBACK(+[](WebKitWebContext*, WebKitDownload* download, gpointer) {
+                         webkit_download_cancel(download);
+                     }),
+                     nullptr);
+    return context;
+}
+
+}  // namespace
+
+WebKitWebContext* webContext() {
+    static WebKitWebContext* context = makeContext();
+    return context;
+}
+
+}  // namespace platform

@@ -1,0 +1,275 @@
+#include "platform/linux/desktop/Window.h"
+
+#include <cstdio>
+
+#include "platform/linux/desktop/CanvasBacking.h"
+#include "platform/linux/desktop/HostWindow.h"
+#include "platform/linux/desktop/NoticePanel.h"
+#include "platform/linux/desktop/ViewPainter.h"
+#include "platform/linux/system/RunLoop.h"
+#include "platform/linux/system/Trace.h"
+
+namespace platform {
+
+namespace {
+
+Window* currentWindow = nullptr;
+
+gboolean quitOnKey(GtkWidget*, GdkEventKey* event, gpointer) {
+    if (event->keyval == GDK_KEY_Escape || event->keyval == GDK_KEY_q) RunLoop::stop();
+    return FALSE;
+}
+
+void hideCursor(GtkWidget* widget) {
+    ObjectRef<GdkCursor> none(gdk_cursor_new_for_display(gtk_widget_get_display(widget), GDK_BLANK_CURSOR));
+    gdk_window_set_cursor(gtk_widget_get_window(widget), none.get());
+}
+
+// Without a window manager nothing makes a window full screen but its own size.
+void coverMonitor(GtkWindow* window) {
+    GdkDisplay* display = gdk_display_get_default();
+    GdkMonitor* monitor = gdk_display_get_primary_monitor(display);
+    if (!monitor) monitor = gdk_display_get_monitor(display, 0);
+    GdkRectangle area{0, 0, 1280, 720};
+    if (monitor) gdk_monitor_get_geometry(monitor, &area);
+    gtk_window_set_default_size(window, area.width, area.height);
+    gtk_window_move(window, area.x, area.y);
+    gtk_window_fullscreen(window);
+}
+
+}  // namespace
+
+// The content before and after a change, one blended over the other.
+struct Window::Fade {
+    SurfaceRef before, after;
+    Size size;
+    gint64 start = 0;  // microseconds; 0 until the first frame
+    double seconds;
+    double progress = 0;
+    int frames = 0;
+    bool isOver = false;
+
+    void advance(gint64 frameTime) {
+        if (start == 0) start = frameTime;
+        progress = seconds > 0 ? static_cast<double>(frameTime - start) / (seconds * G_USEC_PER_SEC) : 1;
+        ++frames;
+        if (progress >= 1) isOver = true;
+    }
+};
+
+std::unique_ptr<Window> Window::open(const Size& size, bool fullscreen) {
+    GtkWidget* topLevel = gtk_window_new(GTK_WINDOW_TOPLEVEL);
+    gtk_window_set_title(GTK_WINDOW(topLevel), "Tellmar");
+    gtk_window_set_default_size(GTK_WINDOW(topLevel), static_cast<int>(size.width),
+                                static_cast<int>(size.height));
+    if (fullscreen) coverMonitor(GTK_WINDOW(topLevel));
+    g_signal_connect(topLevel, "key-press-event", G_CALLBACK(quitOnKey), nullptr);
+
+    std::unique_ptr<Window> window(new Window(topLevel, false));
+    gtk_widget_show_all(topLevel);
+    if (fullscreen) hideCursor(topLevel);
+    window->waitUntilShown();
+    return window;
+}
+
+std::unique_ptr<Window> Window::embed(unsigned long hostWindow) {
+    ObjectRef<GdkWindow> host = findHostWindow(hostWindow);
+    if (!host) {
+        std::fprintf(stderr, "tellmar: there is no window 0x%lx\n", hostWindow);
+        return nullptr;
+    }
+    std::unique_ptr<Window> window(new Window(gtk_window_new(GTK_WINDOW_POPUP), true));
+    window->fillHost(host.get());
+    window->mHost = std::move(host);
+    window->waitUntilShown();
+    return window;
+}
+
+Window::Window(GtkWidget* topLevel, bool isEmbedded)
+    : mTopLevel(topLevel), mArea(gtk_drawing_area_new()), mIsEmbedded(isEmbedded) {
+    gtk_container_add(GTK_CONTAINER(mTopLevel), mArea);
+    connectSignals();
+    currentWindow = this;
+}
+
+Window::~Window() {
+    if (currentWindow == this) currentWindow = nullptr;
+    if (mHost) forgetHostWindow(mHost.get());
+    mRoot.reset();
+    if (mTopLevel) gtk_widget_destroy(mTopLevel);
+}
+
+void Window::connectSignals() {
+    g_signal_connect(mArea, "draw", G_CALLBACK(+[](GtkWidget*, cairo_t* cairo, gpointer self) -> gboolean {
+                         static_cast<Window*>(self)->draw(cairo);
+                         return TRUE;
+                     }),
+                     this);
+    g_signal_connect_swapped(mArea, "size-allocate",
+                             G_CALLBACK(+[](gpointer self) { static_cast<Window*>(self)->resized(); }), this);
+    g_signal_connect_swapped(mTopLevel, "destroy", G_CALLBACK(+[](gpointer self) {
+                                 static_cast<Window*>(self)->mTopLevel = nullptr;
+                                 RunLoop::stop();
+                             }),
+                             this);
+}
+
+// Makes the pop-up a child of the host's window that follows its size and leaves with it.
+void Window::fillHost(GdkWindow* host) {
+    gtk_widget_realize(mTopLevel);
+    GdkWindow* own = gtk_widget_get_window(mTopLevel);
+    gdk_window_reparent(own, host, 0, 0);
+    followHostWindow(host, [this](const Size& size) {
+        gtk_window_resize(GTK_WINDOW(mTopLevel), static_cast<int>(size.width), static_cast<int>(size.height));
+    });
+    gtk_widget_show_all(mTopLevel);
+    hideCursor(mTopLevel);
+}
+
+// The size is known, and the window black, once it has been drawn.
+void Window::waitUntilShown() {
+    const gint64 patience = g_get_monotonic_time() + G_USEC_PER_SEC;
+    const guint timer = g_timeout_add(
+        50, [](gpointer) -> gboolean { return G_SOURCE_CONTINUE; }, nullptr);
+    RunLoop::runUntil([&] { return mIsPainted || g_get_monotonic_time() > patience; });
+    g_source_remove(timer);
+}
+
+Window* Window::current() { return currentWindow; }
+
+Size Window::size() const {
+    return {static_cast<double>(gtk_widget_get_allocated_width(mArea)),
+            static_cast<double>(gtk_widget_get_allocated_height(mArea))};
+}
+
+bool Window::isThumbnail() const {
+    const Size screen = screenSize(gtk_widget_get_screen(mTopLevel));
+    return size().width < screen.width / 2 && size().height < screen.height / 2;
+}
+
+void Window::setContentView(std::unique_ptr<ScreenSaverView> root) {
+    mRoot = std::move(root);
+    mRoot->setWindow(this);
+    resized();
+}
+
+void Window::resized() {
+    const Size now = size();
+    if (!mRoot || mRoot->bounds().size() == now) return;
+    if (mFade) mFade->isOver = true;
+    mRoot->setFrame({0, 0, now.width, now.height});
+    mPreviewPainting.reset();
+    if (mResizeHandler) mResizeHandler();
+    setNeedsDisplay();
+}
+
+void Window::tick() {
+    if (!mRoot->isPreview()) return mRoot->animateOneFrame();
+    SurfaceRef painting(
+        gdk_window_create_similar_surface(gtk_widget_get_window(mArea), CAIRO_CONTENT_COLOR_ALPHA,
+                                          static_cast<int>(size().width), static_cast<int>(size().height)));
+    CairoRef cairo(cairo_create(painting.get()));
+    Canvas canvas(makeCanvasBacking(cairo.get(), size().height));
+    mRoot->setCanvas(&canvas);
+    mRoot->animateOneFrame();
+    mRoot->setCanvas(nullptr);
+    mPreviewPainting = std::move(painting);
+    setNeedsDisplay();
+}
+
+void Window::setNeedsDisplay() {
+    if (mTopLevel && !mFade) gtk_widget_queue_draw(mArea);
+}
+
+void Window::draw(cairo_t* cairo) {
+    mIsPainted = true;
+    if (!mFade || !mFade->after) {
+        drawContent(cairo);
+    } else {
+        cairo_set_source_surface(cairo, mFade->before.get(), 0, 0);
+        cairo_set_operator(cairo, CAIRO_OPERATOR_SOURCE);
+        cairo_paint(cairo);
+        cairo_set_source_surface(cairo, mFade->after.get(), 0, 0);
+        cairo_set_operator(cairo, CAIRO_OPERATOR_OVER);
+        cairo_paint_with_alpha(cairo, mFade->progress);
+    }
+    if (!mNotice.empty()) drawNoticePanel(cairo, size(), mNotice);
+}
+
+void Window::drawContent(cairo_t* cairo) {
+    cairo_set_source_rgb(cairo, 0, 0, 0);
+    cairo_paint(cairo);
+    if (mRoot) paintView(*mRoot, cairo);
+    if (!mPreviewPainting) return;
+    cairo_set_source_surface(cairo, mPreviewPainting.get(), 0, 0);
+    cairo_paint(cairo);
+}
+
+SurfaceRef Window::makeSurface() const {
+    const Size now = size();
+    return SurfaceRef(gdk_window_create_similar_surface(gtk_widget_get_window(mArea), CAIRO_CONTENT_COLOR,
+                                                        static_cast<int>(now.width),
+                                                        static_cast<int>(now.height)));
+}
+
+SurfaceRef Window::snapshot() {
+    SurfaceRef surface = makeSurface();
+    CairoRef cairo(cairo_create(surface.get()));
+    drawContent(cairo.get());
+    return surface;
+}
+
+void Window::crossFade(double seconds, const std::function<void()>& applyChange) {
+    if (!mTopLevel || !gtk_widget_get_mapped(mArea) || RunLoop::isStopping()) return applyChange();
+
+    mFade = std::make_unique<Fade>();
+    mFade->seconds = seconds;
+    mFade->before = snapshot();
+    applyChange();
+    mFade->after = snapshot();
+    const guint callback = gtk_widget_add_tick_callback(
+        mArea,
+        [](GtkWidget* area, GdkFrameClock* clock, gpointer fade) -> gboolean {
+            static_cast<Fade*>(fade)->advance(gdk_frame_clock_get_frame_time(clock));
+            gtk_widget_queue_draw(area);
+            return G_SOURCE_CONTINUE;
+        },
+        mFade.get(), nullptr);
+    // A window that is not shown any more gets no frames.
+    const guint deadline = g_timeout_add(
+        static_cast<guint>(seconds * 1000) + 500,
+        [](gpointer fade) -> gboolean {
+            static_cast<Fade*>(fade)->isOver = true;
+            return G_SOURCE_CONTINUE;
+        },
+        mFade.get());
+    RunLoop::runUntil([this] { return mFade->isOver || !mTopLevel; });
+    g_source_remove(deadline);
+    if (mTopLevel) gtk_widget_remove_tick_callback(mArea, callback);
+
+    char line[80];
+    std::snprintf(line, sizeof line, "fade: %.2f s, %d frames", seconds, mFade->frames);
+    trace(line);
+    mFade.reset();
+    setNeedsDisplay();
+}
+
+void Window::showNotice(const std::string& text, const std::string& explanation, double seconds) {
+    mNotice = text + "\n\n" + explanation;
+    if (mFade) mFade->isOver = true;
+    gtk_widget_queue_draw(mArea);
+    bool seen = false;
+    const guint timer = g_timeout_add(
+        static_cast<guint>(seconds * 1000),
+        [](gpointer flag) -> gboolean {
+            *static_cast<bool*>(flag) = true;
+            return G_SOURCE_CONTINUE;
+        },
+        &seen);
+    RunLoop::runUntil([&] { return seen || !mTopLevel; });
+    g_source_remove(timer);
+    mNotice.clear();
+    setNeedsDisplay();
+}
+
+}  // namespace platform

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <gtk/gtk.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/ScreenSaverView.h"
+#include "platform/linux/desktop/Handles.h"
+
+namespace platform {
+
+// A window that shows a tree of views and nothing of GTK's own: one of ours, or one inside a window that a
+// screen-saver host gave. Its end, by the user or the host, stops the main loop.
+class Window {
+  public:
+    // Each returns null when there is no such window to be had, with one line on stderr that says why.
+    static std::unique_ptr<Window> open(const Size& size, bool fullscreen);
+    static std::unique_ptr<Window> embed(unsigned long hostWindow);
+    ~Window();
+    Window(const Window&) = delete;
+    Window& operator=(const Window&) = delete;
+
+    // The window that alerts may use; null when there is none.
+    static Window* current();
+
+    Size size() const;
+    bool isEmbedded() const { return mIsEmbedded; }
+    // Smaller than half the screen both ways: a host's settings dialog shows such a window.
+    bool isThumbnail() const;
+
+    // Shows root and keeps it as large as the window.
+    void setContentView(std::unique_ptr<ScreenSaverView> root);
+    // Called after the window and its views changed their size.
+    void setResizeHandler(std::function<void()> handler) { mResizeHandler = std::move(handler); }
+
+    // Lets the root run one tick; what a preview paints meanwhile lies over its subviews from then on.
+    void tick();
+
+    void setNeedsDisplay();
+
+    // Shows the change that applyChange makes as a fade of so many seconds. Returns when it is over or given
+    // up.
+    void crossFade(double seconds, const std::function<void()>& applyChange);
+
+    // A panel with both texts, drawn over everything, for a while: for windows that no input reaches.
+    void showNotice(const std::string& text, const std::string& explanation, double seconds);
+
+    GtkWindow* gtkWindow() { return GTK_WINDOW(mTopLevel); }
+
+  private:
+    struct Fade;
+
+    Window(GtkWidget* topLevel, bool isEmbedded);
+    void connectSignals();
+    void fillHost(GdkWindow* host);
+    void waitUntilShown();
+    void resized();
+    void draw(cairo_t* cairo);
+    void drawContent(cairo_t* cairo);
+    SurfaceRef makeSurface() const;
+    SurfaceRef snapshot();
+
+    GtkWidget* mTopLevel;  // owned, destroyed with this
+    GtkWidget* mArea;      // owned by mTopLevel
+    ObjectRef<GdkWindow> mHost;
+    bool mIsEmbedded;
+    bool mIsPainted = false;
+    std::unique_ptr<ScreenSaverView> mRoot;
+    std::function<void()> mResizeHandler;
+    SurfaceRef mPreviewPainting;
+    std::unique_ptr<Fade> mFade;
+    std::string mNotice;
+};
+
+}  // namespace platform

@@ -1,0 +1,112 @@
+#include "platform/linux/system/HttpTransfer.h"
+
+#include <csignal>
+
+#include "platform/linux/system/RunLoop.h"
+
+namespace platform {
+
+namespace {
+
+constexpr long kHttpOK = 200;
+// How long an event of the main loop may have to wait for its turn.
+constexpr int kPollMilliseconds = 20;
+
+std::string userAgent() {
+    return std::string("Tellmar/" TELLMAR_VERSION " libcurl/") + curl_version_info(CURLVERSION_NOW)->version;
+}
+
+// curl, told to leave signals alone, can raise SIGPIPE on a TLS connection that the server has dropped.
+void ignoreBrokenPipes() { std::signal(SIGPIPE, SIG_IGN); }
+
+}  // namespace
+
+HttpTransfer::HttpTransfer(const std::string& url, const HttpLimits& limits)
+    : mLimits(limits), mEasy(curl_easy_init()), mMulti(curl_multi_init()) {
+    if (!mEasy || !mMulti) return;
+    ignoreBrokenPipes();
+    configure(url);
+    curl_multi_add_handle(mMulti, mEasy);
+}
+
+HttpTransfer::~HttpTransfer() {
+    if (mEasy && mMulti) curl_multi_remove_handle(mMulti, mEasy);
+    curl_easy_cleanup(mEasy);
+    curl_multi_cleanup(mMulti);
+}
+
+void HttpTransfer::configure(const std::string& url) {
+    curl_easy_setopt(mEasy, CURLOPT_URL, url.c_str());
+    curl_easy_setopt(mEasy, CURLOPT_PROTOCOLS_STR, "http,https");
+    curl_easy_setopt(mEasy, CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
+    curl_easy_setopt(mEasy, CURLOPT_FOLLOWLOCATION, 1L);
+    curl_easy_setopt(mEasy, CURLOPT_MAXREDIRS, mLimits.redirects);
+    curl_easy_setopt(mEasy, CURLOPT_ACCEPT_ENCODING, "gzip");
+    curl_easy_setopt(mEasy, CURLOPT_USERAGENT, userAgent().c_str());
+    curl_easy_setopt(mEasy, CURLOPT_CONNECTTIMEOUT_MS, mLimits.connectMilliseconds);
+    curl_easy_setopt(mEasy, CURLOPT_TIMEOUT_MS, mLimits.totalMilliseconds);
+    // Refuses by the announced length; what arrives all the same is counted in take.
+    curl_easy_setopt(mEasy, CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(mLimits.bytes));
+    curl_easy_setopt(mEasy, CURLOPT_NOSIGNAL, 1L);
+    // A name server that hangs must not delay the end of the process.
+    curl_easy_setopt(mEasy, CURLOPT_QUICK_EXIT, 1L);
+    curl_easy_setopt(mEasy, CURLOPT_ERRORBUFFER, mDetail.data());
+    curl_easy_setopt(mEasy, CURLOPT_WRITEFUNCTION, &HttpTransfer::onBytes);
+    curl_easy_setopt(mEasy, CURLOPT_WRITEDATA, this);
+}
+
+int HttpTransfer::run() {
+    const int error = judge(mEasy && mMulti ? perform() : CURLE_FAILED_INIT);
+    if (error != 0) mBody = {};
+    return error;
+}
+
+CURLcode HttpTransfer::perform() {
+    int running = 1;
+    while (!RunLoop::isStopping()) {
+        if (curl_multi_perform(mMulti, &running) != CURLM_OK) return CURLE_FAILED_INIT;
+        if (running == 0) return finishedWith();
+        RunLoop::pump();
+        curl_multi_poll(mMulti, nullptr, 0, kPollMilliseconds, nullptr);
+    }
+    return CURLE_ABORTED_BY_CALLBACK;
+}
+
+CURLcode HttpTransfer::finishedWith() {
+    int left = 0;
+    while (const CURLMsg* message = curl_multi_info_read(mMulti, &left))
+        if (message->msg == CURLMSG_DONE) return message->data.result;
+    return CURLE_FAILED_INIT;
+}
+
+// A status that is not 200 says more than the refusal of its body.
+int HttpTransfer::judge(CURLcode result) {
+    const bool answered = result == CURLE_OK || result == CURLE_WRITE_ERROR;
+    if (answered && status() != kHttpOK) {
+        mFailure = "HTTP status " + std::to_string(status());
+        return status() != 0 ? static_cast<int>(status()) : coreFoundationUnknownErr;
+    }
+    if (result == CURLE_OK) return 0;
+    mFailure = mDetail[0] != '\0' ? mDetail.data() : curl_easy_strerror(result);
+    return result;
+}
+
+long HttpTransfer::status() const {
+    long code = 0;
+    curl_easy_getinfo(mEasy, CURLINFO_RESPONSE_CODE, &code);
+    return code;
+}
+
+bool HttpTransfer::take(const char* bytes, std::size_t count) {
+    if (status() != kHttpOK) return false;
+    if (mBody.size() + count > static_cast<std::size_t>(mLimits.bytes)) return false;
+    mBody.append(bytes, count);
+    return true;
+}
+
+std::size_t HttpTransfer::onBytes(char* bytes, std::size_t size, std::size_t count, void* transfer) {
+    return static_cast<HttpTransfer*>(transfer)->take(bytes, size * count) ? size * count
+                                                                           : CURL_WRITEFUNC_ERROR;
+}
+
+}  // namespace platform

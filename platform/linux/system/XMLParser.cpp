@@ -1,0 +1,252 @@
+#include "platform/XMLParser.h"
+
+#include <expat.h>
+
+#include <climits>
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "platform/TextEncoding.h"
+#include "platform/XMLEncoding.h"
+
+namespace platform {
+
+namespace {
+
+constexpr char kSpace[] = " \t\r\n";
+constexpr std::string_view kDocumentType = "<!DOCTYPE";
+
+// Replaced in attributes' values by expat, one within the other: as many levels as there are declarations.
+constexpr int kMaxEntities = 1000;
+
+struct ParserDeleter {
+    void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
+};
+using ParserOwner = std::unique_ptr<XML_ParserStruct, ParserDeleter>;
+
+std::string_view trimmed(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(kSpace);
+    if (first == text.npos) return {};
+    return text.substr(first, text.find_last_not_of(kSpace) - first + 1);
+}
+
+// Builds the tree of one document. Its source is UTF-8, so every position that expat tells is one in it.
+class TreeBuilder {
+  public:
+    explicit TreeBuilder(std::string_view source);
+
+    // Null when the source is not well formed.
+    CFXMLTreeRef build(CFXMLNodeInfo info);
+
+  private:
+    static TreeBuilder& self(void* data) { return *static_cast<TreeBuilder*>(data); }
+
+    void startElement(std::string_view name);
+    void endElement();
+    void characters(std::string_view text);
+    void other(std::string_view text);
+    void instruction(const char* target, const char* data);
+    void comment(const char* text);
+    void declaration();
+    void startCdata();
+    void endCdata();
+    void endDocumentType();
+    void entityDeclared();
+
+    std::string_view eventSource() const;
+    CFXMLNodeRef elementNode(std::string_view name);
+    CFXMLNodeRef plainElementNode(std::string_view name);
+    void reference();
+    void flushText(bool beforeReference);
+    CFXMLTree* append(CFXMLNodeRef node);
+    void fail() { XML_StopParser(mParser.get(), XML_FALSE); }
+
+    ParserOwner mParser;
+    std::string_view mSource;
+    CFXMLTreeRef mDocument;
+    std::vector<CFXMLTree*> mOpen;  // the document and the elements that have not ended
+    std::unordered_map<std::string, CFXMLNodeRef> mPlainElements;  // without attributes, by name: one for all
+    std::string mName;
+    std::string mText;  // read, not yet a node
+    bool mAfterReference = false;
+    bool mInCdata = false;
+    std::optional<std::size_t> mDocumentTypeStart;
+    int mEntityCount = 0;
+};
+
+TreeBuilder::TreeBuilder(std::string_view source) : mParser(XML_ParserCreate("UTF-8")), mSource(source) {
+    XML_Parser parser = mParser.get();
+    if (!parser) return;
+    XML_SetUserData(parser, this);
+    // A reference to an entity that nothing declares is as good as any other.
+    XML_UseForeignDTD(parser, XML_TRUE);
+    XML_SetElementHandler(
+        parser, [](void* data, const char* name, const char**) { self(data).startElement(name); },
+        [](void* data, const char*) { self(data).endElement(); });
+    XML_SetCharacterDataHandler(parser, [](void* data, const char* text, int size) {
+        self(data).characters({text, static_cast<std::size_t>(size)});
+    });
+    // Told of references too, which are not replaced then.
+    XML_SetDefaultHandler(parser, [](void* data, const char* text, int size) {
+        self(data).other({text, static_cast<std::size_t>(size)});
+    });
+    XML_SetProcessingInstructionHandler(parser, [](void* data, const char* target, const char* text) {
+        self(data).instruction(target, text);
+    });
+    XML_SetCommentHandler(parser, [](void* data, const char* text) { self(data).comment(text); });
+    XML_SetXmlDeclHandler(parser,
+                          [](void* data, const char*, const char*, int) { self(data).declaration(); });
+    XML_SetCdataSectionHandler(
+        parser, [](void* data) { self(data).startCdata(); }, [](void* data) { self(data).endCdata(); });
+    XML_SetEndDoctypeDeclHandler(parser, [](void* data) { self(data).endDocumentType(); });
+    XML_SetEntityDeclHandler(
+        parser, [](void* data, const char*, int, const char*, int, const char*, const char*, const char*,
+                   const char*) { self(data).entityDeclared(); });
+}
+
+CFXMLTreeRef TreeBuilder::build(CFXMLNodeInfo info) {
+    if (!mParser || mSource.size() > INT_MAX) return {};
+    mDocument = CFXMLTreeCreateWithNode(CFXMLNodeCreate(kCFXMLNodeTypeDocument, {}, std::move(info)));
+    if (!mDocument) return {};
+    mOpen.push_back(mDocument.get());
+    const XML_Status status =
+        XML_Parse(mParser.get(), mSource.data(), static_cast<int>(mSource.size()), XML_TRUE);
+    return status == XML_STATUS_OK ? mDocument : CFXMLTreeRef();
+}
+
+void TreeBuilder::startElement(std::string_view name) {
+    flushText(false);
+    if (mOpen.size() > kMaxXMLDepth) return fail();
+    if (CFXMLTree* element = append(elementNode(name))) mOpen.push_back(element);
+}
+
+void TreeBuilder::endElement() {
+    flushText(false);
+    mAfterReference = false;
+    if (mOpen.size() > 1) mOpen.pop_back();
+}
+
+void TreeBuilder::characters(std::string_view text) {
+    if (!mInCdata && eventSource().starts_with('&')) return reference();
+    mText += text;
+}
+
+void TreeBuilder::other(std::string_view text) {
+    const bool inContent = mOpen.size() > 1;
+    if (inContent && text.starts_with('&')) return reference();
+    if (!inContent && text == kDocumentType) {
+        mDocumentTypeStart = static_cast<std::size_t>(XML_GetCurrentByteIndex(mParser.get()));
+    }
+}
+
+void TreeBuilder::instruction(const char* target, const char* data) {
+    if (mDocumentTypeStart) return;
+    flushText(false);
+    append(CFXMLNodeCreate(kCFXMLNodeTypeProcessingInstruction, target, CFXMLNodeInfo{.text = data}));
+}
+
+void TreeBuilder::comment(const char* text) {
+    if (mDocumentTypeStart) return;
+    flushText(false);
+    append(CFXMLNodeCreate(kCFXMLNodeTypeComment, text));
+}
+
+void TreeBuilder::declaration() {
+    std::string_view data = eventSource();
+    data.remove_prefix(std::string_view("<?xml").size());
+    data.remove_suffix(std::string_view("?>").size());
+    append(CFXMLNodeCreate(kCFXMLNodeTypeProcessingInstruction, "xml",
+                           CFXMLNodeInfo{.text = std::string(trimmed(data))}));
+}
+
+void TreeBuilder::startCdata() {
+    flushText(false);
+    mInCdata = true;
+}
+
+void TreeBuilder::endCdata() {
+    mInCdata = false;
+    append(CFXMLNodeCreate(kCFXMLNodeTypeCDATASection, mText));
+    mText.clear();
+}
+
+void TreeBuilder::endDocumentType() {
+    if (!mDocumentTypeStart) return;
+    const std::size_t start = *mDocumentTypeStart + kDocumentType.size();
+    const auto end = static_cast<std::size_t>(XML_GetCurrentByteIndex(mParser.get()));
+    append(CFXMLNodeCreate(kCFXMLNodeTypeDocumentType,
+                           std::string(trimmed(mSource.substr(start, end - start)))));
+    mDocumentTypeStart.reset();
+}
+
+void TreeBuilder::entityDeclared() {
+    if (++mEntityCount > kMaxEntities) fail();
+}
+
+std::string_view TreeBuilder::eventSource() const {
+    return mSource.substr(static_cast<std::size_t>(XML_GetCurrentByteIndex(mParser.get())),
+                          static_cast<std::size_t>(XML_GetCurrentByteCount(mParser.get())));
+}
+
+CFXMLNodeRef TreeBuilder::elementNode(std::string_view name) {
+    std::string_view tag = eventSource();
+    tag.remove_prefix(1 + name.size());
+    tag.remove_suffix(1);
+    if (tag.empty()) return plainElementNode(name);
+    const bool isEmpty = tag.ends_with('/');
+    if (isEmpty) tag.remove_suffix(1);
+    return CFXMLNodeCreate(kCFXMLNodeTypeElement, std::string(name),
+                           CFXMLNodeInfo{.text = std::string(trimmed(tag)), .isEmpty = isEmpty});
+}
+
+CFXMLNodeRef TreeBuilder::plainElementNode(std::string_view name) {
+    mName = name;
+    CFXMLNodeRef& node = mPlainElements[mName];
+    if (!node) node = CFXMLNodeCreate(kCFXMLNodeTypeElement, mName);
+    return node;
+}
+
+void TreeBuilder::reference() {
+    flushText(true);
+    std::string_view name = eventSource();
+    name.remove_prefix(1);
+    name.remove_suffix(1);
+    append(CFXMLNodeCreate(kCFXMLNodeTypeEntityReference, std::string(name)));
+    mAfterReference = true;
+}
+
+void TreeBuilder::flushText(bool beforeReference) {
+    if (mText.empty()) return;
+    if (beforeReference || mAfterReference || mText.find_first_not_of(kSpace) != mText.npos) {
+        append(CFXMLNodeCreate(kCFXMLNodeTypeText, mText));
+    }
+    mText.clear();
+}
+
+// Null, and the end of the parse, when there is no memory.
+CFXMLTree* TreeBuilder::append(CFXMLNodeRef node) {
+    mAfterReference = false;
+    CFXMLTreeRef tree = node ? CFXMLTreeCreateWithNode(std::move(node)) : CFXMLTreeRef();
+    if (!tree) {
+        fail();
+        return nullptr;
+    }
+    mOpen.back()->AppendChild(tree.get());
+    return tree.get();
+}
+
+}  // namespace
+
+CFXMLTreeRef parseXML(const std::string& bytes) {
+    const XMLEncoding encoding = detectXMLEncoding(bytes);
+    const std::string_view text = std::string_view(bytes).substr(encoding.markLength);
+    CFXMLNodeInfo info{.text = encoding.name, .hasByteOrderMark = encoding.markLength > 0};
+    if (isUTF8Name(encoding.name)) return TreeBuilder(text).build(std::move(info));
+    const std::optional<std::string> converted = convertText(text, encoding.name, "UTF-8");
+    return converted ? TreeBuilder(*converted).build(std::move(info)) : CFXMLTreeRef();
+}
+
+}  // namespace platform

@@ -1,0 +1,8 @@
+#pragma once
+
+#include <string>
+
+// Stands for a file or folder by its path.
+struct FSRef {
+    std::string path;
+};

@@ -1,0 +1,38 @@
+#include "support/OrvFiles.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "platform/Files.h"
+#include "support/FSRef.h"
+#include "tests/TemporaryFolder.h"
+
+namespace {
+
+std::string codes(const FSRef& file) {
+    const platform::FinderInfo info = platform::finderInfo(file.path);
+    return {info.data(), 8};
+}
+
+TEST(OrvFilesTest, TypeAndCreatorAreSetAndZeroLeavesThem) {
+    const TemporaryFolder folder;
+    const FSRef file{folder.path("file")};
+    std::ofstream(file.path) << "text";
+    if (!platform::setFinderInfo(file.path, {})) GTEST_SKIP() << "no extended attributes here";
+    EXPECT_TRUE(OrvFiles::SetFileCreatorType(file, 0x3F3F3F3F, 0x54455854));
+    EXPECT_EQ(codes(file), "TEXT????");
+    EXPECT_TRUE(OrvFiles::SetFileCreatorType(file, 0, 0x41424344));
+    EXPECT_EQ(codes(file), "ABCD????");
+    EXPECT_TRUE(OrvFiles::SetFileCreatorType(file, 0x65666768, 0));
+    EXPECT_EQ(codes(file), "ABCDefgh");
+}
+
+TEST(OrvFilesTest, FoldersAndMissingFilesAreLeftAlone) {
+    const TemporaryFolder folder;
+    EXPECT_FALSE(OrvFiles::SetFileCreatorType({folder.path()}, 0x3F3F3F3F, 0x54455854));
+    EXPECT_EQ(codes({folder.path()}), std::string(8, '\0'));
+    EXPECT_FALSE(OrvFiles::SetFileCreatorType({folder.path("none")}, 0x3F3F3F3F, 0x54455854));
+}
+
+}  // namespace

@@ -1,0 +1,54 @@
+#include "platform/TextEncoding.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using platform::convertText;
+
+std::optional<std::string> toMacRoman(std::string_view text) {
+    return convertText(text, kCFStringEncodingUTF8, kCFStringEncodingMacRoman);
+}
+
+TEST(TextEncodingTest, TextGoesToMacRomanAndBack) {
+    std::string all;
+    for (int c = 1; c < 256; ++c) all += static_cast<char>(c);
+    const auto utf8 = convertText(all, kCFStringEncodingMacRoman, kCFStringEncodingUTF8);
+    ASSERT_TRUE(utf8);
+    EXPECT_EQ(toMacRoman(*utf8), all);
+    EXPECT_EQ(toMacRoman("Caf\xC3\xA9"), "Caf\x8E");
+    EXPECT_EQ(toMacRoman(""), "");
+}
+
+TEST(TextEncodingTest, LongTextIsConvertedWhole) {
+    std::string text, expected;
+    for (int i = 0; i < 100'000; ++i) {
+        text += "a\xC3\xA9";
+        expected += "a\x8E";
+    }
+    EXPECT_EQ(toMacRoman(text), expected);
+}
+
+TEST(TextEncodingTest, WhatCannotBeConvertedGivesNothing) {
+    EXPECT_EQ(toMacRoman("T\xC5\xABpuna"), std::nullopt);  // no such letter there
+    EXPECT_EQ(toMacRoman("\xFF"), std::nullopt);
+    EXPECT_EQ(toMacRoman("cut \xC3"), std::nullopt);
+    EXPECT_EQ(toMacRoman("\xED\xA0\x80"), std::nullopt);  // half of a surrogate pair
+    EXPECT_EQ(convertText("text", 0x7777, kCFStringEncodingUTF8), std::nullopt);
+}
+
+TEST(TextEncodingTest, UnicodeHasTheMachinesByteOrderAndNoMark) {
+    const auto text = convertText("A\xF0\x9F\x8C\x8B", kCFStringEncodingUTF8, kCFStringEncodingUnicode);
+    const char16_t expected[] = {u'A', 0xD83C, 0xDF0B};
+    EXPECT_EQ(text, std::string(reinterpret_cast<const char*>(expected), sizeof expected));
+}
+
+TEST(TextEncodingTest, EncodingsHaveNames) {
+    EXPECT_EQ(convertText("\x80 5", "windows-1252", "UTF-8"), "\xE2\x82\xAC 5");
+    EXPECT_EQ(convertText("caf\xE9", "ISO-8859-1", "UTF-8"), "caf\xC3\xA9");
+    for (const char* name : {"", "no-such-encoding", "ASCII//TRANSLIT", "ASCII//IGNORE"}) {
+        EXPECT_EQ(convertText("T\xC5\xABpuna", "UTF-8", name), std::nullopt) << name;
+    }
+}
+
+}  // namespace

@@ -1,0 +1,52 @@
+#include "xml/CXMLNode.h"
+
+#include <algorithm>
+#include <cstring>
+#include <string_view>
+
+#include "support/CErr.h"
+
+namespace {
+
+bool IsASCII(std::string_view text) {
+    return std::none_of(text.begin(), text.end(), [](unsigned char byte) { return byte > 0x7F; });
+}
+
+// The start of a UTF-8 text, at most room bytes of it, never half a character.
+std::string_view WholeCharacters(std::string_view text, std::size_t room) {
+    if (text.size() <= room) return text;
+    while (room > 0 && (text[room] & 0xC0) == 0x80) --room;
+    return text.substr(0, room);
+}
+
+}  // namespace
+
+char* CXMLNode::GetKey(char* buffer, int size) const {
+    if (!mNode || size <= 0) return buffer;
+    const std::string_view key = WholeCharacters(mNode->GetString(), static_cast<std::size_t>(size) - 1);
+    std::memcpy(buffer, key.data(), key.size());
+    buffer[key.size()] = '\0';
+    return buffer;
+}
+
+bool CXMLNode::VerifyKey(const char* key) const {
+    return mNode && mNode->GetString().size() < kTextBufferSize && mNode->GetString() == key;
+}
+
+bool CXMLNode::operator==(const CXMLNode& other) const {
+    return mNode && other.mNode && mNode->GetString() == other.mNode->GetString();
+}
+
+void CXMLNode::SetNode(CFXMLNodeRef node, const char* location) {
+    Err.CheckNull(node.get(), location, "CFXMLNodeCreate() failed");
+    mNode = std::move(node);
+    mTree = CFXMLTreeCreateWithNode(mNode);
+    Err.CheckNull(mTree.get(), location, "CFXMLTreeCreateWithNode() failed");
+}
+
+std::optional<std::string> CXMLNode::CreateString(const char* text, CFStringEncoding encoding) {
+    if (!text) return std::nullopt;
+    // ASCII is the same in every encoding of C strings.
+    if (IsASCII(text)) return text;
+    return platform::convertText(text, encoding, kCFStringEncodingUTF8);
+}

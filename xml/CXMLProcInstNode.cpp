@@ -1,0 +1,7 @@
+#include "xml/CXMLProcInstNode.h"
+
+CXMLProcInstNode::CXMLProcInstNode() {
+    SetNode(
+        CFXMLNodeCreate(kCFXMLNodeTypeProcessingInstruction, kKey, CFXMLNodeInfo{.text = R"(version="1.0")"}),
+        "CXMLProcInstNode::CXMLProcInstNode()");
+}

@@ -1,0 +1,87 @@
+#include "xml/UXML.h"
+
+#include <new>
+
+#include "support/CErr.h"
+#include "support/OrvStr.h"
+#include "xml/CXMLDocument.h"
+#include "xml/CXMLElementNode.h"
+#include "xml/CXMLTextNode.h"
+
+namespace {
+
+CXMLElementNode* ElementChild(CXMLTreeNode* parent, const char* key) {
+    return dynamic_cast<CXMLElementNode*>(UXML::GetChildNodeWithKey(parent, key));
+}
+
+}  // namespace
+
+CXMLNode* UXML::CreateCXMLNodeFromCFXMLNode(const CFXMLNode* node) {
+    if (!node) return nullptr;
+    switch (node->GetTypeCode()) {
+        case kCFXMLNodeTypeElement:
+            return CreateCXMLElementNodeFromCFXMLNode(node);
+        case kCFXMLNodeTypeText:
+            return CreateCXMLTextNodeFromCFXMLNode(node);
+        default:
+            return nullptr;
+    }
+}
+
+CXMLElementNode* UXML::CreateCXMLElementNodeFromCFXMLNode(const CFXMLNode* node) {
+    const char* name = OrvStr::GetCStrFromCFStr(node->GetString(), kCFStringEncodingUTF8);
+    return name ? new (std::nothrow) CXMLElementNode(name, kCFStringEncodingUTF8) : nullptr;
+}
+
+CXMLTextNode* UXML::CreateCXMLTextNodeFromCFXMLNode(const CFXMLNode* node) {
+    const char* text = OrvStr::GetCStrFromCFStr(node->GetString(), kCFStringEncodingUTF8);
+    return text ? new (std::nothrow) CXMLTextNode(text, kCFStringEncodingUTF8) : nullptr;
+}
+
+CXMLElementNode* UXML::CreateCXMLElementNodeForParentNode(CXMLDocument& document, CXMLTreeNode* parent,
+                                                          const char* name) {
+    auto* element = new (std::nothrow) CXMLElementNode(name, kCFStringEncodingMacRoman);
+    Err.CheckNull(element,
+                  "static CXMLElementNode* UXML::CreateCXMLElementNodeForParentNode(CXMLDocument&, "
+                  "CXMLTreeNode*, const char*)",
+                  "Failed to create CXMLElementNode instance");
+    document.AddNode(parent, element);
+    return element;
+}
+
+CXMLNode* UXML::GetChildNodeWithKey(CXMLTreeNode* parent, const char* key) {
+    return parent ? parent->GetChildForKey(key) : nullptr;
+}
+
+CXMLTextNode* UXML::GetTextChildNodeOfElement(CXMLElementNode* element) {
+    return element ? dynamic_cast<CXMLTextNode*>(element->GetFirstChild()) : nullptr;
+}
+
+double UXML::GetValueAsDoubleFromTextChildNode(CXMLElementNode* element) {
+    CXMLTextNode* text = GetTextChildNodeOfElement(element);
+    return text ? text->GetValueAsDouble() : 0.0;
+}
+
+int UXML::GetValueAsIntegerFromTextChildNode(CXMLElementNode* element) {
+    CXMLTextNode* text = GetTextChildNodeOfElement(element);
+    return text ? text->GetValueAsInteger() : 0;
+}
+
+bool UXML::GetValueAsStringFromTextChildNode(CXMLElementNode* element, char* buffer, int size) {
+    CXMLTextNode* text = GetTextChildNodeOfElement(element);
+    if (text) text->GetValueAsString(buffer, size);
+    return text != nullptr;
+}
+
+double UXML::GetValueAsDoubleForElementChildNode(CXMLTreeNode* parent, const char* key) {
+    return GetValueAsDoubleFromTextChildNode(ElementChild(parent, key));
+}
+
+int UXML::GetValueAsIntegerForElementChildNode(CXMLTreeNode* parent, const char* key) {
+    return GetValueAsIntegerFromTextChildNode(ElementChild(parent, key));
+}
+
+bool UXML::GetValueAsStringForElementChildNode(CXMLTreeNode* parent, const char* key, char* buffer,
+                                               int size) {
+    return GetValueAsStringFromTextChildNode(ElementChild(parent, key), buffer, size);
+}
