@@ -1,0 +1,42 @@
+#!/usr/bin/env bash
+# Installs the Debian packages that are missing; does nothing when all are there.
+#
+#     tools/setup.sh run     what building and running needs
+#     tools/setup.sh test    that, and what the tests and tools/lint need
+set -euo pipefail
+
+# The tests and the benchmarks belong to the same configuration, so their libraries stand here too.
+run_packages=(
+    cmake ninja-build g++ pkg-config
+    libgtk-3-dev libwebkit2gtk-4.1-dev libx11-dev libcurl4-openssl-dev libexpat1-dev
+    libgtest-dev libgmock-dev libbenchmark-dev libcpp-httplib-dev libxml2-dev
+    bubblewrap fonts-dejavu-core fonts-liberation
+    xvfb xdotool imagemagick
+)
+test_packages=(python3 x11-utils clang-format clang-tidy)
+
+case "${1-}" in
+    run) wanted=("${run_packages[@]}") ;;
+    test) wanted=("${run_packages[@]}" "${test_packages[@]}") ;;
+    *) sed -n '2,5s/^# \{0,1\}//p' "$0" >&2; exit 2 ;;
+esac
+
+is_installed() {
+    [[ $(dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>/dev/null) == installed ]]
+}
+
+missing=()
+for package in "${wanted[@]}"; do
+    is_installed "$package" || missing+=("$package")
+done
+if ((${#missing[@]} == 0)); then
+    exit 0
+fi
+
+as_root=()
+if ((EUID != 0)); then
+    as_root=(sudo)
+fi
+echo "Installing: ${missing[*]}" >&2
+"${as_root[@]}" apt-get update -q >&2
+"${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -qy --no-install-recommends "${missing[@]}" >&2
