@@ -26,6 +26,8 @@ void WebView::loadRequest(const URLRequest& request) {
     mBacking->loads.push_back({request, std::move(page), superview() && superview()->isHidden()});
 }
 
+void WebView::drawRect(const Rect&) {}
+
 void WebView::frameChanged() {}
 
 }  // namespace platform
