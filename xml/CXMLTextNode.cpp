@@ -54,6 +54,14 @@ std::string FixedText(double value, int precision) {
 
 }  // namespace
 
+CXMLTextNode::CXMLTextNode(const CFXMLNode* text) {
+    if (CountSpecialCharacters(text->GetString()) == 0) {
+        SetNode(CFXMLNodeRef(text), kInternalCreate);
+    } else {
+        InternalCreateWithCStr(text->GetString().c_str(), kCFStringEncodingUTF8);
+    }
+}
+
 CXMLTextNode::CXMLTextNode(const char* text, CFStringEncoding encoding) {
     InternalCreateWithCStr(text, encoding);
 }
