@@ -143,6 +143,7 @@ const char* OrvStr::ConvertedCStr(const std::string& text, CFStringEncoding enco
 
 // index is an int because a variable argument list cannot follow a short.
 int OrvStr::ResStrSprintf(char* dst, short listID, int index, ...) {
+    if (dst == nullptr) return 0;
     const std::string format = platform::stringFromList(listID, static_cast<short>(index));
     std::va_list arguments;
     va_start(arguments, index);

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/ConfigPanel.h"
+#include "platform/ScreenSaverView.h"
+#include "platform/ViewAnimation.h"
+
+class InitialView;
+class SingleQuakeView;
+
+// The module's principal view: a splash until the first quake's page is there, from then on two quake views
+// that take turns at every tick. A preview only paints a still image.
+class TellmarScreenSaverView : public platform::ScreenSaverView {
+  public:
+    enum class Mode : std::int32_t { Splash = 0, PageSeen = 1, Cycling = 2 };
+
+    // Fetches the feed, blocking, and starts to load the first two pages. Returns this view, or null where
+    // View::initWithFrame does.
+    TellmarScreenSaverView* initWithFrame(const platform::Rect& frame, bool isPreview);
+
+    void startAnimation() override;
+    void stopAnimation() override;
+    void animateOneFrame() override;
+
+    // The host is told that there is no sheet, although configureSheet has one.
+    bool hasConfigureSheet() override;
+    // Loaded by the first call and kept. Null when it cannot be loaded; the next call tries again.
+    platform::Panel* configureSheet() override;
+    void closeSheetSave(platform::Button* sender);
+    void closeSheetCancel(platform::Button* sender);
+
+    Mode mode() const { return mMode; }
+    int displayForSec() const { return mDisplayForSec; }
+
+  private:
+    void addQuakeView();
+    void addInitialView();
+    SingleQuakeView* quakeView(std::int32_t index) const;
+
+    void addView(platform::View* view, std::vector<platform::ViewAnimationDescription>& animations,
+                 platform::ViewAnimationEffect effect) const;
+    void drawInitialView();
+    void drawBlendingWebViews();
+    void drawPreviewImage();
+    void drawPreviewNotice();
+    void getSaverDefaults();
+
+    std::string mBundleID;  // the name that the settings are stored under
+    Mode mMode = Mode::Splash;
+    std::int32_t mDisplayForSec = 0;
+    std::int32_t mVisibleViewIndex = 1;                   // the quake view that the next fade brings in
+    std::unique_ptr<platform::ViewAnimation> mAnimation;  // the last tick's fade
+    InitialView* mInitialView = nullptr;                  // belongs to the subviews
+
+    // Filled by loading the sheet.
+    platform::Panel* mConfigPanel = nullptr;
+    platform::Slider* mZoomSlider = nullptr;
+    platform::Slider* mRateSlider = nullptr;
+    platform::Button* mOKButton = nullptr;
+    platform::Button* mCancelButton = nullptr;
+};
