@@ -10,7 +10,7 @@ run_packages=(
     cmake ninja-build g++ pkg-config
     libgtk-3-dev libwebkit2gtk-4.1-dev libx11-dev libcurl4-openssl-dev libexpat1-dev
     libgtest-dev libgmock-dev libbenchmark-dev libcpp-httplib-dev libxml2-dev
-    bubblewrap fonts-dejavu-core fonts-liberation
+    bubblewrap xdg-dbus-proxy fonts-dejavu-core fonts-liberation
     xvfb xdotool imagemagick
 )
 test_packages=(python3 x11-utils clang-format clang-tidy)
