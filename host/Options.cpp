@@ -56,8 +56,7 @@ class Parser {
             mOptions.preview = true;
         else if (name == "verbose")
             mOptions.verbose = true;
-        else if (name == "demo")
-            mOptions.feed = platform::fileURLWithPath(platform::pathForResource("sample-feed.xml"));
+        else if (name == "demo") useSampleFeed();
         else if (name == "feed")
             parseFeed();
         else if (name == "speed")
@@ -86,6 +85,12 @@ class Parser {
         if (!mValue && mNext < mArguments.size()) mValue = mArguments[mNext++];
         if (!mValue) complain(option + " needs a value");
         return mValue;
+    }
+
+    void useSampleFeed() {
+        const std::string path = platform::pathForResource("sample-feed.xml");
+        if (path.empty()) complain("the sample feed is missing");
+        mOptions.feed = platform::fileURLWithPath(path.empty() ? "sample-feed.xml" : path);
     }
 
     void parseFeed() {

@@ -9,22 +9,22 @@
 
 namespace {
 
-bool HasMagnitude(const CQuakeEvent* quake) { return quake && !std::isnan(quake->mMagnitude); }
+bool hasMagnitude(const CQuakeEvent* quake) { return quake && !std::isnan(quake->mMagnitude); }
 
 // compare, made fit for sorting: NaN magnitudes lie between the real ones and the null entries.
-bool ComesBefore(const CQuakeEvent* first, const CQuakeEvent* second) {
-    if (HasMagnitude(first) != HasMagnitude(second)) return HasMagnitude(first);
+bool comesBefore(const CQuakeEvent* first, const CQuakeEvent* second) {
+    if (hasMagnitude(first) != hasMagnitude(second)) return hasMagnitude(first);
     return compare(first, second);
 }
 
 // One mark for each position of the list. Positions rather than pointers, so that a pointer that occurs twice
 // counts twice.
-std::vector<bool> MarkBiggest(std::size_t count, const std::vector<CQuakeEvent*>& quakes) {
+std::vector<bool> markBiggest(std::size_t count, const std::vector<CQuakeEvent*>& quakes) {
     std::vector<std::size_t> positions(quakes.size());
     std::iota(positions.begin(), positions.end(), 0);
     const auto cut = positions.begin() + static_cast<std::ptrdiff_t>(count);
     std::nth_element(positions.begin(), cut, positions.end(), [&](std::size_t first, std::size_t second) {
-        return ComesBefore(quakes[first], quakes[second]);
+        return comesBefore(quakes[first], quakes[second]);
     });
 
     std::vector<bool> marks(quakes.size(), false);
@@ -43,7 +43,7 @@ void CQuakeListProcessor::KeepBiggestQuakes(int count, std::vector<CQuakeEvent*>
     const auto room = static_cast<std::size_t>(std::max(count, 0));
     if (room >= quakes.size()) return;
 
-    const std::vector<bool> kept = MarkBiggest(room, quakes);
+    const std::vector<bool> kept = markBiggest(room, quakes);
     std::size_t end = 0;
     for (std::size_t position = 0; position < quakes.size(); ++position)
         if (kept[position]) quakes[end++] = quakes[position];

@@ -5,6 +5,7 @@
 #include <csignal>
 #include <cstdio>
 
+#include "platform/linux/desktop/Handles.h"
 #include "platform/linux/desktop/Window.h"
 #include "platform/linux/system/RunLoop.h"
 
@@ -30,9 +31,17 @@ void showDialog(AlertType type, const std::string& text, const std::string& expl
     gtk_widget_destroy(dialog);
 }
 
+// The texts of alerts are cut to a number of bytes, which can split a character.
+std::string wholeCharacters(const std::string& text) {
+    const GText valid(g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())));
+    return valid.get();
+}
+
 }  // namespace
 
-void standardAlert(AlertType type, const std::string& text, const std::string& explanation) {
+void standardAlert(AlertType type, const std::string& rawText, const std::string& rawExplanation) {
+    const std::string text = wholeCharacters(rawText);
+    const std::string explanation = wholeCharacters(rawExplanation);
     std::fprintf(stderr, "tellmar: %s\n%s", text.c_str(), explanation.c_str());
     if (!gdk_display_get_default()) return;
     Window* window = Window::current();

@@ -151,6 +151,7 @@ void Window::setContentView(std::unique_ptr<ScreenSaverView> root) {
     mRoot = std::move(root);
     mRoot->setWindow(this);
     resized();
+    setNeedsDisplay();
 }
 
 void Window::resized() {

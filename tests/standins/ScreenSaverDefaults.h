@@ -1,0 +1,13 @@
+#pragma once
+
+#include <map>
+#include <string>
+
+namespace standins {
+
+// What synchronize has written, by module and key.
+using StoredDefaults = std::map<std::string, std::map<std::string, int>>;
+
+StoredDefaults& storedDefaults();
+
+}  // namespace standins

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/WebView.h"
+
+namespace platform {
+
+// A web view that never loads by itself: tests post the notification when a load is to be over.
+struct WebView::Backing {
+    struct Load {
+        URLRequest request;
+        std::string page;  // as it lay on disk at the request
+        bool superviewWasHidden;
+    };
+
+    std::string frameName;
+    std::string groupName;
+    bool allowsScrolling = true;
+    std::vector<Load> loads;
+};
+
+}  // namespace platform
