@@ -19,7 +19,8 @@ namespace {
 constexpr char kSpace[] = " \t\r\n";
 constexpr std::string_view kDocumentType = "<!DOCTYPE";
 
-// Replaced in attributes' values by expat, one within the other: as many levels as there are declarations.
+// Expat replaces entities in attributes' values, before 2.7 by a call within a call for each entity within
+// another.
 constexpr int kMaxEntities = 1000;
 
 struct ParserDeleter {
