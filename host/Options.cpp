@@ -56,7 +56,8 @@ class Parser {
             mOptions.preview = true;
         else if (name == "verbose")
             mOptions.verbose = true;
-        else if (name == "demo") useSampleFeed();
+        else if (name == "demo")
+            useSampleFeed();
         else if (name == "feed")
             parseFeed();
         else if (name == "speed")

@@ -5,6 +5,7 @@
 #include <new>
 #include <string>
 
+#include "platform/Pool.h"
 #include "platform/Shared.h"
 #include "platform/TextEncoding.h"
 
@@ -36,7 +37,7 @@ using CFXMLNodeRef = Shared<const CFXMLNode>;
 // One piece of a document. The string is an element's name, a reference's name, an instruction's target, a
 // document type's source behind "<!DOCTYPE ", otherwise the text between the marks; a text is written as it
 // stands. Never changes.
-class CFXMLNode {
+class CFXMLNode : public Pooled<CFXMLNode> {
   public:
     CFXMLNode(CFXMLNodeTypeCode typeCode, std::string string)
         : mTypeCode(typeCode), mString(std::move(string)) {}
@@ -49,6 +50,7 @@ class CFXMLNode {
 
     CFXMLNodeTypeCode GetTypeCode() const { return mTypeCode; }
     const std::string& GetString() const { return mString; }
+    bool HasInfo() const { return mInfo != nullptr; }
     const CFXMLNodeInfo& GetInfo() const { return mInfo ? *mInfo : kNoInfo; }
 
     void AddShare() const { ++mShares; }

@@ -22,17 +22,20 @@ void CFXMLTree::Destroy() {
     }
 }
 
-// Gives up the share in every child. Returns the children without any other, in front of orphans.
+// Gives up the share in every child. Returns the children without any other, in order, in front of orphans.
 CFXMLTree* CFXMLTree::ReleaseChildren(CFXMLTree* orphans) {
+    CFXMLTree* first = nullptr;
+    CFXMLTree** end = &first;
     for (CFXMLTree* child = mFirstChild; child;) {
         CFXMLTree* next = std::exchange(child->mNextSibling, nullptr);
         if (--child->mShares == 0) {
-            child->mNextSibling = orphans;
-            orphans = child;
+            *end = child;
+            end = &child->mNextSibling;
         }
         child = next;
     }
-    return orphans;
+    *end = orphans;
+    return first;
 }
 
 CFXMLTreeRef CFXMLTreeCreateWithNode(CFXMLNodeRef node) {

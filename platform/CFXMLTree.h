@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "platform/CFXMLNode.h"
+#include "platform/Pool.h"
 #include "platform/Shared.h"
 
 class CFXMLTree;
@@ -11,7 +12,7 @@ using CFXMLTreeRef = Shared<CFXMLTree>;
 
 // A node and, in order, the trees under it. A tree has a share in each of its children, so a child lives on
 // when those who made it let it go.
-class CFXMLTree {
+class CFXMLTree : public Pooled<CFXMLTree> {
   public:
     explicit CFXMLTree(CFXMLNodeRef node) : mNode(std::move(node)) {}
     CFXMLTree(const CFXMLTree&) = delete;

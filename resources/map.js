@@ -226,7 +226,7 @@ function drawParallel(context, view, latitude) {
 
 function drawLabel(context, view, text, x, lineY) {
   if (Math.min(view.width, view.height) >= SMALLEST_LABELLED_GRID) {
-    context.fillText(text, x, lineY + 2 * view.unit);
+    context.fillText(text, x, lineY + 3 * view.unit);
   }
 }
 

@@ -109,18 +109,23 @@ class Map:
 
 
 def draw_splash(land):
-    """Strong colours, since the splash shows three tenths of them."""
-    picture = Map(1000, 1000, 174.6, -41.4, 49)
+    """Strong colours, since the splash shows three tenths of them. Fits into the program's window, 720 points high."""
+    picture = Map(680, 680, 174.6, -41.4, 33)
     picture.graticule(5, (0.05, 0.15, 0.28, 0.5), 1)
     picture.fade_edges()
     picture.context.set_operator(cairo.OPERATOR_OVER)
-    picture.shallows(land, (26, 14, 6), (1, 1, 1, 0.28))
-    picture.fill_land(land, (0.03, 0.17, 0.27, 1), (0, 0.05, 0.12, 1), 1)
+    picture.shallows(land, (20, 11, 5), (1, 1, 1, 0.28))
+    picture.fill_land(land, (0.03, 0.17, 0.27, 1), (0, 0.05, 0.12, 1), 0.8)
     picture.write("google_maps_nz.png")
+
+
+def near_new_zealand(land):
+    return [outline for outline in land if 165 < outline[0][0] < 185]
 
 
 def draw_preview(land):
     """Twice the size of a usual preview. The sea is light, and calm at the top: black text stands there."""
+    land = near_new_zealand(land)
     picture = Map(1130, 634, 173.2, -40.2, 29)
     sea = cairo.LinearGradient(0, 0, 0, picture.height)
     sea.add_color_stop_rgb(0, 0.87, 0.92, 0.95)

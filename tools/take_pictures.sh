@@ -85,7 +85,10 @@ take_quake() {  # NUMBER: the quake that the fade of that number has brought in
 
 take_saver() {
     start_saver "$@"
-    sleep 1
+    # The splash stays for two ticks at least; at the first one it is painted.
+    if ! wait_until 45 traced tick 1 || ! saver_runs; then
+        give_up "The splash has not come to the screen."
+    fi
     take_picture splash
     if ! wait_until 15 traced page 1; then
         echo "The feed has given no earthquakes, so the splash stays: no pictures of quakes." \
@@ -102,7 +105,9 @@ take_preview() {
     xdotool windowsize "$window" 565 317
     local painted
     painted=$(grep -c '^tellmar: tick' "$trace" || true)
-    wait_until 30 traced tick $((painted + 1)) || give_up "The preview has not been painted."
+    if ! wait_until 30 traced tick $((painted + 1)) || ! saver_runs; then
+        give_up "The preview has not been painted."
+    fi
     sleep 0.5
     take_picture preview
     end "$saver_pid"

@@ -5,6 +5,8 @@
 // An element. It has no attributes.
 class CXMLElementNode : public CXMLTreeNode {
   public:
+    // Shares the parser node of an element unless that has attributes.
+    explicit CXMLElementNode(const CFXMLNode* element);
     // A name that is not of that encoding ends the process.
     CXMLElementNode(const char* name, CFStringEncoding encoding);
 };

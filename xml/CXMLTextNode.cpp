@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
@@ -31,14 +32,26 @@ std::size_t CountSpecialCharacters(std::string_view text) {
 
 bool IsSpace(char byte) { return std::strchr(" \t\n\v\f\r", byte) != nullptr; }
 
+bool IsHexadecimal(std::string_view number) { return number.starts_with("0x") || number.starts_with("0X"); }
+
+// A number without blanks or sign before it.
+double UnsignedToDouble(std::string_view number) {
+    const bool isHexadecimal = IsHexadecimal(number);
+    if (isHexadecimal) number.remove_prefix(2);
+    if (number.starts_with('-')) return 0.0;
+    double value = 0.0;
+    const auto result = std::from_chars(number.data(), number.data() + number.size(), value,
+                                        isHexadecimal ? std::chars_format::hex : std::chars_format::general);
+    const bool isTooLarge = result.ec == std::errc::result_out_of_range && number.find('-') == number.npos;
+    return isTooLarge ? HUGE_VAL : value;
+}
+
 // std::atof with a point in every locale.
 double ToDouble(std::string_view text) {
     while (!text.empty() && IsSpace(text.front())) text.remove_prefix(1);
     const bool isNegative = text.starts_with('-');
     if (isNegative || text.starts_with('+')) text.remove_prefix(1);
-    if (text.starts_with('-')) return 0.0;
-    double value = 0.0;
-    std::from_chars(text.data(), text.data() + text.size(), value);
+    const double value = UnsignedToDouble(text);
     return isNegative ? -value : value;
 }
 
@@ -53,6 +66,14 @@ std::string FixedText(double value, int precision) {
 }
 
 }  // namespace
+
+CXMLTextNode::CXMLTextNode(const CFXMLNode* text) {
+    if (CountSpecialCharacters(text->GetString()) == 0) {
+        SetNode(CFXMLNodeRef(text), kInternalCreate);
+    } else {
+        InternalCreateWithCStr(text->GetString().c_str(), kCFStringEncodingUTF8);
+    }
+}
 
 CXMLTextNode::CXMLTextNode(const char* text, CFStringEncoding encoding) {
     InternalCreateWithCStr(text, encoding);

@@ -6,6 +6,8 @@
 // text from a document, escaped already, changes little; a double quote never is.
 class CXMLTextNode : public CXMLLeafNode {
   public:
+    // Shares the parser node of a text unless some of it needs escaping.
+    explicit CXMLTextNode(const CFXMLNode* text);
     // A text that is not of that encoding leaves the node without a string.
     CXMLTextNode(const char* text, CFStringEncoding encoding);
     explicit CXMLTextNode(double value);  // five decimals

@@ -3,7 +3,6 @@
 #include <new>
 
 #include "support/CErr.h"
-#include "support/OrvStr.h"
 #include "xml/CXMLDocument.h"
 #include "xml/CXMLElementNode.h"
 #include "xml/CXMLTextNode.h"
@@ -29,13 +28,11 @@ CXMLNode* UXML::CreateCXMLNodeFromCFXMLNode(const CFXMLNode* node) {
 }
 
 CXMLElementNode* UXML::CreateCXMLElementNodeFromCFXMLNode(const CFXMLNode* node) {
-    const char* name = OrvStr::GetCStrFromCFStr(node->GetString(), kCFStringEncodingUTF8);
-    return name ? new (std::nothrow) CXMLElementNode(name, kCFStringEncodingUTF8) : nullptr;
+    return new (std::nothrow) CXMLElementNode(node);
 }
 
 CXMLTextNode* UXML::CreateCXMLTextNodeFromCFXMLNode(const CFXMLNode* node) {
-    const char* text = OrvStr::GetCStrFromCFStr(node->GetString(), kCFStringEncodingUTF8);
-    return text ? new (std::nothrow) CXMLTextNode(text, kCFStringEncodingUTF8) : nullptr;
+    return new (std::nothrow) CXMLTextNode(node);
 }
 
 CXMLElementNode* UXML::CreateCXMLElementNodeForParentNode(CXMLDocument& document, CXMLTreeNode* parent,

@@ -1,6 +1,9 @@
 #include "platform/linux/desktop/WebContext.h"
 
+#include <unistd.h>
+
 #include <cstring>
+#include <filesystem>
 #include <string>
 
 #include "platform/Bundle.h"
@@ -54,7 +57,20 @@ bool sandboxWorks() {
     return ran && g_spawn_check_wait_status(status, nullptr);
 }
 
+// WebKit describes each sandbox in a folder of its own and leaves it behind when the program ends.
+struct SandboxFolders {
+    ~SandboxFolders() {
+        const std::string prefix = "webkit-" + std::to_string(getpid()) + "-";
+        std::error_code error;
+        for (const auto& entry :
+             std::filesystem::directory_iterator(std::string(g_get_user_runtime_dir()) + "/.flatpak", error))
+            if (entry.path().filename().string().starts_with(prefix))
+                std::filesystem::remove_all(entry.path(), error);
+    }
+};
+
 WebKitWebContext* makeContext() {
+    static const SandboxFolders removedAtExit;
     WebKitWebContext* context = webkit_web_context_new_ephemeral();
     webkit_web_context_set_cache_model(context, WEBKIT_CACHE_MODEL_DOCUMENT_VIEWER);
     webkit_web_context_set_sandbox_enabled(context, sandboxWorks());

@@ -1,0 +1,69 @@
+#include "xml/CXMLTreeNode.h"
+
+#include <gmock/gmock.h>
+
+#include "xml/CXMLElementNode.h"
+#include "xml/CXMLTextNode.h"
+
+namespace {
+
+using testing::ElementsAre;
+
+// An element that tells of its end.
+class ToldElement : public CXMLElementNode {
+  public:
+    ToldElement(const char* name, std::vector<std::string>& ended)
+        : CXMLElementNode(name, kCFStringEncodingUTF8), mEnded(ended), mName(name) {}
+    ~ToldElement() override { mEnded.push_back(mName); }
+
+  private:
+    std::vector<std::string>& mEnded;
+    std::string mName;
+};
+
+TEST(CXMLTreeNodeTest, ChildrenAreFoundByKeyInTheirOrder) {
+    CXMLElementNode parent("parent", kCFStringEncodingUTF8);
+    EXPECT_EQ(parent.GetChildForKey("a"), nullptr);
+    auto* first = new CXMLElementNode("a", kCFStringEncodingUTF8);
+    auto* second = new CXMLElementNode("a", kCFStringEncodingUTF8);
+    auto* text = new CXMLTextNode("b", kCFStringEncodingUTF8);
+    for (CXMLNode* child : {static_cast<CXMLNode*>(first), static_cast<CXMLNode*>(nullptr),
+                            static_cast<CXMLNode*>(second), static_cast<CXMLNode*>(text)}) {
+        parent.AddChild(child);
+    }
+    EXPECT_EQ(parent.GetChildForKey("a"), first);
+    EXPECT_EQ(parent.GetChildForKey("b"), text);
+    EXPECT_EQ(parent.GetChildForKey("c"), nullptr);
+
+    std::vector<CXMLNode*> children{text, text};
+    EXPECT_EQ(parent.GetChildren(children), 4);
+    EXPECT_THAT(children, ElementsAre(first, nullptr, second, text));
+}
+
+TEST(CXMLTreeNodeTest, TheEndOfANodeIsTheEndOfAllBelowItFirstChildFirst) {
+    std::vector<std::string> ended;
+    {
+        ToldElement root("root", ended);
+        auto* a = new ToldElement("a", ended);
+        a->AddChild(new ToldElement("a1", ended));
+        a->AddChild(new ToldElement("a2", ended));
+        root.AddChild(a);
+        root.AddChild(nullptr);
+        root.AddChild(new ToldElement("b", ended));
+    }
+    EXPECT_THAT(ended, ElementsAre("root", "a", "a1", "a2", "b"));
+}
+
+TEST(CXMLTreeNodeTest, ADeepTreeEndsWithoutADeepStack) {
+    auto* root = new CXMLElementNode("root", kCFStringEncodingUTF8);
+    CXMLTreeNode* last = root;
+    for (int depth = 0; depth < 100'000; ++depth) {
+        auto* child = new CXMLElementNode("a", kCFStringEncodingUTF8);
+        last->AddChild(child);
+        last->GetTree()->AppendChild(child->GetTree());
+        last = child;
+    }
+    delete root;
+}
+
+}  // namespace
