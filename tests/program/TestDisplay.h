@@ -45,5 +45,3 @@ class TestDisplay {
     std::unique_ptr<Child> mServer;
     _XDisplay* mConnection;
 };
-
-constexpr Color kPink{255, 0, 255};
