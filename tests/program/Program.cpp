@@ -38,6 +38,8 @@ Program::Program(const TestDisplay& display) : Program() { environment["DISPLAY"
 Program::~Program() {
     if (!mChild) return;
     const std::vector<pid_t> family = descendants(mChild->id());
+    signal(SIGTERM);  // so that it can tidy up
+    waitForStatus();
     mChild.reset();
     for (const pid_t each : family) kill(each, SIGKILL);
 }
@@ -76,10 +78,12 @@ std::string Program::output() const { return contentsOf(path("stdout")); }
 
 std::string Program::errors() const { return contentsOf(path("stderr")); }
 
-std::vector<std::string> Program::temporaryFiles() const {
+std::vector<std::string> Program::temporaryFolders() const {
     std::vector<std::string> names;
     std::error_code error;
-    for (const auto& entry : fs::directory_iterator(path("temporary"), error))
-        names.push_back(entry.path().filename());
+    for (const auto& entry : fs::directory_iterator(path("temporary"), error)) {
+        const std::string name = entry.path().filename();
+        if (name.starts_with("tellmar-")) names.push_back(name);
+    }
     return names;
 }

@@ -40,8 +40,8 @@ class Program {
     std::string errors() const;
     // The path of something in the program's current folder.
     std::string path(const std::string& name) const { return mFolder.path(name); }
-    // The names of what it has put in the folder for temporary files.
-    std::vector<std::string> temporaryFiles() const;
+    // The names of its own folders among the temporary files.
+    std::vector<std::string> temporaryFolders() const;
 
   private:
     TemporaryFolder mFolder;

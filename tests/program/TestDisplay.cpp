@@ -119,9 +119,9 @@ TestDisplay::Window TestDisplay::windowWithTitle(const std::string& wanted) cons
     ::Window root, parent, *children = nullptr, found = 0;
     unsigned count = 0;
     if (!XQueryTree(mConnection, DefaultRootWindow(mConnection), &root, &parent, &children, &count)) return 0;
-    for (unsigned i = 0; i < count && !found; ++i)
+    for (unsigned i = 0; i < count; ++i)
         if (isVisible(mConnection, children[i]) && title(mConnection, children[i]).starts_with(wanted))
-            found = children[i];
+            found = children[i];  // they come from the bottom to the top
     XFree(children);
     return found;
 }

@@ -29,7 +29,7 @@ class TestDisplay {
     void resizeWindow(Window window, int width, int height);
     void destroyWindow(Window window);
 
-    // The first visible child of the root whose title begins so; 0 when there is none.
+    // The uppermost visible window whose title begins so; 0 when there is none.
     Window windowWithTitle(const std::string& title) const;
     void focus(Window window);
     // Asks the window to close, as its close button would.
