@@ -4,8 +4,8 @@
 
 namespace platform {
 
-// The process's one main loop (GLib's default context), nested runs included, and its end. For the main thread
-// alone; a signal is taken by a source of the loop.
+// The process's one main loop (GLib's default context), nested runs included, and its end. For the main
+// thread alone; a signal is taken by a source of the loop.
 class RunLoop {
   public:
     static void run();
