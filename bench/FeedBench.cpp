@@ -3,9 +3,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <random>
+#include <utility>
 
 #include "bench/FeedRoads.h"
 #include "bench/QuakeMLGenerator.h"

@@ -1,6 +1,7 @@
 #include "bench/QuakeMLGenerator.h"
 
 #include <cstdio>
+#include <iterator>
 #include <random>
 
 namespace {

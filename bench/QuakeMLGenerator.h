@@ -2,6 +2,6 @@
 
 #include <string>
 
-// A QuakeML 1.0.1 document of that many earthquakes, about 3.5 KB each: the values that the feed parser reads
+// A QuakeML 1.0.1 document of that many earthquakes, about 3.8 KB each: the values that the feed parser reads
 // and twenty picks, with the attributes and the nesting of a real answer. The same for the same count.
 std::string generateQuakeML(int eventCount);

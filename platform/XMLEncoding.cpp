@@ -1,6 +1,7 @@
 #include "platform/XMLEncoding.h"
 
-#include <strings.h>
+#include <algorithm>
+#include <cctype>
 
 namespace platform {
 
@@ -33,7 +34,9 @@ XMLEncoding detectXMLEncoding(std::string_view bytes) {
 }
 
 bool isUTF8Name(std::string_view encodingName) {
-    return strcasecmp(std::string(encodingName).c_str(), "UTF-8") == 0;
+    return std::ranges::equal(encodingName, "UTF-8"sv, [](unsigned char byte, unsigned char upper) {
+        return std::toupper(byte) == upper;
+    });
 }
 
 }  // namespace platform

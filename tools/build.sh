@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Configures and builds a preset; its output is shown only when it fails.
+# Configures and builds a preset; its output is shown (its end) only when it fails.
 #
 #     tools/build.sh release|sanitize
 set -euo pipefail
@@ -9,7 +9,7 @@ preset=${1:?which preset: release or sanitize}
 mkdir -p build
 log=build/$preset.log
 if ! { cmake --preset "$preset" && cmake --build --preset "$preset"; } >"$log" 2>&1; then
-    cat "$log" >&2
-    echo "The preset $preset does not build; the output above is in $log." >&2
+    tail -n 60 "$log" >&2
+    echo "The preset $preset does not build; all of the output is in $log." >&2
     exit 1
 fi

@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "platform/linux/desktop/CanvasBacking.h"
+#include "platform/linux/desktop/CrossFade.h"
 #include "platform/linux/desktop/HostWindow.h"
 #include "platform/linux/desktop/NoticePanel.h"
 #include "platform/linux/desktop/ViewPainter.h"
@@ -38,24 +39,6 @@ void coverMonitor(GtkWindow* window) {
 }
 
 }  // namespace
-
-// The content before and after a change, one blended over the other.
-struct Window::Fade {
-    SurfaceRef before, after;
-    Size size;
-    gint64 start = 0;  // microseconds; 0 until the first frame
-    double seconds;
-    double progress = 0;
-    int frames = 0;
-    bool isOver = false;
-
-    void advance(gint64 frameTime) {
-        if (start == 0) start = frameTime;
-        progress = seconds > 0 ? static_cast<double>(frameTime - start) / (seconds * G_USEC_PER_SEC) : 1;
-        ++frames;
-        if (progress >= 1) isOver = true;
-    }
-};
 
 std::unique_ptr<Window> Window::open(const Size& size, bool fullscreen) {
     GtkWidget* topLevel = gtk_window_new(GTK_WINDOW_TOPLEVEL);
@@ -157,7 +140,7 @@ void Window::setContentView(std::unique_ptr<ScreenSaverView> root) {
 void Window::resized() {
     const Size now = size();
     if (!mRoot || mRoot->bounds().size() == now) return;
-    if (mFade) mFade->isOver = true;
+    if (mFade) mFade->giveUp();
     mRoot->setFrame({0, 0, now.width, now.height});
     mPreviewPainting.reset();
     if (mResizeHandler) mResizeHandler();
@@ -166,9 +149,7 @@ void Window::resized() {
 
 void Window::tick() {
     if (!mRoot->isPreview()) return mRoot->animateOneFrame();
-    SurfaceRef painting(
-        gdk_window_create_similar_surface(gtk_widget_get_window(mArea), CAIRO_CONTENT_COLOR_ALPHA,
-                                          static_cast<int>(size().width), static_cast<int>(size().height)));
+    SurfaceRef painting = makeSurface(CAIRO_CONTENT_COLOR_ALPHA);
     CairoRef cairo(cairo_create(painting.get()));
     Canvas canvas(makeCanvasBacking(cairo.get(), size().height));
     mRoot->setCanvas(&canvas);
@@ -184,16 +165,10 @@ void Window::setNeedsDisplay() {
 
 void Window::draw(cairo_t* cairo) {
     mIsPainted = true;
-    if (!mFade || !mFade->after) {
+    if (mFade)
+        mFade->draw(cairo);
+    else
         drawContent(cairo);
-    } else {
-        cairo_set_source_surface(cairo, mFade->before.get(), 0, 0);
-        cairo_set_operator(cairo, CAIRO_OPERATOR_SOURCE);
-        cairo_paint(cairo);
-        cairo_set_source_surface(cairo, mFade->after.get(), 0, 0);
-        cairo_set_operator(cairo, CAIRO_OPERATOR_OVER);
-        cairo_paint_with_alpha(cairo, mFade->progress);
-    }
     if (!mNotice.empty()) drawNoticePanel(cairo, size(), mNotice);
 }
 
@@ -206,15 +181,14 @@ void Window::drawContent(cairo_t* cairo) {
     cairo_paint(cairo);
 }
 
-SurfaceRef Window::makeSurface() const {
+SurfaceRef Window::makeSurface(cairo_content_t content) const {
     const Size now = size();
-    return SurfaceRef(gdk_window_create_similar_surface(gtk_widget_get_window(mArea), CAIRO_CONTENT_COLOR,
-                                                        static_cast<int>(now.width),
-                                                        static_cast<int>(now.height)));
+    return SurfaceRef(gdk_window_create_similar_surface(
+        gtk_widget_get_window(mArea), content, static_cast<int>(now.width), static_cast<int>(now.height)));
 }
 
 SurfaceRef Window::snapshot() {
-    SurfaceRef surface = makeSurface();
+    SurfaceRef surface = makeSurface(CAIRO_CONTENT_COLOR);
     CairoRef cairo(cairo_create(surface.get()));
     drawContent(cairo.get());
     return surface;
@@ -223,33 +197,12 @@ SurfaceRef Window::snapshot() {
 void Window::crossFade(double seconds, const std::function<void()>& applyChange) {
     if (!mTopLevel || !gtk_widget_get_mapped(mArea) || RunLoop::isStopping()) return applyChange();
 
-    mFade = std::make_unique<Fade>();
-    mFade->seconds = seconds;
-    mFade->before = snapshot();
+    mFade = std::make_unique<CrossFade>(mArea, snapshot(), seconds);
     applyChange();
-    mFade->after = snapshot();
-    const guint callback = gtk_widget_add_tick_callback(
-        mArea,
-        [](GtkWidget* area, GdkFrameClock* clock, gpointer fade) -> gboolean {
-            static_cast<Fade*>(fade)->advance(gdk_frame_clock_get_frame_time(clock));
-            gtk_widget_queue_draw(area);
-            return G_SOURCE_CONTINUE;
-        },
-        mFade.get(), nullptr);
-    // A window that is not shown any more gets no frames.
-    const guint deadline = g_timeout_add(
-        static_cast<guint>(seconds * 1000) + 500,
-        [](gpointer fade) -> gboolean {
-            static_cast<Fade*>(fade)->isOver = true;
-            return G_SOURCE_CONTINUE;
-        },
-        mFade.get());
-    RunLoop::runUntil([this] { return mFade->isOver || !mTopLevel; });
-    g_source_remove(deadline);
-    if (mTopLevel) gtk_widget_remove_tick_callback(mArea, callback);
+    mFade->run(snapshot());
 
     char line[80];
-    std::snprintf(line, sizeof line, "fade: %.2f s, %d frames", seconds, mFade->frames);
+    std::snprintf(line, sizeof line, "fade: %.2f s, %d frames", seconds, mFade->frames());
     trace(line);
     mFade.reset();
     setNeedsDisplay();
@@ -257,7 +210,7 @@ void Window::crossFade(double seconds, const std::function<void()>& applyChange)
 
 void Window::showNotice(const std::string& text, const std::string& explanation, double seconds) {
     mNotice = text + "\n\n" + explanation;
-    if (mFade) mFade->isOver = true;
+    if (mFade) mFade->giveUp();
     gtk_widget_queue_draw(mArea);
     bool seen = false;
     const guint timer = g_timeout_add(

@@ -11,6 +11,8 @@
 
 namespace platform {
 
+class CrossFade;
+
 // A window that shows a tree of views and nothing of GTK's own: one of ours, or one inside a window that a
 // screen-saver host gave. Its end, by the user or the host, stops the main loop.
 class Window {
@@ -50,8 +52,6 @@ class Window {
     GtkWindow* gtkWindow() { return GTK_WINDOW(mTopLevel); }
 
   private:
-    struct Fade;
-
     Window(GtkWidget* topLevel, bool isEmbedded);
     void connectSignals();
     void fillHost(GdkWindow* host);
@@ -59,7 +59,7 @@ class Window {
     void resized();
     void draw(cairo_t* cairo);
     void drawContent(cairo_t* cairo);
-    SurfaceRef makeSurface() const;
+    SurfaceRef makeSurface(cairo_content_t content) const;
     SurfaceRef snapshot();
 
     GtkWidget* mTopLevel;  // owned, destroyed with this
@@ -70,7 +70,7 @@ class Window {
     std::unique_ptr<ScreenSaverView> mRoot;
     std::function<void()> mResizeHandler;
     SurfaceRef mPreviewPainting;
-    std::unique_ptr<Fade> mFade;
+    std::unique_ptr<CrossFade> mFade;
     std::string mNotice;
 };
 

@@ -87,6 +87,10 @@ int HttpTransfer::judge(CURLcode result) {
         return status() != 0 ? static_cast<int>(status()) : coreFoundationUnknownErr;
     }
     if (result == CURLE_OK) return 0;
+    if (mTooLarge) {
+        mFailure = "larger than " + std::to_string(mLimits.bytes) + " bytes";
+        return CURLE_FILESIZE_EXCEEDED;
+    }
     mFailure = mDetail[0] != '\0' ? mDetail.data() : curl_easy_strerror(result);
     return result;
 }
@@ -99,7 +103,8 @@ long HttpTransfer::status() const {
 
 bool HttpTransfer::take(const char* bytes, std::size_t count) {
     if (status() != kHttpOK) return false;
-    if (mBody.size() + count > static_cast<std::size_t>(mLimits.bytes)) return false;
+    mTooLarge = mBody.size() + count > static_cast<std::size_t>(mLimits.bytes);
+    if (mTooLarge) return false;
     mBody.append(bytes, count);
     return true;
 }

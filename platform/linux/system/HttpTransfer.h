@@ -26,7 +26,8 @@ class HttpTransfer {
     HttpTransfer& operator=(const HttpTransfer&) = delete;
 
     // Returns 0 when the server answered 200 and body() is whole, else curl's code or the HTTP status; body()
-    // is then empty. To be called once.
+    // is then empty. libcurl does not notice a gzip stream that ends too early if HTTP itself ended in good
+    // order: that is left to whoever parses the body. To be called once.
     int run();
     std::string& body() { return mBody; }
     // What went wrong, for people.
@@ -46,6 +47,7 @@ class HttpTransfer {
     CURLM* mMulti;
     std::array<char, CURL_ERROR_SIZE> mDetail{};
     std::string mBody;
+    bool mTooLarge = false;
     std::string mFailure;
 };
 

@@ -6,6 +6,8 @@ namespace platform {
 
 namespace {
 
+constexpr int kMostPumped = 16;  // sources that are always ready must not keep the caller for ever
+
 bool stopping = false;
 
 }  // namespace
@@ -19,7 +21,7 @@ void RunLoop::runUntil(const std::function<bool()>& done) {
 }
 
 void RunLoop::pump() {
-    while (!stopping && g_main_context_iteration(nullptr, false)) {
+    for (int i = 0; i < kMostPumped && !stopping && g_main_context_iteration(nullptr, false); ++i) {
     }
 }
 

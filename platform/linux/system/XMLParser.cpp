@@ -19,7 +19,8 @@ namespace {
 constexpr char kSpace[] = " \t\r\n";
 constexpr std::string_view kDocumentType = "<!DOCTYPE";
 
-// Replaced in attributes' values by expat, one within the other: as many levels as there are declarations.
+// Expat replaces entities in attributes' values, before 2.7 by a call within a call for each entity within
+// another.
 constexpr int kMaxEntities = 1000;
 
 struct ParserDeleter {
@@ -58,7 +59,7 @@ class TreeBuilder {
 
     std::string_view eventSource() const;
     CFXMLNodeRef elementNode(std::string_view name);
-    CFXMLNodeRef plainElementNode(std::string_view name);
+    CFXMLNodeRef plainElementNode(std::string_view name, bool isEmpty);
     void reference();
     void flushText(bool beforeReference);
     CFXMLTree* append(CFXMLNodeRef node);
@@ -68,7 +69,8 @@ class TreeBuilder {
     std::string_view mSource;
     CFXMLTreeRef mDocument;
     std::vector<CFXMLTree*> mOpen;  // the document and the elements that have not ended
-    std::unordered_map<std::string, CFXMLNodeRef> mPlainElements;  // without attributes, by name: one for all
+    // The one node of all elements of a name that have no attributes, those of one tag apart.
+    std::unordered_map<std::string, CFXMLNodeRef> mPlainElements[2];
     std::string mName;
     std::string mText;  // read, not yet a node
     bool mAfterReference = false;
@@ -195,17 +197,20 @@ CFXMLNodeRef TreeBuilder::elementNode(std::string_view name) {
     std::string_view tag = eventSource();
     tag.remove_prefix(1 + name.size());
     tag.remove_suffix(1);
-    if (tag.empty()) return plainElementNode(name);
     const bool isEmpty = tag.ends_with('/');
     if (isEmpty) tag.remove_suffix(1);
+    const std::string_view attributes = trimmed(tag);
+    if (attributes.empty()) return plainElementNode(name, isEmpty);
     return CFXMLNodeCreate(kCFXMLNodeTypeElement, std::string(name),
-                           CFXMLNodeInfo{.text = std::string(trimmed(tag)), .isEmpty = isEmpty});
+                           CFXMLNodeInfo{.text = std::string(attributes), .isEmpty = isEmpty});
 }
 
-CFXMLNodeRef TreeBuilder::plainElementNode(std::string_view name) {
+CFXMLNodeRef TreeBuilder::plainElementNode(std::string_view name, bool isEmpty) {
     mName = name;
-    CFXMLNodeRef& node = mPlainElements[mName];
-    if (!node) node = CFXMLNodeCreate(kCFXMLNodeTypeElement, mName);
+    CFXMLNodeRef& node = mPlainElements[isEmpty][mName];
+    if (node) return node;
+    node = isEmpty ? CFXMLNodeCreate(kCFXMLNodeTypeElement, mName, CFXMLNodeInfo{.text = {}, .isEmpty = true})
+                   : CFXMLNodeCreate(kCFXMLNodeTypeElement, mName);
     return node;
 }
 

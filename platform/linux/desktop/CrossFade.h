@@ -1,0 +1,36 @@
+#pragma once
+
+#include <gtk/gtk.h>
+
+#include "platform/linux/desktop/Handles.h"
+
+namespace platform {
+
+// A picture of a widget, and over it another that grows from nothing to full strength.
+class CrossFade {
+  public:
+    CrossFade(GtkWidget* area, SurfaceRef before, double seconds);
+    CrossFade(const CrossFade&) = delete;
+    CrossFade& operator=(const CrossFade&) = delete;
+
+    // Follows the widget's frames in a run of the main loop. Returns when the fade is over or given up, when
+    // the widget is shown no more, or when the main loop is to stop.
+    void run(SurfaceRef after);
+    void giveUp() { mIsOver = true; }
+
+    void draw(cairo_t* cairo) const;
+    int frames() const { return mFrames; }
+
+  private:
+    void advance(gint64 frameTime);
+
+    ObjectRef<GtkWidget> mArea;
+    SurfaceRef mBefore, mAfter;
+    double mSeconds;
+    gint64 mStart = 0;  // microseconds; 0 until the first frame
+    double mProgress = 0;
+    int mFrames = 0;
+    bool mIsOver = false;
+};
+
+}  // namespace platform

@@ -1,0 +1,142 @@
+#include "platform/ScreenSaverDefaults.h"
+
+#include <fcntl.h>
+#include <glib.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <map>
+
+#include "platform/Files.h"
+
+namespace platform {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr char kGroup[] = "Settings";
+constexpr int kPrivateFolder = 0700;
+
+// Absent counts as empty. Damaged: read, but no key file. Unusable: not to be read, and so not to be
+// replaced.
+enum class FileState { Good, Damaged, Unusable };
+
+class KeyFile {
+  public:
+    KeyFile() : mKeys(g_key_file_new()) {}
+    ~KeyFile() { g_key_file_unref(mKeys); }
+    KeyFile(const KeyFile&) = delete;
+    KeyFile& operator=(const KeyFile&) = delete;
+
+    FileState load(const std::string& path) {
+        std::error_code error;
+        const fs::file_status status = fs::status(path, error);
+        if (status.type() == fs::file_type::not_found) return FileState::Good;
+        std::string text;
+        if (!fs::is_regular_file(status) || !readFile(path, text)) return FileState::Unusable;
+        const auto flags =
+            static_cast<GKeyFileFlags>(G_KEY_FILE_KEEP_COMMENTS | G_KEY_FILE_KEEP_TRANSLATIONS);
+        const bool good = g_key_file_load_from_data(mKeys, text.data(), text.size(), flags, nullptr);
+        return good ? FileState::Good : FileState::Damaged;
+    }
+    int integer(const std::string& key) const {
+        return g_key_file_get_integer(mKeys, kGroup, key.c_str(), nullptr);
+    }
+    void setInteger(const std::string& key, int value) {
+        g_key_file_set_integer(mKeys, kGroup, key.c_str(), value);
+    }
+    std::string text() const {
+        gsize length = 0;
+        char* const data = g_key_file_to_data(mKeys, &length, nullptr);
+        const std::string result(data, length);
+        g_free(data);
+        return result;
+    }
+
+  private:
+    GKeyFile* mKeys;
+};
+
+// Keeps other processes from writing in a folder for as long as it lives.
+class FolderLock {
+  public:
+    explicit FolderLock(const std::string& folder)
+        : mFolder(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+        if (mFolder >= 0) flock(mFolder, LOCK_EX);
+    }
+    ~FolderLock() {
+        if (mFolder >= 0) close(mFolder);
+    }
+    FolderLock(const FolderLock&) = delete;
+    FolderLock& operator=(const FolderLock&) = delete;
+
+  private:
+    int mFolder;
+};
+
+bool isTaken(const std::string& path) {
+    std::error_code error;
+    return fs::symlink_status(path, error).type() != fs::file_type::not_found;
+}
+
+bool setAside(const std::string& path) {
+    std::string aside = path + ".damaged";
+    for (int number = 1; isTaken(aside); ++number) aside = path + ".damaged." + std::to_string(number);
+    std::error_code error;
+    fs::rename(path, aside, error);
+    return !error;
+}
+
+}  // namespace
+
+struct ScreenSaverDefaults::Store {
+    std::string folder, path;
+    std::map<std::string, int> changes;  // not yet written
+
+    // Merges the changes into what is stored by now: another process may have written meanwhile.
+    bool write() const {
+        if (g_mkdir_with_parents(folder.c_str(), kPrivateFolder) != 0) return false;
+        const FolderLock lock(folder);
+        KeyFile file;
+        const FileState state = file.load(path);
+        if (state == FileState::Unusable) return false;
+        if (state == FileState::Damaged && !setAside(path)) return false;
+        for (const auto& [key, value] : changes) file.setInteger(key, value);
+        return writeFileAtomically(path, file.text());
+    }
+};
+
+ScreenSaverDefaults::ScreenSaverDefaults(std::unique_ptr<Store> store) : mStore(std::move(store)) {}
+ScreenSaverDefaults::~ScreenSaverDefaults() = default;
+ScreenSaverDefaults::ScreenSaverDefaults(ScreenSaverDefaults&&) noexcept = default;
+
+ScreenSaverDefaults ScreenSaverDefaults::defaultsForModuleWithName(const std::string& name) {
+    auto store = std::make_unique<Store>();
+    store->folder = std::string(g_get_user_config_dir()) + "/tellmar";
+    store->path = store->folder + "/" + name + ".ini";
+    return ScreenSaverDefaults(std::move(store));
+}
+
+int ScreenSaverDefaults::integerForKey(const std::string& key) const {
+    const auto change = mStore->changes.find(key);
+    if (change != mStore->changes.end()) return change->second;
+    KeyFile file;
+    return file.load(mStore->path) == FileState::Good ? file.integer(key) : 0;
+}
+
+void ScreenSaverDefaults::setInteger(int value, const std::string& key) { mStore->changes[key] = value; }
+
+bool ScreenSaverDefaults::synchronize() {
+    if (mStore->changes.empty()) return true;
+    if (!mStore->write()) {
+        std::fprintf(stderr, "tellmar: cannot write the settings to %s\n", mStore->path.c_str());
+        return false;
+    }
+    mStore->changes.clear();
+    return true;
+}
+
+}  // namespace platform

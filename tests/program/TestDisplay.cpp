@@ -1,0 +1,150 @@
+#include "tests/program/TestDisplay.h"
+
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+#include <X11/extensions/XTest.h>
+#include <X11/extensions/Xfixes.h>
+
+#include <cstdlib>
+#include <fstream>
+
+#include "tests/program/Waiting.h"
+
+namespace {
+
+constexpr char kServer[] = "/usr/bin/Xvfb";
+constexpr unsigned long kPinkPixel = 0xFFFF00FF;
+
+// A window that ends between two requests must not end the test.
+int ignoreError(::Display*, XErrorEvent*) { return 0; }
+
+std::string firstLine(const std::string& path) {
+    std::ifstream file(path);
+    std::string line;
+    std::getline(file, line);
+    return file.eof() ? "" : line;
+}
+
+std::string title(::Display* connection, ::Window window) {
+    char* text = nullptr;
+    if (!XFetchName(connection, window, &text) || !text) return "";
+    const std::string copy = text;
+    XFree(text);
+    return copy;
+}
+
+bool isVisible(::Display* connection, ::Window window) {
+    XWindowAttributes attributes;
+    return XGetWindowAttributes(connection, window, &attributes) && attributes.map_state == IsViewable;
+}
+
+}  // namespace
+
+TestDisplay::TestDisplay(int width, int height) {
+    const std::string screen = std::to_string(width) + "x" + std::to_string(height) + "x24";
+    // The server writes its number to its own stdout once it is ready.
+    mServer = std::make_unique<Child>(std::vector<std::string>{kServer, "-displayfd", "1", "-screen", "0",
+                                                               screen, "-nolisten", "tcp", "-noreset"},
+                                      Child::Place{mFolder.path(), {}, mFolder.path("number"), "/dev/null"});
+    waitUntil([&] { return !firstLine(mFolder.path("number")).empty(); });
+    mName = ":" + firstLine(mFolder.path("number"));
+    XSetErrorHandler(ignoreError);
+    mConnection = XOpenDisplay(mName.c_str());
+    if (!mConnection) std::abort();
+}
+
+TestDisplay::~TestDisplay() { XCloseDisplay(mConnection); }
+
+Picture TestDisplay::picture() const {
+    XWindowAttributes root;
+    XGetWindowAttributes(mConnection, DefaultRootWindow(mConnection), &root);
+    XImage* image =
+        XGetImage(mConnection, DefaultRootWindow(mConnection), 0, 0, static_cast<unsigned>(root.width),
+                  static_cast<unsigned>(root.height), AllPlanes, ZPixmap);
+    Picture picture{root.width, root.height, {}};
+    picture.pixels.reserve(static_cast<std::size_t>(root.width * root.height));
+    for (int y = 0; y < root.height; ++y) {
+        const auto* row = reinterpret_cast<const std::uint32_t*>(image->data + y * image->bytes_per_line);
+        for (int x = 0; x < root.width; ++x) picture.pixels.push_back(row[x] & 0xFFFFFF);
+    }
+    XDestroyImage(image);
+    return picture;
+}
+
+bool TestDisplay::cursorIsVisible() const {
+    XFixesCursorImage* cursor = XFixesGetCursorImage(mConnection);
+    bool isVisible = false;
+    for (int i = 0; i < cursor->width * cursor->height; ++i) isVisible |= (cursor->pixels[i] >> 24) != 0;
+    XFree(cursor);
+    return isVisible;
+}
+
+TestDisplay::Window TestDisplay::createWindow(int width, int height) {
+    return createWindow(width, height, 24);
+}
+
+TestDisplay::Window TestDisplay::createWindowWithAlpha(int width, int height) {
+    return createWindow(width, height, 32);
+}
+
+TestDisplay::Window TestDisplay::createWindow(int width, int height, int depth) {
+    const ::Window root = DefaultRootWindow(mConnection);
+    XVisualInfo visual;
+    if (!XMatchVisualInfo(mConnection, DefaultScreen(mConnection), depth, TrueColor, &visual)) std::abort();
+    XSetWindowAttributes attributes{};
+    attributes.background_pixel = kPinkPixel;
+    attributes.border_pixel = 0;
+    attributes.override_redirect = True;
+    attributes.colormap = XCreateColormap(mConnection, root, visual.visual, AllocNone);
+    const ::Window window =
+        XCreateWindow(mConnection, root, 0, 0, static_cast<unsigned>(width), static_cast<unsigned>(height), 0,
+                      depth, InputOutput, visual.visual,
+                      CWBackPixel | CWBorderPixel | CWOverrideRedirect | CWColormap, &attributes);
+    XMapWindow(mConnection, window);
+    XSync(mConnection, False);
+    return window;
+}
+
+void TestDisplay::resizeWindow(Window window, int width, int height) {
+    XResizeWindow(mConnection, window, static_cast<unsigned>(width), static_cast<unsigned>(height));
+    XSync(mConnection, False);
+}
+
+void TestDisplay::destroyWindow(Window window) {
+    XDestroyWindow(mConnection, window);
+    XSync(mConnection, False);
+}
+
+TestDisplay::Window TestDisplay::windowWithTitle(const std::string& wanted) const {
+    ::Window root, parent, *children = nullptr, found = 0;
+    unsigned count = 0;
+    if (!XQueryTree(mConnection, DefaultRootWindow(mConnection), &root, &parent, &children, &count)) return 0;
+    for (unsigned i = 0; i < count; ++i)
+        if (isVisible(mConnection, children[i]) && title(mConnection, children[i]).starts_with(wanted))
+            found = children[i];  // they come from the bottom to the top
+    XFree(children);
+    return found;
+}
+
+void TestDisplay::focus(Window window) {
+    XSetInputFocus(mConnection, window, RevertToParent, CurrentTime);
+    XSync(mConnection, False);
+}
+
+void TestDisplay::close(Window window) {
+    XEvent event{};
+    event.xclient.type = ClientMessage;
+    event.xclient.window = window;
+    event.xclient.message_type = XInternAtom(mConnection, "WM_PROTOCOLS", False);
+    event.xclient.format = 32;
+    event.xclient.data.l[0] = static_cast<long>(XInternAtom(mConnection, "WM_DELETE_WINDOW", False));
+    XSendEvent(mConnection, window, False, NoEventMask, &event);
+    XSync(mConnection, False);
+}
+
+void TestDisplay::press(const std::string& key) {
+    const unsigned code = XKeysymToKeycode(mConnection, XStringToKeysym(key.c_str()));
+    XTestFakeKeyEvent(mConnection, code, True, CurrentTime);
+    XTestFakeKeyEvent(mConnection, code, False, CurrentTime);
+    XSync(mConnection, False);
+}

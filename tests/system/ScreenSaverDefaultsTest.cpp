@@ -1,0 +1,152 @@
+#include "platform/ScreenSaverDefaults.h"
+
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+using platform::ScreenSaverDefaults;
+using testing::HasSubstr;
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr char kModule[] = "org.tellmar.Test";
+constexpr char kKey[] = "DisplayQuakeForNSeconds";
+
+// One folder for the whole process: GLib asks for it once.
+const std::string& configHome() {
+    static const std::string folder = [] {
+        std::string name = testing::TempDir() + "settings-XXXXXX";
+        mkdtemp(name.data());
+        setenv("XDG_CONFIG_HOME", name.c_str(), true);
+        return name;
+    }();
+    return folder;
+}
+
+std::string contentOf(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+ScreenSaverDefaults defaults() { return ScreenSaverDefaults::defaultsForModuleWithName(kModule); }
+
+bool store(int value, const std::string& key = kKey) {
+    ScreenSaverDefaults settings = defaults();
+    settings.setInteger(value, key);
+    return settings.synchronize();
+}
+
+// Expects that storing fails with one line on stderr.
+void expectStoreFails() {
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(store(5));
+    const std::string told = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(std::count(told.begin(), told.end(), '\n'), 1) << told;
+}
+
+class ScreenSaverDefaultsTest : public testing::Test {
+  protected:
+    ScreenSaverDefaultsTest() : folder(configHome() + "/tellmar"), path(folder + "/" + kModule + ".ini") {}
+    ~ScreenSaverDefaultsTest() override { fs::remove_all(configHome()); }
+
+    void put(const std::string& content) const {
+        fs::create_directories(folder);
+        std::ofstream(path, std::ios::binary) << content;
+    }
+
+    const std::string folder, path;
+};
+
+TEST_F(ScreenSaverDefaultsTest, WhatIsStoredIsReadBackByTheNextProcess) {
+    EXPECT_EQ(defaults().integerForKey(kKey), 0);
+    for (const int value : {5, -7, 0, 2147483647}) {
+        EXPECT_TRUE(store(value));
+        EXPECT_EQ(defaults().integerForKey(kKey), value);
+    }
+    EXPECT_EQ(ScreenSaverDefaults::defaultsForModuleWithName("other").integerForKey(kKey), 0);
+    struct stat status;
+    ASSERT_EQ(stat(folder.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0700u);
+}
+
+TEST_F(ScreenSaverDefaultsTest, NothingIsWrittenBeforeSynchronize) {
+    ScreenSaverDefaults settings = defaults();
+    settings.setInteger(9, kKey);
+    EXPECT_EQ(settings.integerForKey(kKey), 9);
+    EXPECT_FALSE(fs::exists(path));
+}
+
+TEST_F(ScreenSaverDefaultsTest, OtherKeysGroupsAndCommentsAreKept) {
+    put("# mine\n\n[Other]\nname[nl]=waarde\n\n[Settings]\n# why\nVolume=loud\nDisplayQuakeForNSeconds=8\n");
+    EXPECT_TRUE(store(6));
+    EXPECT_EQ(
+        contentOf(path),
+        "# mine\n\n[Other]\nname[nl]=waarde\n\n[Settings]\n# why\nVolume=loud\nDisplayQuakeForNSeconds=6\n");
+}
+
+TEST_F(ScreenSaverDefaultsTest, TwoWritersKeepEachOthersKeys) {
+    ScreenSaverDefaults first = defaults(), second = defaults();
+    first.setInteger(1, "First");
+    second.setInteger(2, "Second");
+    EXPECT_TRUE(first.synchronize());
+    EXPECT_TRUE(second.synchronize());
+    EXPECT_EQ(defaults().integerForKey("First"), 1);
+    EXPECT_EQ(defaults().integerForKey("Second"), 2);
+}
+
+TEST_F(ScreenSaverDefaultsTest, AValueThatIsNoIntegerIsZero) {
+    for (const char* value : {"", "abc", "5s", "5.5", "99999999999", "0x5", "\xff"}) {
+        put("[Settings]\nDisplayQuakeForNSeconds=" + std::string(value) + "\n");
+        EXPECT_EQ(defaults().integerForKey(kKey), 0) << value;
+    }
+}
+
+TEST_F(ScreenSaverDefaultsTest, ADamagedFileIsSetAsideAndNeverLost) {
+    put("first damage");
+    EXPECT_EQ(defaults().integerForKey(kKey), 0);
+    EXPECT_EQ(contentOf(path), "first damage");
+    EXPECT_TRUE(store(5));
+    put("second damage");
+    EXPECT_TRUE(store(7));
+    EXPECT_EQ(defaults().integerForKey(kKey), 7);
+    EXPECT_EQ(contentOf(path + ".damaged"), "first damage");
+    EXPECT_EQ(contentOf(path + ".damaged.1"), "second damage");
+}
+
+TEST_F(ScreenSaverDefaultsTest, AFileThatMayNotBeReadIsLeftAlone) {
+    put("[Settings]\nDisplayQuakeForNSeconds=8\n");
+    fs::permissions(folder, fs::perms::all);
+    fs::permissions(configHome(), fs::perms::all);
+    fs::permissions(path, fs::perms::none);
+    // The superuser may read anything.
+    const auto storeAsOrdinaryUser = [] {
+        if (geteuid() == 0 && seteuid(65534) != 0) _exit(2);
+        const bool readsAsEmpty = defaults().integerForKey(kKey) == 0;
+        _exit(readsAsEmpty && !store(5) ? 0 : 1);
+    };
+    EXPECT_EXIT(storeAsOrdinaryUser(), testing::ExitedWithCode(0), "cannot write the settings");
+    fs::permissions(path, fs::perms::owner_all);
+    EXPECT_THAT(contentOf(path), HasSubstr("=8"));
+}
+
+TEST_F(ScreenSaverDefaultsTest, AFolderThatCannotBeHadIsToldInOneLine) {
+    fs::create_directories(configHome());
+    std::ofstream(folder) << "a file where the folder should be";
+    EXPECT_EQ(defaults().integerForKey(kKey), 0);
+    expectStoreFails();
+}
+
+TEST_F(ScreenSaverDefaultsTest, SomethingElseInTheFilesPlaceIsLeftAlone) {
+    fs::create_directories(path);
+    expectStoreFails();
+    EXPECT_TRUE(fs::is_directory(path));
+}
+
+}  // namespace
