@@ -1,6 +1,6 @@
 "use strict";
 
-// The relief pictures under the map. A tile's name is its column (modulo the columns of its zoom) and its row.
+// The relief pictures under the map. A tile's name is its column, counted from 180 degrees, and its row.
 
 const RELIEF = {
   sea: {zoom: 6, names: new Set(BASEMAP.tiles.sea)},
@@ -18,7 +18,7 @@ function reliefTiles(view, kind) {
   const tiles = [];
   for (let row = Math.floor(view.top / size); row * size < view.top + view.height; ++row) {
     for (let column = Math.floor(view.left / size); column * size < view.left + view.width; ++column) {
-      const name = ((column % columns) + columns) % columns + "_" + row;
+      const name = (((column + columns / 2) % columns) + columns) % columns + "_" + row;
       if (names.has(name)) {
         tiles.push({image: reliefImage(`bundle:///basemap/${kind}/${name}.webp`), column, row, size});
       }
