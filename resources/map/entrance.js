@@ -1,15 +1,20 @@
 "use strict";
 
-// Rings that spread once from the quake when the page comes to the screen, and are gone after two seconds.
+// Rings that spread once from the quake when the page has come to the screen, and are gone after two seconds. They
+// wait a little, for the same process may just load the next page.
 
-const ENTRANCE_SECONDS = 1.8;
+const ENTRANCE_DELAY = 500;  // milliseconds
+const ENTRANCE_SECONDS = 1.4;
 const ENTRANCE_RINGS = 3;
 const ENTRANCE_REACH = 2.6;  // radii of the mark
 
 function startEntrance(mark) {
-  if (matchMedia("(prefers-reduced-motion: reduce)").matches) {
-    return;
+  if (!matchMedia("(prefers-reduced-motion: reduce)").matches) {
+    setTimeout(() => spreadRings(mark), ENTRANCE_DELAY);
   }
+}
+
+function spreadRings(mark) {
   const reach = Math.ceil(mark.radius * ENTRANCE_REACH);
   const canvas = document.createElement("canvas");
   const density = window.devicePixelRatio || 1;

@@ -69,9 +69,9 @@ function nameItem(unit, [name, kind, rank, angle, longitude, latitude]) {
   };
 }
 
-// Volcanoes that bear the name of an island or a mountain on the map keep their sign alone.
+// Volcanoes that bear the name of an island, a mountain or a town on the map are left to it.
 function volcanoItems(unit) {
-  const named = new Set(BASEMAP.labels.map(([name]) => name));
+  const named = new Set([...BASEMAP.labels, ...BASEMAP.places].map(([name]) => name));
   return BASEMAP.volcanoes.filter(([name]) => !named.has(name)).map(([name, isUnderSea, longitude, latitude]) =>
       nameItem(unit, [name, isUnderSea ? "seamount" : "volcano", 1, 0, longitude, latitude]));
 }

@@ -4,6 +4,8 @@
 
 const COLOURS = {
   sea: "#0a1a2e",
+  seaClear: "rgba(10, 26, 46, 0)",
+  calm: "rgba(5, 16, 32, 0.24)",  // over the sea floor, whose shallows are bright
   land: "#2a3330",
   grid: "rgba(170, 205, 230, 0.09)",
   shallows: "rgba(140, 205, 230, 0.07)",
@@ -17,7 +19,10 @@ const COLOURS = {
   trenchGlow: "rgba(255, 80, 56, 0.16)",
   darkness: "2, 6, 12",
 };
-const TOOTH_SPACING = 34;  // units between the teeth of a trench
+
+const RELIEF_FADE = 4;  // degrees of longitude
+const GRAIN_SIZE = 128;  // pixels
+const GRAIN_ALPHA = 9;  // of 255
 
 function drawLayers(context, view, density) {
   context.lineJoin = "round";
@@ -30,6 +35,7 @@ function drawLayers(context, view, density) {
   stroke(context, coast, COLOURS.coast, 0.8 * lineUnit(view));
   drawTectonics(context, view, density);
   drawDarkEdges(context, view);
+  drawGrain(context, view);
 }
 
 function lineUnit(view) {
@@ -48,6 +54,27 @@ function drawSea(context, view, density) {
   context.fillStyle = COLOURS.sea;
   context.fillRect(0, 0, view.width, view.height);
   drawRelief(context, view, "sea", density);
+  drawEndOfRelief(context, view);
+  context.fillStyle = COLOURS.calm;
+  context.fillRect(0, 0, view.width, view.height);
+}
+
+// The relief ends at straight lines; before them it sinks into the plain sea.
+function drawEndOfRelief(context, view) {
+  const {west, east, north, south} = reliefBounds();
+  const width = RELIEF_FADE * view.world / 360;
+  fadeOut(context, view, view.x(west), 0, view.x(west) + width, 0);
+  fadeOut(context, view, view.x(east), 0, view.x(east) - width, 0);
+  fadeOut(context, view, 0, view.y(north), 0, view.y(north) + width);
+  fadeOut(context, view, 0, view.y(south), 0, view.y(south) - width);
+}
+
+function fadeOut(context, view, x, y, clearX, clearY) {
+  const fade = context.createLinearGradient(x, y, clearX, clearY);
+  fade.addColorStop(0, COLOURS.sea);
+  fade.addColorStop(1, COLOURS.seaClear);
+  context.fillStyle = fade;
+  context.fillRect(0, 0, view.width, view.height);
 }
 
 function drawLand(context, view, coast, density) {
@@ -105,6 +132,23 @@ function drawDarkEdges(context, view) {
   shade.addColorStop(0, `rgba(${COLOURS.darkness}, 0)`);
   shade.addColorStop(1, `rgba(${COLOURS.darkness}, 0.62)`);
   context.fillStyle = shade;
+  context.fillRect(0, 0, view.width, view.height);
+}
+
+// A fine grain that is always the same: without it the dark gradients would show steps.
+function drawGrain(context, view) {
+  const canvas = document.createElement("canvas");
+  canvas.width = canvas.height = GRAIN_SIZE;
+  const own = canvas.getContext("2d");
+  const grain = own.createImageData(GRAIN_SIZE, GRAIN_SIZE);
+  let random = 1;
+  for (let i = 0; i < grain.data.length; i += 4) {
+    random = random * 16807 % 2147483647;
+    grain.data.fill(random >> 8 & 255, i, i + 3);
+    grain.data[i + 3] = GRAIN_ALPHA;
+  }
+  own.putImageData(grain, 0, 0);
+  context.fillStyle = context.createPattern(canvas, "repeat");
   context.fillRect(0, 0, view.width, view.height);
 }
 

@@ -9,11 +9,11 @@ const UNKNOWN_COLOUR = "206, 220, 228";
 const DEPTH_STYLES = {
   shallow: {glow: null, dashes: [], fill: 0.34},
   intermediate: {glow: "168, 120, 255", dashes: [0.34, 0.16], fill: 0.16},
-  deep: {glow: "70, 164, 255", dashes: [0.02, 0.17], fill: 0.05},
+  deep: {glow: "70, 164, 255", dashes: [0.02, 0.12], fill: 0.05},
 };
-const RINGS = [{part: 0.36, alpha: 1, width: 2.2}, {part: 0.66, alpha: 0.75, width: 1.7}, {part: 1, alpha: 0.5, width: 1.4}];
+const RINGS = [{part: 0.36, alpha: 1, width: 2.2}, {part: 0.66, alpha: 0.85, width: 1.9}, {part: 1, alpha: 0.65, width: 1.6}];
 const GLOW_REACH = 2.1;  // radii
-const LARGEST_PART = 0.2;  // of the smaller side
+const LARGEST_PART = 0.14;  // of the smaller side
 
 function markColour(magnitude) {
   return magnitude === null ? UNKNOWN_COLOUR : MAGNITUDE_COLOURS.find(([least]) => magnitude >= least)[1];

@@ -7,15 +7,18 @@ const CREDITS = {
       "Plates: Bird 2003, ODC-By. Places: GeoNames, CC BY 4.0. Earthquakes: GeoNet, CC BY 3.0 NZ.",
   short: "Natural Earth · LINZ · GSHHG · GEM · Bird 2003 · GeoNames · GeoNet",
 };
-const LEAST_WHOLE_CREDIT = 560;  // CSS pixels
-const GAP = 4;  // units between the panel and the mark
+const LEAST_WHOLE_CREDIT = 640;  // CSS pixels
+const GAUGE_DEPTH = 700;  // kilometres
 
-// On a small screen the panel gives up these lines, in this order, until it leaves the mark free.
-const LEAST_NEEDED = ["meaning", "size", "date", "depth"];
+// On a low screen the panel gives up these lines, in this order, until it leaves the mark free.
+const LEAST_NEEDED = ["meaning", "size", "date", "gauge", "depth"];
+const SMALL = 0.5;  // unit of a view below which the panel is a strip
+const SMALLEST_UNIT = 0.36;  // pixels
 
 function fillPanel(view, quake) {
   const style = document.documentElement.style;
-  style.setProperty("--unit", Math.max(0.5, view.unit) + "px");
+  style.setProperty("--unit", Math.max(SMALLEST_UNIT, view.unit) + "px");
+  document.body.classList.toggle("small", view.unit < SMALL);
   style.setProperty("--quake", `rgb(${markColour(quake.magnitude)})`);
 
   const kind = magnitudeClass(quake.magnitude);
@@ -24,6 +27,7 @@ function fillPanel(view, quake) {
   setText("#size span", kind ? kind.often : "");
   setText("#place", placeInWords(quake.place, quake.place && nearestPlace(quake.place, namedPlaces())));
   setText("#depth", [depthInWords(quake.depth), depthIsPlaced(quake)].filter(Boolean).join(" · "));
+  fillGauge(quake.depth);
   setText("#date", quake.date);
   setText("#meaning", meaningInWords(quake.magnitude, quake.depth));
   setText("#credit", view.width < LEAST_WHOLE_CREDIT ? CREDITS.short : CREDITS.whole);
@@ -38,6 +42,14 @@ function depthIsPlaced(quake) {
   return document.querySelector("#place").textContent === coordinates ? "" : coordinates;
 }
 
+// A scale from the surface down to the deepest quakes; the upper part is drawn out, for most of them are there.
+function fillGauge(depth) {
+  const gauge = document.getElementById("gauge");
+  gauge.hidden = depth === null;
+  const part = Math.sqrt(Math.min(Math.max(depth, 0) / GAUGE_DEPTH, 1));
+  gauge.querySelector("i").style.top = 100 * part + "%";
+}
+
 function setText(selector, text) {
   const element = document.querySelector(selector);
   element.textContent = text;
@@ -48,6 +60,8 @@ function setText(selector, text) {
 function fitPanel(view, mark) {
   const panel = document.getElementById("panel");
   const free = boxOfMark(mark);
+  const credit = boxOf(document.getElementById("credit"));
+  document.documentElement.style.setProperty("--credit", view.height - credit.top + "px");
   for (const id of ["", ...LEAST_NEEDED]) {
     if (id) {
       document.getElementById(id).hidden = true;

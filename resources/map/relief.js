@@ -27,6 +27,17 @@ function reliefTiles(view, kind) {
   return tiles;
 }
 
+// How far the sea's relief reaches, in degrees.
+function reliefBounds() {
+  const half = 2 ** (RELIEF.sea.zoom - 1);
+  const [columns, rows] = [0, 1].map(part => BASEMAP.tiles.sea.map(name => Number(name.split("_")[part])));
+  const lines = columns.map(column => (column + half) % (2 * half));
+  return {
+    west: Math.min(...lines) / half * 180, east: (Math.max(...lines) + 1) / half * 180,
+    north: latitudeAt(Math.min(...rows) / half / 2), south: latitudeAt((Math.max(...rows) + 1) / half / 2),
+  };
+}
+
 function reliefImage(address) {
   if (!reliefImages.has(address)) {
     const image = new Image();

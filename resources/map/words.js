@@ -53,12 +53,12 @@ function depthInWords(depth) {
   if (depth === null) {
     return "";
   }
-  const size = Math.abs(depth) < 10 ? Math.round(Math.abs(depth) * 10) / 10 : Math.round(Math.abs(depth));
+  const size = Math.abs(depth) < 9.95 ? Math.round(Math.abs(depth) * 10) / 10 : Math.round(Math.abs(depth));
   if (depth < 0 && size > 0) {
     return `${size} km above sea level`;
   }
   const depthName = depthClass(depth);
-  return `${size} km deep` + (depthName ? ` · ${depthName.name}` : "");
+  return `Depth ${size} km` + (depthName ? ` · ${depthName.name}` : "");
 }
 
 function meaningInWords(magnitude, depth) {
@@ -78,9 +78,14 @@ function placeInWords(place, nearest) {
     return coordinatesInWords(place);
   }
   if (nearest.distance < NEAR) {
-    return `Near ${nearest.name}`;
+    return `Near ${withArticle(nearest.name)}`;
   }
-  return `${roundedDistance(nearest.distance)} km ${directionInWords(nearest.bearing)} of ${nearest.name}`;
+  return `${roundedDistance(nearest.distance)} km ${directionInWords(nearest.bearing)} of ` +
+      withArticle(nearest.name);
+}
+
+function withArticle(name) {
+  return /(Islands|Reefs)$/.test(name) ? `the ${name}` : name.replace(/^The /, "the ");
 }
 
 // To five kilometres near by and to ten farther away: places are known no better.

@@ -61,6 +61,7 @@ struct WebView::Backing {
     gint64 loadStart = 0;  // microseconds
     int restarts = 0;
     guint restartTimer = 0;
+    bool isVisible = false;  // when the last fade ended
     ObjectRef<GCancellable> waiting;  // for the picture of a page; null when none is expected
 
     static WebKitWebView* relatedView;  // shares its web process with every later one
@@ -238,6 +239,14 @@ void WebView::loadRequest(const URLRequest& request) {
 }
 
 void WebView::drawRect(const Rect&) { gtk_widget_draw(GTK_WIDGET(mBacking->web), canvas().backing().cairo); }
+
+void WebView::fadeEnded(bool isVisible) {
+    const bool hasCome = isVisible && !mBacking->isVisible;
+    mBacking->isVisible = isVisible;
+    if (hasCome)
+        webkit_web_view_evaluate_javascript(mBacking->web, "dispatchEvent(new Event('viewshown'))", -1, nullptr,
+                                            nullptr, nullptr, nullptr, nullptr);
+}
 
 void WebView::frameChanged() { mBacking->resize(bounds().size()); }
 
