@@ -36,9 +36,10 @@ function drawPage(view, quake) {
   fillPanel(view, quake);
   fitPanel(view, mark);
   drawLayers(context, view, density);
-  const corners = placeCorners(view, quake);
-  const obstacles = {mark: quake.place && boxOfMark(mark), panel: boxOf(document.getElementById("panel")),
-    credit: boxOf(document.getElementById("credit")), ...corners.boxes};
+  const fixed = {mark: quake.place && boxOfMark(mark), panel: boxOf(document.getElementById("panel")),
+    credit: boxOf(document.getElementById("credit"))};
+  const corners = placeCorners(view, quake, Object.values(fixed).filter(Boolean));
+  const obstacles = {...fixed, ...corners.boxes};
   const labels = layOutLabels(context, view, obstacles);
   drawLabels(context, labels);
   drawCorners(context, view, quake, mark, corners, density);
@@ -60,10 +61,14 @@ function mapContext(view, density) {
   return context;
 }
 
-function placeCorners(view, quake) {
-  const inset = createInset(view, quake);
+// The scale and the region, where the panel and the mark leave them room.
+function placeCorners(view, quake, taken) {
   const credit = boxOf(document.getElementById("credit"));
-  const scale = createScale(view, credit.top - 4 * view.unit);
+  const panel = boxOf(document.getElementById("panel"));
+  const bottoms = [credit.top, panel.top].map(top => top - 4 * view.unit);
+  const isFree = corner => corner && !taken.some(box => boxesMeet(box, corner.box));
+  const inset = [createInset(view, quake)].find(isFree) || null;
+  const scale = bottoms.map(bottom => createScale(view, bottom)).find(isFree) || null;
   return {inset, scale, boxes: {inset: inset && inset.box, scale: scale && scale.box}};
 }
 

@@ -51,6 +51,8 @@ Picture pictureOf(cairo_surface_t* surface) {
     cairo_surface_flush(surface);
     picture.width = cairo_image_surface_get_width(surface);
     picture.height = cairo_image_surface_get_height(surface);
+    picture.pixels.reserve(static_cast<std::size_t>(picture.width) *
+                           static_cast<std::size_t>(picture.height));
     for (int y = 0; y < picture.height; ++y) {
         const unsigned char* row =
             cairo_image_surface_get_data(surface) + y * cairo_image_surface_get_stride(surface);
@@ -74,11 +76,12 @@ MapPage::MapPage(const platform::Size& screen) : mView(std::make_unique<platform
     mView->initWithFrame({-kOverhang, 0, screen.width + kOverhang, screen.height + kOverhang}, "", "");
     mView->setAllowsScrolling(false);
     mWeb = newestWebView();
-    g_signal_connect(mWeb, "resource-load-started",
-                     G_CALLBACK(+[](WebKitWebView*, WebKitWebResource*, WebKitURIRequest* request, gpointer self) {
-                         static_cast<MapPage*>(self)->mRequests.emplace_back(webkit_uri_request_get_uri(request));
-                     }),
-                     this);
+    g_signal_connect(
+        mWeb, "resource-load-started",
+        G_CALLBACK(+[](WebKitWebView*, WebKitWebResource*, WebKitURIRequest* request, gpointer self) {
+            static_cast<MapPage*>(self)->mRequests.emplace_back(webkit_uri_request_get_uri(request));
+        }),
+        this);
     NotificationCenter::addObserver(this, platform::WebViewProgressFinishedNotification, [this] {
         if (mIsFinished) return;
         mSurface = draw();
@@ -103,6 +106,15 @@ bool MapPage::load(const std::string& path) {
     if (!waitUntil([this] { return mIsFinished; })) return false;
     mPicture = pictureOf(mSurface.get());
     return true;
+}
+
+bool MapPage::settle() {
+    evaluate(
+        "(window.isSettled = false,"
+        " requestAnimationFrame(() => requestAnimationFrame(() => { window.isSettled = true; })))");
+    for (int i = 0; i < 1000; ++i)
+        if (evaluate("isSettled") == "true") return true;
+    return false;
 }
 
 SurfaceRef MapPage::draw() const {
@@ -148,8 +160,7 @@ std::string MapPage::evaluate(const std::string& expression) {
         [](GObject* web, GAsyncResult* async, gpointer out) {
             auto& given = *static_cast<Answer*>(out);
             GError* error = nullptr;
-            JSCValue* value =
-                webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(web), async, &error);
+            JSCValue* value = webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(web), async, &error);
             if (value) {
                 given.text = platform::GText(jsc_value_to_string(value)).get();
                 g_object_unref(value);

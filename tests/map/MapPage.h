@@ -28,6 +28,9 @@ class MapPage {
     bool show(const CQuakeEvent& quake);
     bool load(const std::string& path);
 
+    // Waits until what the page has drawn last can be seen. Returns false when that takes too long.
+    bool settle();
+
     const Picture& picture() const { return mPicture; }
     bool writePicture(const std::string& path) const;
     // What the view would show now.

@@ -33,7 +33,8 @@ bool drawQuake(MapPage& map, const std::string& line) {
     const auto start = std::chrono::steady_clock::now();
     if (!map.show(quake) || !map.writePicture(output)) return false;
     const std::chrono::duration<double, std::milli> duration = std::chrono::steady_clock::now() - start;
-    std::printf("%s %.0f ms %s\n", output.c_str(), duration.count(), map.evaluate("tellmarLayout.missing").c_str());
+    std::printf("%s %.0f ms %s\n", output.c_str(), duration.count(),
+                map.evaluate("tellmarLayout.missing").c_str());
     return true;
 }
 
@@ -55,6 +56,7 @@ int main(int argumentCount, char** arguments) {
     if (argumentCount == 5)
         return drawPage(arguments[1], std::atof(arguments[2]), std::atof(arguments[3]), arguments[4]);
     if (argumentCount == 3) return drawQuakes(std::atof(arguments[1]), std::atof(arguments[2]));
-    std::fputs("usage: page_picture PAGE.html WIDTH HEIGHT OUT.png | page_picture WIDTH HEIGHT < list\n", stderr);
+    std::fputs("usage: page_picture PAGE.html WIDTH HEIGHT OUT.png | page_picture WIDTH HEIGHT < list\n",
+               stderr);
     return EXIT_FAILURE;
 }

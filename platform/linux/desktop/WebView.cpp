@@ -17,16 +17,17 @@ namespace platform {
 
 namespace {
 
-// What a page may load, whatever it says itself: the bundle's resources.
+// What a page may load and run: the bundle's resources, and the call in its own body. It counts in place of
+// any policy that a page states itself.
 constexpr char kContentPolicy[] =
-    "default-src 'none'; script-src bundle: 'unsafe-inline'; style-src bundle: 'unsafe-inline'; "
-    "img-src bundle: data:; font-src bundle:; connect-src bundle:";
+    "default-src 'none'; script-src-elem bundle:; script-src-attr 'unsafe-inline'; "
+    "style-src-elem bundle:; style-src-attr 'unsafe-inline'; img-src bundle:";
 
 // Shown until a page has painted itself, and where it leaves the view free.
 constexpr GdkRGBA kBackground{0.04, 0.09, 0.14, 1};
 
-// A load is finished for WebKit before the picture of the page has come from the web process. By the end of the
-// second frame it has.
+// A load is finished for WebKit before the picture of the page has come from the web process. By the end of
+// the second frame it has.
 constexpr char kTwoFrames[] =
     "return new Promise(done => requestAnimationFrame(() => requestAnimationFrame(() => done())));";
 
@@ -61,7 +62,7 @@ struct WebView::Backing {
     gint64 loadStart = 0;  // microseconds
     int restarts = 0;
     guint restartTimer = 0;
-    bool isVisible = false;  // when the last fade ended
+    bool isVisible = false;           // when the last fade ended
     ObjectRef<GCancellable> waiting;  // for the picture of a page; null when none is expected
 
     static WebKitWebView* relatedView;  // shares its web process with every later one
@@ -244,8 +245,8 @@ void WebView::fadeEnded(bool isVisible) {
     const bool hasCome = isVisible && !mBacking->isVisible;
     mBacking->isVisible = isVisible;
     if (hasCome)
-        webkit_web_view_evaluate_javascript(mBacking->web, "dispatchEvent(new Event('viewshown'))", -1, nullptr,
-                                            nullptr, nullptr, nullptr, nullptr);
+        webkit_web_view_evaluate_javascript(mBacking->web, "dispatchEvent(new Event('viewshown'))", -1,
+                                            nullptr, nullptr, nullptr, nullptr, nullptr);
 }
 
 void WebView::frameChanged() { mBacking->resize(bounds().size()); }
