@@ -112,9 +112,14 @@ bool MapPage::settle() {
     evaluate(
         "(window.isSettled = false,"
         " requestAnimationFrame(() => requestAnimationFrame(() => { window.isSettled = true; })))");
-    for (int i = 0; i < 1000; ++i)
-        if (evaluate("isSettled") == "true") return true;
-    return false;
+    return waitFor("isSettled");
+}
+
+bool MapPage::waitFor(const std::string& expression) {
+    const gint64 end = g_get_monotonic_time() + kPatience * G_TIME_SPAN_MILLISECOND;
+    while (evaluate(expression) != "true")
+        if (g_get_monotonic_time() > end) return false;
+    return true;
 }
 
 SurfaceRef MapPage::draw() const {

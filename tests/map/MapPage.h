@@ -28,6 +28,8 @@ class MapPage {
     bool show(const CQuakeEvent& quake);
     bool load(const std::string& path);
 
+    // Waits until a JavaScript expression is true. Returns false when that takes too long.
+    bool waitFor(const std::string& expression);
     // Waits until what the page has drawn last can be seen. Returns false when that takes too long.
     bool settle();
 

@@ -1,6 +1,7 @@
 // Draws pages without a screen, each through the module's own web view, in a display of its own.
 //
-//   page_picture PAGE.html WIDTH HEIGHT OUT.png          that page over nothing, with its transparency
+//   page_picture PAGE.html WIDTH HEIGHT OUT.png          that page over nothing, with its transparency,
+//                                                        once it has set isDrawn
 //   page_picture WIDTH HEIGHT < list                     the map of each quake on stdin, one a line:
 //                                                        LATITUDE LONGITUDE MAGNITUDE DEPTH OUT.png
 
@@ -20,7 +21,9 @@ namespace {
 
 int drawPage(const char* page, double width, double height, const char* output) {
     MapPage map({width - 10, height - 10});
-    return map.load(page) && map.writeSnapshot(output) ? EXIT_SUCCESS : EXIT_FAILURE;
+    return map.load(page) && map.waitFor("window.isDrawn") && map.settle() && map.writeSnapshot(output)
+               ? EXIT_SUCCESS
+               : EXIT_FAILURE;
 }
 
 bool drawQuake(MapPage& map, const std::string& line) {
