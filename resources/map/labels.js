@@ -142,11 +142,9 @@ function positionsOf({x, y, width, height, offset, sea, angle}) {
   }
   const positions = [[x, y]];
   for (const step of [1.2, 2.4, 4]) {
-    const along = [Math.cos(angle || 0) * step * height, Math.sin(angle || 0) * step * height];
-    positions.push([x + along[0], y + along[1]], [x - along[0], y - along[1]]);
-    if (!angle) {
-      positions.push([x, y + step * height], [x, y - step * height]);
-    }
+    const dx = Math.cos(angle || 0) * step * height;
+    const dy = Math.sin(angle || 0) * step * height;
+    positions.push([x + dx, y + dy], [x - dx, y - dy], [x - dy, y + dx], [x + dy, y - dx]);
   }
   return positions;
 }
@@ -220,7 +218,7 @@ function drawSymbol(context, {x, y, symbol, symbolSize, unit}) {
   }
 }
 
-// A question for boxes: is there land in it? The land is asked from a small picture of it.
+// A question for boxes: is there land or a plate boundary in it? A small picture of both gives the answer.
 function landFinder(view) {
   const grain = Math.max(4, view.unit * 4);  // CSS pixels to one of the picture
   const canvas = document.createElement("canvas");
@@ -232,6 +230,9 @@ function landFinder(view) {
   context.fill(coast);
   context.lineWidth = grain;
   context.stroke(coast);
+  for (const lines of Object.values(BASEMAP.plates)) {
+    context.stroke(pathOf(view, lines, 0.5 / grain));
+  }
   const {data, width, height} = context.getImageData(0, 0, canvas.width, canvas.height);
   return box => {
     const right = Math.min(width - 1, Math.ceil(box.right / grain));
