@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <string>
@@ -43,8 +44,22 @@ void serveResource(WebKitURISchemeRequest* request, gpointer) {
                                      mimeType(file, data).get());
 }
 
-// WebKit ends the whole program when its sandbox cannot start, so the sandbox's tools are tried before.
+// True also for one that does not exist. One that is a file, or that lies where this user may not look, is
+// none.
+bool mayBeFolder(const char* path) {
+    return access((std::string(path) + "/.").c_str(), F_OK) == 0 || errno == ENOENT;
+}
+
+// The sandbox brings in parts of the first four, and keeps notes in the last.
+bool sandboxFindsFolders() {
+    return mayBeFolder(g_get_home_dir()) && mayBeFolder(g_get_user_config_dir()) &&
+           mayBeFolder(g_get_user_data_dir()) && mayBeFolder(g_get_user_cache_dir()) &&
+           access(g_get_user_runtime_dir(), W_OK | X_OK) == 0;
+}
+
+// WebKit ends the whole program when its sandbox cannot start, so what it needs is tried before.
 bool sandboxWorks() {
+    if (!sandboxFindsFolders()) return false;
     if (!GText(g_find_program_in_path("xdg-dbus-proxy"))) return false;
     const char* const command[] = {
         "bwrap",         "--ro-bind",     "/",    "/",    "--proc", "/proc", "--dev", "/dev", "--unshare-pid",
