@@ -3,6 +3,7 @@
 
 #include <csignal>
 #include <functional>
+#include <ostream>
 
 #include "tests/program/Colors.h"
 #include "tests/program/Program.h"
@@ -49,6 +50,8 @@ struct BadFeed {
     std::function<void(LoopbackServer&)> prepare;
     bool hasQuake = false;
 };
+
+std::ostream& operator<<(std::ostream& stream, const BadFeed& feed) { return stream << feed.name; }
 
 BadFeed document(const std::string& name, const std::string& text, bool hasQuake = false) {
     return {name, [=](LoopbackServer& server) { server.serve(text); }, hasQuake};

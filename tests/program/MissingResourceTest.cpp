@@ -85,7 +85,7 @@ TEST(MissingResource, WithoutItsPictureThePreviewHasItsText) {
 }
 
 TEST(MissingResource, AFolderThatCannotBeWrittenKeepsNoMapAway) {
-    for (const char* name : {"HOME", "XDG_CONFIG_HOME", "XDG_RUNTIME_DIR", "TMPDIR"}) {
+    for (const char* name : {"HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR", "TMPDIR"}) {
         TestDisplay display;
         Program program(display);
         std::ofstream(program.path("file")) << "in the way";
@@ -94,4 +94,13 @@ TEST(MissingResource, AFolderThatCannotBeWrittenKeepsNoMapAway) {
         EXPECT_TRUE(program.waitForLines("fade: ", 2)) << name << program.errors();
         EXPECT_TRUE(isMap(display.picture().at(0, 0))) << name;
     }
+}
+
+TEST(MissingResource, AFolderThatDoesNotExistKeepsNoMapAway) {
+    TestDisplay display;
+    Program program(display);
+    for (const char* name : {"HOME", "XDG_CONFIG_HOME", "XDG_RUNTIME_DIR", "TMPDIR"})
+        program.environment[name] = program.path("missing");
+    program.start({"--demo", "--verbose", "--speed", "50"});
+    EXPECT_TRUE(program.waitForLines("fade: ", 2)) << program.errors();
 }
