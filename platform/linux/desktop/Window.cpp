@@ -77,9 +77,9 @@ Window::Window(GtkWidget* topLevel, bool isEmbedded)
 
 Window::~Window() {
     if (currentWindow == this) currentWindow = nullptr;
-    if (mHost) forgetHostWindow(mHost.get());
     mRoot.reset();
     if (mTopLevel) gtk_widget_destroy(mTopLevel);
+    if (mHost) forgetHostWindow(mHost.get());
 }
 
 void Window::connectSignals() {
