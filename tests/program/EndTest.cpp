@@ -68,7 +68,6 @@ TEST(End, AKeyEndsAWindowOfItsOwn) {
         program.start({"--demo", "--verbose"});
         ASSERT_TRUE(program.waitForLines("page: loaded"));
         display.focus(display.windowWithTitle("Tellmar"));
-        display.press("a");
         display.press(key);
         EXPECT_EQ(0, program.waitForStatus());
     }

@@ -4,6 +4,7 @@
 #include "tests/program/Colors.h"
 #include "tests/program/Program.h"
 #include "tests/program/Waiting.h"
+#include "tests/support/LoopbackServer.h"
 
 using testing::IsEmpty;
 
@@ -58,20 +59,29 @@ TEST(HostWindow, ThePictureFollowsTheWindowsSize) {
     }
 }
 
-TEST(HostWindow, TheProgramEndsWithItsWindow) {
+TEST(HostWindow, TheProgramEndsWithItsWindowAtWhateverMoment) {
+    for (const char* moment : {"fetch ", "page: loaded", "tick 2", "fade: ", "tick 3"}) {
+        TestDisplay display;
+        Program program(display);
+        const auto window = display.createWindow(1280, 720);
+        program.start({"--demo", "--verbose", "--speed", "20", "--window-id", hexadecimal(window)});
+        EXPECT_TRUE(program.waitForLines(moment)) << moment;
+        display.destroyWindow(window);
+        EXPECT_EQ(0, program.waitForStatus()) << moment << program.errors();
+        EXPECT_THAT(program.temporaryFolders(), IsEmpty()) << moment;
+    }
+}
+
+TEST(HostWindow, TheProgramEndsWithItsWindowWhileItWaitsForTheFeed) {
     TestDisplay display;
-    Program splash(display), map(display);
-    const auto first = display.createWindow(1280, 720), second = display.createWindow(1280, 720);
-    splash.start({"--demo", "--verbose", "--window-id", hexadecimal(first)});
-    map.start({"--demo", "--verbose", "--speed", "20", "--window-id", hexadecimal(second)});
-    EXPECT_TRUE(splash.waitForLines("page: loaded"));
-    EXPECT_TRUE(map.waitForLines("fade: "));
-    display.destroyWindow(first);
-    display.destroyWindow(second);
-    EXPECT_EQ(0, splash.waitForStatus()) << splash.errors();
-    EXPECT_EQ(0, map.waitForStatus()) << map.errors();
-    EXPECT_THAT(splash.temporaryFolders(), IsEmpty());
-    EXPECT_THAT(map.temporaryFolders(), IsEmpty());
+    LoopbackServer server;
+    server.keepSilent();
+    Program program(display);
+    const auto window = display.createWindow(1280, 720);
+    program.start({"--feed", server.url(), "--window-id", hexadecimal(window)});
+    ASSERT_TRUE(waitUntil([&] { return server.requestCount() == 1; }));
+    display.destroyWindow(window);
+    EXPECT_EQ(0, program.waitForStatus()) << program.errors();
 }
 
 TEST(Preview, AWindowOfItsOwnShowsTheStillImageAtOnce) {
