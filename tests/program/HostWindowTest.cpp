@@ -10,6 +10,8 @@ using testing::IsEmpty;
 
 namespace {
 
+constexpr char kNoTicks[] = "0.1";  // the first after 150 seconds
+
 bool isPictureOfPreview(const Picture& picture, int width, int height) {
     const int left = picture.count(0, 0, width, height, isPink);
     const int unpainted = picture.count(0, 0, width, height, isBlack);
@@ -35,6 +37,7 @@ TEST(HostWindow, ThePictureFillsAWindowGivenByOption) {
     TestDisplay display(1024, 768);
     Program program(display);
     const auto window = display.createWindow(1024, 768);
+    EXPECT_TRUE(display.cursorIsVisible());
     program.start({"--demo", "--speed", "30", "-root", "-window-id", hexadecimal(window)});
     EXPECT_TRUE(waitUntil([&] { return isMapOfSize(display.picture(), 1024, 768); }));
     EXPECT_FALSE(display.cursorIsVisible());
@@ -87,7 +90,7 @@ TEST(HostWindow, TheProgramEndsWithItsWindowWhileItWaitsForTheFeed) {
 TEST(Preview, AWindowOfItsOwnShowsTheStillImageAtOnce) {
     TestDisplay display;
     Program program(display);
-    program.start({"--demo", "--preview"});
+    program.start({"--demo", "--speed", kNoTicks, "--preview"});
     EXPECT_TRUE(waitUntil([&] { return isPictureOfPreview(display.picture(), 565, 317); }));
 }
 
@@ -95,7 +98,8 @@ TEST(Preview, ASmallWindowOfTheHostShowsTheStillImageAtOnce) {
     for (const auto& [width, height] : {std::pair{565, 317}, {200, 150}}) {
         TestDisplay display;
         Program program(display);
-        program.start({"--demo", "--window-id", hexadecimal(display.createWindow(width, height))});
+        program.start(
+            {"--demo", "--speed", kNoTicks, "--window-id", hexadecimal(display.createWindow(width, height))});
         EXPECT_TRUE(waitUntil([&] { return isPictureOfPreview(display.picture(), width, height); })) << width;
     }
 }
@@ -104,7 +108,7 @@ TEST(Preview, TheStillImageFollowsTheWindowsSize) {
     TestDisplay display;
     Program program(display);
     const auto window = display.createWindow(200, 150);
-    program.start({"--demo", "--preview", "--window-id", hexadecimal(window)});
+    program.start({"--demo", "--speed", kNoTicks, "--preview", "--window-id", hexadecimal(window)});
     ASSERT_TRUE(waitUntil([&] { return isPictureOfPreview(display.picture(), 200, 150); }));
     display.resizeWindow(window, 500, 300);
     EXPECT_TRUE(waitUntil([&] { return isPictureOfPreview(display.picture(), 500, 300); }));

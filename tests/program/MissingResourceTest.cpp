@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 
@@ -46,6 +47,18 @@ TEST(MissingResource, WithoutItsTemplateTheSaverReportsThatInTheHostsWindowAndEn
     EXPECT_EQ(0, program.waitForStatus());
     EXPECT_EQ(1, program.countLines("Failed to read map.html"));
     EXPECT_THAT(program.temporaryFolders(), IsEmpty());
+}
+
+TEST(MissingResource, ASignalEndsTheReport) {
+    TestDisplay display;
+    Program program(display);
+    copyProgram(program);
+    removeResource(program, "map.html");
+    program.environment["XSCREENSAVER_WINDOW"] = std::to_string(display.createWindow(1280, 720));
+    program.start({"--demo"});
+    EXPECT_TRUE(waitUntil([&] { return display.picture().count(320, 180, 960, 540, isNearWhite) > 200; }));
+    program.signal(SIGTERM);
+    EXPECT_EQ(0, program.waitForStatus());
 }
 
 TEST(MissingResource, InAWindowOfItsOwnTheReportWaitsForTheUser) {
