@@ -12,11 +12,11 @@ namespace {
 
 constexpr char kNoTicks[] = "0.1";  // the first after 150 seconds
 
+// The still image has no large part in the splash's colour, and its text begins above the splash's.
 bool isPictureOfPreview(const Picture& picture, int width, int height) {
-    const int left = picture.count(0, 0, width, height, isPink);
-    const int unpainted = picture.count(0, 0, width, height, isBlack);
-    const int text = picture.count(5, 0, width, height / 4, isDark);
-    return left == 0 && unpainted < text && text > 20;
+    return picture.count(0, 0, width, height, isPink) + picture.count(0, 0, width, height, isBlack) == 0 &&
+           picture.count(0, 0, width, height, isSplash) < width * height / 4 &&
+           picture.count(5, 2, width, 9, isDark) > 20;
 }
 
 bool isMapOfSize(const Picture& picture, int width, int height) {
