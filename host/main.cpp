@@ -7,6 +7,7 @@
 #include "host/ListCommand.h"
 #include "host/Options.h"
 #include "host/SaverCommand.h"
+#include "platform/linux/system/EventService.h"
 #include "platform/linux/system/FeedSubstitute.h"
 #include "platform/linux/system/RunLoop.h"
 #include "platform/linux/system/Trace.h"
@@ -27,6 +28,12 @@ bool acceptComplaints(const Options& options) {
     for (const std::string& complaint : options.complaints)
         std::fprintf(stderr, "tellmar: %s\n", complaint.c_str());
     return options.complaints.empty() || options.hostWindow || std::getenv("XSCREENSAVER_WINDOW");
+}
+
+void chooseSource(const Options& options) {
+    if (!options.feed.empty()) platform::setFeedSubstitute(options.feed);
+    if (!options.service.empty()) platform::setEventService(options.service);
+    platform::setAnswersKept(!options.noCache);
 }
 
 int run(const Options& options) {
@@ -56,7 +63,7 @@ int main(int argc, char** argv) {
     }
 
     platform::setVerbose(options.verbose);
-    if (!options.feed.empty()) platform::setFeedSubstitute(options.feed);
+    chooseSource(options);
     stopOnSignals();
     return run(options);
 }
