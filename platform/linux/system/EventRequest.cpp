@@ -22,7 +22,8 @@ constexpr HttpLimits kLimits{.bytes = 1LL << 30};
 // One request and its answer.
 class Exchange {
   public:
-    Exchange(const std::string& url, const Validators& known) : mTransfer(url, kLimits) {
+    Exchange(const std::string& url, const Validators& known)
+        : mTransfer(url, kLimits), mIsConditional(!known.etag.empty() || !known.lastModified.empty()) {
         if (!known.etag.empty()) mTransfer.addHeader("If-None-Match", known.etag);
         if (!known.lastModified.empty()) mTransfer.addHeader("If-Modified-Since", known.lastModified);
         mTransfer.setSink([this](std::string_view bytes) {
@@ -36,7 +37,7 @@ class Exchange {
         reply.outcome.errorCode = mTransfer.run();
         reply.outcome.failure = mTransfer.failure();
         if (mTransfer.status() == kNoContent) return answered(std::move(reply), EventAnswer::withoutEvents());
-        if (mTransfer.status() == kNotModified) return unchanged(std::move(reply));
+        if (mIsConditional && mTransfer.status() == kNotModified) return unchanged(std::move(reply));
         if (reply.outcome.errorCode == 0) return translated(std::move(reply));
         const std::string complaint = mTransfer.complaint();
         if (!complaint.empty()) trace("the service says: " + complaint);
@@ -57,7 +58,7 @@ class Exchange {
     EventReply translated(EventReply reply) {
         mAnswer.finish();
         if (mAnswer.isGood()) return answered(std::move(reply), std::move(mAnswer).document());
-        reply.outcome = {coreFoundationUnknownErr, "not a whole QuakeML document"};
+        reply.outcome = {coreFoundationUnknownErr, "not a whole QuakeML document", {}};
         return reply;
     }
     EventReply answered(EventReply reply, std::string document) {
@@ -73,6 +74,7 @@ class Exchange {
     }
 
     HttpTransfer mTransfer;
+    bool mIsConditional;
     EventAnswer mAnswer;
 };
 
@@ -84,6 +86,7 @@ EventReply askEventService(const std::string& url, const Validators& known) {
     if (!first.isWorthAnother()) return reply;
     trace("fetch " + url + ": " + reply.outcome.failure + "; once more");
     RunLoop::runFor(first.pauseMilliseconds());
+    if (RunLoop::isStopping()) return reply;
     return Exchange(url, known).run();
 }
 

@@ -35,16 +35,17 @@ LoadOutcome fetchFromWeb(const std::string& url, std::string& data) {
     HttpTransfer transfer(url);
     const int error = transfer.run();
     data = std::move(transfer.body());
-    return {error, transfer.failure()};
+    return {error, transfer.failure(), {}};
 }
 
 // Only regular files: reading a pipe could wait for ever.
 LoadOutcome fetchFile(const std::string& path, std::string& data) {
     std::error_code error;
-    if (!std::filesystem::is_regular_file(path, error)) return {CURLE_FILE_COULDNT_READ_FILE, "no such file"};
+    if (!std::filesystem::is_regular_file(path, error))
+        return {CURLE_FILE_COULDNT_READ_FILE, "no such file", {}};
     if (std::filesystem::file_size(path, error) > static_cast<std::uintmax_t>(kMaxResourceBytes))
-        return {CURLE_FILESIZE_EXCEEDED, "too large"};
-    if (!readFile(path, data)) return {CURLE_FILE_COULDNT_READ_FILE, "cannot be read"};
+        return {CURLE_FILESIZE_EXCEEDED, "too large", {}};
+    if (!readFile(path, data)) return {CURLE_FILE_COULDNT_READ_FILE, "cannot be read", {}};
     return {};
 }
 
@@ -52,12 +53,13 @@ LoadOutcome fetch(const std::string& url, std::string& data) {
     if (isWeb(url)) return fetchFromWeb(url, data);
     const std::string path = pathOfFileURL(url);
     if (!path.empty()) return fetchFile(path, data);
-    return {CURLE_UNSUPPORTED_PROTOCOL, "no http, https or file URL"};
+    return {CURLE_UNSUPPORTED_PROTOCOL, "no http, https or file URL", {}};
 }
 
 // A document of today's event services becomes one that the feed's parser reads; any other stays as it is.
 LoadOutcome fetchSubstitute(std::string& data) {
-    const LoadOutcome outcome = fetch(feedSubstitute(), data);
+    LoadOutcome outcome = fetch(feedSubstitute(), data);
+    outcome.source = feedSubstitute();
     EventAnswer answer;
     answer.take(data);
     answer.finish();
@@ -65,9 +67,8 @@ LoadOutcome fetchSubstitute(std::string& data) {
     return outcome;
 }
 
-void traceFetch(const std::string& url, const std::string& source, const LoadOutcome& outcome,
-                std::size_t bytes) {
-    const std::string answeredBy = source == url ? "" : " (answered by " + source + ")";
+void traceFetch(const std::string& url, const LoadOutcome& outcome, std::size_t bytes) {
+    const std::string answeredBy = outcome.source.empty() ? "" : " (answered by " + outcome.source + ")";
     const std::string result = outcome.errorCode == 0
                                    ? std::to_string(bytes) + " bytes"
                                    : outcome.failure + " (error " + std::to_string(outcome.errorCode) + ")";
@@ -82,7 +83,7 @@ bool loadResource(const std::string& url, std::string& data, int& errorCode) {
     const LoadOutcome outcome = isSubstituted      ? fetchSubstitute(data)
                                 : isFeedQuery(url) ? loadEvents(url, data)
                                                    : fetch(url, data);
-    traceFetch(url, isSubstituted ? feedSubstitute() : url, outcome, data.size());
+    traceFetch(url, outcome, data.size());
     errorCode = outcome.errorCode;
     return errorCode == 0;
 }
