@@ -58,7 +58,8 @@ std::string write(const KeptAnswer& answer) {
 std::optional<KeptAnswer> parse(std::string_view text) {
     if (!text.starts_with(kFirstLine)) return std::nullopt;
     text.remove_prefix(std::string_view(kFirstLine).size());
-    if (takeLine(text) != sha256(text)) return std::nullopt;
+    const std::string sum = takeLine(text);
+    if (sum != sha256(text)) return std::nullopt;
     KeptAnswer answer;
     answer.service = takeLine(text);
     answer.url = takeLine(text);

@@ -37,7 +37,9 @@ RequestLock::RequestLock(const std::string& folder)
     }
 }
 
+// A process forked off meanwhile has the file open as well, so that closing it would not be enough.
 RequestLock::~RequestLock() {
+    if (mIsHeld) flock(mFile, LOCK_UN);
     if (mFile >= 0) close(mFile);
 }
 

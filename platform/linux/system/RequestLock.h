@@ -15,6 +15,8 @@ class RequestLock {
     RequestLock(const RequestLock&) = delete;
     RequestLock& operator=(const RequestLock&) = delete;
 
+    bool isHeld() const { return mIsHeld; }
+
     // Tells those who wait now that this question was asked in vain.
     void noteFailure(const std::string& url) const;
     // Whether another process asked the question in vain while this one waited.
