@@ -1,14 +1,13 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <fstream>
-#include <iterator>
-#include <string>
-#include <vector>
+#include <array>
+#include <filesystem>
 
-#include "tests/TemporaryFolder.h"
+#include "tests/program/Program.h"
 #include "tests/support/LoopbackServer.h"
+
+using testing::HasSubstr;
 
 namespace {
 
@@ -20,62 +19,60 @@ constexpr char kAnswer[] =
     "<type>earthquake</type></event></eventParameters></q:quakeml>";
 constexpr char kListed[] = " 1       7.80    15.00 km    -42.690    173.020  2016-11-13T11:02:56 +0000\n";
 
-class ServiceTest : public testing::Test {
+class Service : public testing::Test {
   protected:
-    // Prints the list into a file of that name.
-    pid_t start(const std::string& output, const std::vector<std::string>& options = {}) const {
-        std::string command =
-            "exec env -i PATH=/usr/bin no_proxy='*' XDG_CACHE_HOME=" + folder.path("cache") +
-            " " TELLMAR_PROGRAM " --list --service " + server.url();
-        for (const std::string& option : options) command += " " + option;
-        command += " > " + folder.path(output) + " 2>&1";
-        const pid_t child = fork();
-        if (child == 0) {
-            execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
-            _exit(127);
-        }
-        return child;
-    }
-
-    // What a process printed, once it has ended well.
-    std::string printed(pid_t child, const std::string& output) const {
-        int status = -1;
-        EXPECT_EQ(waitpid(child, &status, 0), child);
-        EXPECT_EQ(status, 0);
-        std::ifstream file(folder.path(output));
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-
-    TemporaryFolder folder;
     LoopbackServer server;
 };
 
-TEST_F(ServiceTest, ProcessesStartedTogetherMakeOneRequest) {
+TEST_F(Service, ProcessesStartedTogetherMakeOneRequest) {
     server.serve(kAnswer);
-    std::vector<pid_t> children;
-    for (int i = 0; i < 4; ++i) children.push_back(start(std::to_string(i)));
-    for (int i = 0; i < 4; ++i) {
-        const std::string list = printed(children[static_cast<std::size_t>(i)], std::to_string(i));
-        EXPECT_NE(list.find(kListed), list.npos) << list;
+    std::array<Program, 4> programs;
+    for (Program& program : programs) {
+        program.environment["XDG_CACHE_HOME"] = programs[0].path("cache");
+        program.start({"--list", "--service", server.url()});
+    }
+    for (Program& program : programs) {
+        EXPECT_EQ(0, program.waitForStatus());
+        EXPECT_THAT(program.output(), HasSubstr(kListed));
     }
     EXPECT_EQ(server.requestCount(), 1);
 }
 
-TEST_F(ServiceTest, WithoutTheCacheEveryProcessAsks) {
+TEST_F(Service, WithoutTheCacheEveryProcessAsks) {
     server.serve(kAnswer);
-    for (int i = 0; i < 2; ++i) {
-        const std::string list = printed(start("list", {"--no-cache"}), "list");
-        EXPECT_NE(list.find(kListed), list.npos) << list;
+    for (int requests = 1; requests <= 2; ++requests) {
+        Program program;
+        EXPECT_EQ(0, program.run({"--list", "--no-cache", "--service", server.url()}));
+        EXPECT_THAT(program.output(), HasSubstr(kListed));
+        EXPECT_EQ(server.requestCount(), requests);
+        EXPECT_FALSE(std::filesystem::exists(program.path("home") + "/.cache"));
     }
-    EXPECT_EQ(server.requestCount(), 2);
-    EXPECT_FALSE(std::filesystem::exists(folder.path("cache")));
 }
 
-TEST_F(ServiceTest, AServiceThatCannotAnswerLeavesTheListEmpty) {
-    server.serveStatus(400, "no such parameter\n");
-    const std::string list = printed(start("list", {"--verbose"}), "list");
-    EXPECT_NE(list.find("the service says: no such parameter\n"), list.npos) << list;
-    EXPECT_NE(list.find("There are no earthquakes to show.\n"), list.npos) << list;
+TEST_F(Service, AnAnswerIsKeptInTheUsersCache) {
+    Program program;
+    server.serve(kAnswer);
+    program.run({"--list", "--service", server.url()});
+    EXPECT_TRUE(std::filesystem::exists(program.path("home") + "/.cache/tellmar"));
+    server.serveStatus(404);
+    EXPECT_EQ(0, program.run({"--list", "--service", server.url()}));
+    EXPECT_THAT(program.output(), HasSubstr(kListed));
+}
+
+TEST_F(Service, ARefusalIsToldOnRequestAndLeavesTheListEmpty) {
+    server.serveStatus(400, "no such parameter\nmore\n");
+    Program program;
+    EXPECT_EQ(0, program.run({"--list", "--verbose", "--service", server.url()}));
+    EXPECT_THAT(program.errors(), HasSubstr("tellmar: the service says: no such parameter\n"));
+    EXPECT_THAT(program.output(), HasSubstr("There are no earthquakes to show.\n"));
+}
+
+TEST_F(Service, AServiceThatIsNoURLIsAComplaint) {
+    for (const char* address : {"quakes", "ftp://127.0.0.1/", "https://"}) {
+        Program program;
+        EXPECT_EQ(2, program.run({"--list", "--service", address}));
+        EXPECT_THAT(program.errors(), HasSubstr(std::string("not ") + address + "\n"));
+    }
 }
 
 }  // namespace
