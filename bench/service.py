@@ -2,7 +2,7 @@
 """Measures the program against an event service of its own on this machine: memory for a big answer, and how many
 requests processes make that start together.
 
-usage: bench/service.py PROGRAM [--megabytes 60] [--processes 4]
+usage: bench/service.py PROGRAM [--megabytes 60] [--event-bytes 460000] [--processes 4]
 """
 import argparse
 import http.server
@@ -27,16 +27,15 @@ QUAKE = (
     b"</value></latitude><longitude><value>173.0</value></longitude><depth><value>15000</value></depth></origin>"
     b'<magnitude publicID="smi:example/magnitude"><mag><value>5.5</value></mag></magnitude><type>earthquake</type>'
 )
-BYTES_PER_EVENT = 460_000  # as big as one event of GeoNet's gets
 
 
 class Service(http.server.ThreadingHTTPServer):
     """Answers with that many bytes, none of which it holds."""
 
-    def __init__(self, size):
+    def __init__(self, size, event_bytes):
         super().__init__(("127.0.0.1", 0), Answer)
-        self.events = max(1, size // BYTES_PER_EVENT)
-        self.event = b"<event>" + PICK * (min(size, BYTES_PER_EVENT) // len(PICK)) + QUAKE + b"</event>"
+        self.events = max(1, size // event_bytes)
+        self.event = b"<event>" + PICK * (min(size, event_bytes) // len(PICK)) + QUAKE + b"</event>"
         self.requests = 0
         threading.Thread(target=self.serve_forever, daemon=True).start()
 
@@ -62,9 +61,9 @@ def start(program, service, cache):
     return subprocess.Popen([program, "--list", "--service", address], env=environment, stdout=subprocess.PIPE)
 
 
-def peak(program, size):
+def peak(program, size, event_bytes):
     """Peak memory in KiB, and seconds from start to end, of one process that reads an answer of that size."""
-    service = Service(size)
+    service = Service(size, event_bytes)
     with tempfile.TemporaryDirectory() as cache:
         begin = time.monotonic()
         process = start(program, service, cache)
@@ -76,8 +75,8 @@ def peak(program, size):
     return usage.ru_maxrss, time.monotonic() - begin
 
 
-def requests(program, count):
-    service = Service(BYTES_PER_EVENT)
+def requests(program, count, event_bytes):
+    service = Service(event_bytes, event_bytes)
     with tempfile.TemporaryDirectory() as cache:
         processes = [start(program, service, cache) for _ in range(count)]
         for process in processes:
@@ -90,13 +89,15 @@ def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("program")
     parser.add_argument("--megabytes", type=int, default=60)
+    parser.add_argument("--event-bytes", type=int, default=460_000, help="as many as one of GeoNet's gets to")
     parser.add_argument("--processes", type=int, default=4)
     options = parser.parse_args()
-    small, _ = peak(options.program, 0)
-    big, seconds = peak(options.program, options.megabytes * 1_000_000)
+    small, _ = peak(options.program, 0, options.event_bytes)
+    big, seconds = peak(options.program, options.megabytes * 1_000_000, options.event_bytes)
     print(f"peak memory: {small / 1024:.1f} MiB for one event without picks, {big / 1024:.1f} MiB for "
           f"{options.megabytes} MB ({(big - small) / 1024:.1f} MiB above), read and listed in {seconds:.2f} s")
-    print(f"{options.processes} processes started together: {requests(options.program, options.processes)} request(s)")
+    count = requests(options.program, options.processes, options.event_bytes)
+    print(f"{options.processes} processes started together: {count} request(s)")
 
 
 if __name__ == "__main__":

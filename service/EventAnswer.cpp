@@ -49,7 +49,7 @@ void EventAnswer::finish() {
     mIsWellFormed = mIsWellFormed && mStream.finish();
     if (mShape != Shape::Today) return;
     if (isGood())
-        mDocument = kHead + std::move(mDocument) + kTail;
+        mDocument += kTail;
     else
         mDocument.clear();
 }
@@ -116,7 +116,7 @@ bool EventAnswer::enter(const XMLStartTag& tag) {
 bool EventAnswer::enterRoot(const XMLStartTag& tag) {
     mShape = shapeOf(tag);
     if (mShape != Shape::Today) return false;
-    mDocument = {};
+    mDocument = kHead;
     return go(Place::Root);
 }
 

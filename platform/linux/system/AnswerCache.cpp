@@ -23,7 +23,8 @@ constexpr char kPrefix[] = "answer-";
 constexpr char kVersion[] = "1";
 constexpr char kFirstLine[] = "Tellmar answer 1\n";
 constexpr std::size_t kMostFiles = 4;
-constexpr std::size_t kMostBytes = 4 << 20;
+constexpr std::size_t kMostDocumentBytes = 4 << 20;
+constexpr std::size_t kMostFileBytes = kMostDocumentBytes + (64 << 10);
 
 std::string sha256(std::string_view text) {
     const std::unique_ptr<char, decltype(&g_free)> sum(
@@ -73,7 +74,7 @@ std::optional<KeptAnswer> parse(std::string_view text) {
 
 std::optional<KeptAnswer> readAnswer(const fs::path& path) {
     std::error_code error;
-    if (!fs::is_regular_file(path, error) || fs::file_size(path, error) > kMostBytes) return std::nullopt;
+    if (!fs::is_regular_file(path, error) || fs::file_size(path, error) > kMostFileBytes) return std::nullopt;
     std::string text;
     if (!readFile(path, text)) return std::nullopt;
     return parse(text);
@@ -116,10 +117,9 @@ std::optional<KeptAnswer> AnswerCache::newest(const std::string& service) const 
 }
 
 bool AnswerCache::store(const KeptAnswer& answer) const {
-    const std::string text = write(answer);
-    if (text.size() > kMostBytes) return false;
+    if (answer.document.size() > kMostDocumentBytes) return false;
     if (g_mkdir_with_parents(mFolder.c_str(), kPrivateFolder) != 0) return false;
-    const bool isStored = writeFileAtomically(pathFor(answer.url), text);
+    const bool isStored = writeFileAtomically(pathFor(answer.url), write(answer));
     removeOldest();
     return isStored;
 }
