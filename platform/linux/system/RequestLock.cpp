@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
 #include <string_view>
 
@@ -32,7 +33,8 @@ RequestLock::RequestLock(const std::string& folder)
     : mFile(openLock(folder)), mStart(g_get_monotonic_time()) {
     if (mFile < 0) return;
     while (!(mIsHeld = tryToLock()) && !RunLoop::isStopping()) {
-        if (g_get_monotonic_time() - mStart > kLongestWaitMicroseconds) return;
+        const bool isTakenByAnother = errno == EWOULDBLOCK;  // some file systems have no locks at all
+        if (!isTakenByAnother || g_get_monotonic_time() - mStart > kLongestWaitMicroseconds) return;
         RunLoop::runFor(kPollMilliseconds);
     }
 }
