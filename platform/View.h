@@ -38,6 +38,8 @@ class View {
     virtual void drawRect(const Rect&) {}
     // Told after the frame or the visibility of this view changed, for views that stand for something else.
     virtual void frameChanged() {}
+    // Told by the window after each fade, whether this view is among those that can be seen now.
+    virtual void fadeEnded(bool /*isVisible*/) {}
 
     // The window that shows the tree, null when none does. Set at the root by the window, which outlives it
     // there.

@@ -35,6 +35,8 @@ class WebView : public View {
 
     void drawRect(const Rect& rect) override;
     void frameChanged() override;
+    // Sends the page the event "viewshown" when it has come to the screen.
+    void fadeEnded(bool isVisible) override;
 
     struct Backing;  // the desktop's side
     Backing& backing() { return *mBacking; }

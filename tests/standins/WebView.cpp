@@ -30,4 +30,6 @@ void WebView::drawRect(const Rect&) {}
 
 void WebView::frameChanged() {}
 
+void WebView::fadeEnded(bool) {}
+
 }  // namespace platform

@@ -17,13 +17,19 @@ namespace platform {
 
 namespace {
 
-// What a page may load, whatever it says itself: the bundle's resources.
+// What a page may load and run: the bundle's resources, and the call in its own body. It counts in place of
+// any policy that a page states itself.
 constexpr char kContentPolicy[] =
-    "default-src 'none'; script-src bundle: 'unsafe-inline'; style-src bundle: 'unsafe-inline'; "
-    "img-src bundle: data:; font-src bundle:; connect-src bundle:";
+    "default-src 'none'; script-src-elem bundle:; script-src-attr 'unsafe-inline'; "
+    "style-src-elem bundle:; style-src-attr 'unsafe-inline'; img-src bundle:";
 
 // Shown until a page has painted itself, and where it leaves the view free.
 constexpr GdkRGBA kBackground{0.04, 0.09, 0.14, 1};
+
+// A load is finished for WebKit before the picture of the page has come from the web process. By the end of
+// the second frame it has.
+constexpr char kTwoFrames[] =
+    "return new Promise(done => requestAnimationFrame(() => requestAnimationFrame(() => done())));";
 
 constexpr int kMostRestarts = 3;       // of the web process, for one page
 constexpr guint kRestartPause = 1000;  // milliseconds
@@ -44,6 +50,8 @@ struct WebView::Backing {
     void resize(const Size& size);
     void load();
     void loadChanged(WebKitLoadEvent event);
+    void waitForPicture();
+    void pictureIsThere();
     gboolean decidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
     void processEnded();
 
@@ -54,6 +62,8 @@ struct WebView::Backing {
     gint64 loadStart = 0;  // microseconds
     int restarts = 0;
     guint restartTimer = 0;
+    bool isVisible = false;           // when the last fade ended
+    ObjectRef<GCancellable> waiting;  // for the picture of a page; null when none is expected
 
     static WebKitWebView* relatedView;  // shares its web process with every later one
 };
@@ -84,6 +94,7 @@ WebView::Backing::Backing(WebView& owner)
 
 WebView::Backing::~Backing() {
     if (restartTimer) g_source_remove(restartTimer);
+    if (waiting) g_cancellable_cancel(waiting.get());
     if (relatedView == web) relatedView = nullptr;
     g_signal_handlers_disconnect_by_data(web, this);
     gtk_widget_destroy(window);
@@ -137,7 +148,29 @@ void WebView::Backing::load() {
 }
 
 void WebView::Backing::loadChanged(WebKitLoadEvent event) {
-    if (event != WEBKIT_LOAD_FINISHED || page.empty()) return;
+    if (event == WEBKIT_LOAD_FINISHED && !page.empty()) waitForPicture();
+}
+
+// A script that cannot run, for want of a process or since the next page comes, ends the wait too.
+void WebView::Backing::waitForPicture() {
+    if (waiting) g_cancellable_cancel(waiting.get());
+    waiting.reset(g_cancellable_new());
+    webkit_web_view_call_async_javascript_function(
+        web, kTwoFrames, -1, nullptr, nullptr, nullptr, waiting.get(),
+        [](GObject* source, GAsyncResult* result, gpointer self) {
+            GError* error = nullptr;
+            JSCValue* value = webkit_web_view_call_async_javascript_function_finish(WEBKIT_WEB_VIEW(source),
+                                                                                    result, &error);
+            const bool isCancelled = error && g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED);
+            g_clear_object(&value);
+            g_clear_error(&error);
+            if (!isCancelled) static_cast<Backing*>(self)->pictureIsThere();
+        },
+        this);
+}
+
+void WebView::Backing::pictureIsThere() {
+    waiting.reset();
     char line[80];
     std::snprintf(line, sizeof line, "page: loaded in %.0f ms",
                   static_cast<double>(g_get_monotonic_time() - loadStart) / 1000);
@@ -207,6 +240,14 @@ void WebView::loadRequest(const URLRequest& request) {
 }
 
 void WebView::drawRect(const Rect&) { gtk_widget_draw(GTK_WIDGET(mBacking->web), canvas().backing().cairo); }
+
+void WebView::fadeEnded(bool isVisible) {
+    const bool hasCome = isVisible && !mBacking->isVisible;
+    mBacking->isVisible = isVisible;
+    if (hasCome)
+        webkit_web_view_evaluate_javascript(mBacking->web, "dispatchEvent(new Event('viewshown'))", -1,
+                                            nullptr, nullptr, nullptr, nullptr, nullptr);
+}
 
 void WebView::frameChanged() { mBacking->resize(bounds().size()); }
 

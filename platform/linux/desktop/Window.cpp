@@ -38,6 +38,12 @@ void coverMonitor(GtkWindow* window) {
     gtk_window_fullscreen(window);
 }
 
+void tellFadeEnded(View& view, bool isVisible) {
+    isVisible = isVisible && !view.isHidden();
+    view.fadeEnded(isVisible);
+    for (const auto& subview : view.subviews()) tellFadeEnded(*subview, isVisible);
+}
+
 }  // namespace
 
 std::unique_ptr<Window> Window::open(const Size& size, bool fullscreen) {
@@ -206,6 +212,7 @@ void Window::crossFade(double seconds, const std::function<void()>& applyChange)
     trace(line);
     mFade.reset();
     setNeedsDisplay();
+    if (mRoot) tellFadeEnded(*mRoot, true);
 }
 
 void Window::showNotice(const std::string& text, const std::string& explanation, double seconds) {

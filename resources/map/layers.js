@@ -1,0 +1,195 @@
+"use strict";
+
+// The map under the names: sea, land, water, faults and plates, drawn in this order.
+
+const COLOURS = {
+  sea: "#0a1a2e",
+  seaClear: "rgba(10, 26, 46, 0)",
+  calm: "rgba(5, 16, 32, 0.24)",  // over the sea floor, whose shallows are bright
+  land: "#2a3330",
+  grid: "rgba(170, 205, 230, 0.09)",
+  shallows: "rgba(140, 205, 230, 0.07)",
+  coast: "rgba(196, 220, 226, 0.55)",
+  lake: "#173a52",
+  lakeShore: "rgba(140, 185, 205, 0.45)",
+  river: "rgba(104, 160, 192, 0.55)",
+  fault: "rgba(255, 186, 110, 0.34)",
+  plate: "rgba(255, 116, 90, 0.46)",
+  trench: "rgba(255, 96, 72, 0.85)",
+  trenchGlow: "rgba(255, 80, 56, 0.16)",
+  darkness: "2, 6, 12",
+};
+
+const RELIEF_FADE = 4;  // degrees of longitude
+const GRAIN_SIZE = 128;  // pixels
+const GRAIN_ALPHA = 9;  // of 255
+
+function drawLayers(context, view, density) {
+  context.lineJoin = "round";
+  context.lineCap = "round";
+  drawSea(context, view, density);
+  drawGrid(context, view);
+  const coast = pathOf(view, BASEMAP.land, density, true);
+  drawLand(context, view, coast, density);
+  drawWater(context, view, density);
+  stroke(context, coast, COLOURS.coast, 0.8 * lineUnit(view));
+  drawTectonics(context, view, density);
+  drawDarkEdges(context, view);
+  drawGrain(context, view);
+}
+
+function lineUnit(view) {
+  return Math.max(0.8, view.unit);
+}
+
+function stroke(context, path, colour, width, dashes = []) {
+  context.strokeStyle = colour;
+  context.lineWidth = width;
+  context.setLineDash(dashes);
+  context.stroke(path);
+  context.setLineDash([]);
+}
+
+function drawSea(context, view, density) {
+  context.fillStyle = COLOURS.sea;
+  context.fillRect(0, 0, view.width, view.height);
+  drawRelief(context, view, "sea", density);
+  drawEndOfRelief(context, view);
+  context.fillStyle = COLOURS.calm;
+  context.fillRect(0, 0, view.width, view.height);
+}
+
+// The relief ends at straight lines; before them it sinks into the plain sea.
+function drawEndOfRelief(context, view) {
+  const {west, east, north, south} = reliefBounds();
+  const width = RELIEF_FADE * view.world / 360;
+  fadeOut(context, view, view.x(west), 0, view.x(west) + width, 0);
+  fadeOut(context, view, view.x(east), 0, view.x(east) - width, 0);
+  fadeOut(context, view, 0, view.y(north), 0, view.y(north) + width);
+  fadeOut(context, view, 0, view.y(south), 0, view.y(south) - width);
+}
+
+function fadeOut(context, view, x, y, clearX, clearY) {
+  const fade = context.createLinearGradient(x, y, clearX, clearY);
+  fade.addColorStop(0, COLOURS.sea);
+  fade.addColorStop(1, COLOURS.seaClear);
+  context.fillStyle = fade;
+  context.fillRect(0, 0, view.width, view.height);
+}
+
+function drawLand(context, view, coast, density) {
+  stroke(context, coast, COLOURS.shallows, 14 * lineUnit(view));
+  stroke(context, coast, COLOURS.shallows, 6 * lineUnit(view));
+  context.fillStyle = COLOURS.land;
+  context.fill(coast);
+  drawRelief(context, view, "land", density);
+}
+
+function drawWater(context, view, density) {
+  const lakes = pathOf(view, BASEMAP.lakes, density, true);
+  stroke(context, pathOf(view, BASEMAP.rivers.other, density), COLOURS.river, 0.8 * lineUnit(view));
+  stroke(context, pathOf(view, BASEMAP.rivers.main, density), COLOURS.river, 1.2 * lineUnit(view));
+  context.fillStyle = COLOURS.lake;
+  context.fill(lakes);
+  stroke(context, lakes, COLOURS.lakeShore, 0.7 * lineUnit(view));
+}
+
+function drawTectonics(context, view, density) {
+  const unit = lineUnit(view);
+  const trench = pathOf(view, BASEMAP.plates.trench, density);
+  stroke(context, pathOf(view, BASEMAP.faults, density), COLOURS.fault, 0.9 * unit);
+  stroke(context, pathOf(view, BASEMAP.plates.spreading, density), COLOURS.plate, 1.3 * unit);
+  stroke(context, pathOf(view, BASEMAP.plates.sliding, density), COLOURS.plate, 1.3 * unit, [7 * unit, 5 * unit]);
+  stroke(context, trench, COLOURS.trenchGlow, 9 * unit);
+  stroke(context, trench, COLOURS.trench, 2 * unit);
+}
+
+function drawGrid(context, view) {
+  const step = gridStep(view);
+  const grid = new Path2D();
+  for (let longitude = Math.ceil(view.west / step) * step; longitude < view.east; longitude += step) {
+    grid.moveTo(view.x(longitude), 0);
+    grid.lineTo(view.x(longitude), view.height);
+  }
+  for (let latitude = Math.ceil(view.south / step) * step; latitude < view.north; latitude += step) {
+    grid.moveTo(0, view.y(latitude));
+    grid.lineTo(view.width, view.y(latitude));
+  }
+  stroke(context, grid, COLOURS.grid, 0.8 * lineUnit(view));
+}
+
+// Degrees between two lines: far enough apart to stay calm.
+function gridStep(view) {
+  const perDegree = view.world / 360;
+  return [1, 2, 5, 10, 30].find(degrees => degrees * perDegree > 150 * view.unit) || 90;
+}
+
+// Lets the picture sink into the dark at its edges, and so to the frame of any screen.
+function drawDarkEdges(context, view) {
+  const reach = Math.hypot(view.width, view.height) / 2;
+  const shade = context.createRadialGradient(
+      view.middle.x, view.middle.y, reach * 0.45, view.middle.x, view.middle.y, reach * 1.02);
+  shade.addColorStop(0, `rgba(${COLOURS.darkness}, 0)`);
+  shade.addColorStop(1, `rgba(${COLOURS.darkness}, 0.62)`);
+  context.fillStyle = shade;
+  context.fillRect(0, 0, view.width, view.height);
+}
+
+// A fine grain that is always the same: without it the dark gradients would show steps.
+function drawGrain(context, view) {
+  const canvas = document.createElement("canvas");
+  canvas.width = canvas.height = GRAIN_SIZE;
+  const own = canvas.getContext("2d");
+  const grain = own.createImageData(GRAIN_SIZE, GRAIN_SIZE);
+  let random = 1;
+  for (let i = 0; i < grain.data.length; i += 4) {
+    random = random * 16807 % 2147483647;
+    grain.data.fill(random >> 8 & 255, i, i + 3);
+    grain.data[i + 3] = GRAIN_ALPHA;
+  }
+  own.putImageData(grain, 0, 0);
+  context.fillStyle = context.createPattern(canvas, "repeat");
+  context.fillRect(0, 0, view.width, view.height);
+}
+
+// One path of all shapes that the view meets. Points closer than half a pixel of the screen are left out.
+function pathOf(view, shapes, density, isClosed = false) {
+  const path = new Path2D();
+  for (const shape of shapes) {
+    if (meetsView(shape, view)) {
+      addShape(path, view, shape, 0.5 / density, isClosed);
+    }
+  }
+  return path;
+}
+
+function meetsView([west, south, east, north], view) {
+  const units = BASEMAP.unitsPerDegree;
+  return west <= view.east * units && east >= view.west * units &&
+      south <= view.north * units && north >= view.south * units;
+}
+
+function addShape(path, view, shape, closest, isClosed) {
+  let longitude = 0;
+  let latitude = 0;
+  let lastX = Infinity;
+  let lastY = Infinity;
+  for (let i = 4; i < shape.length; i += 2) {
+    longitude += shape[i];
+    latitude += shape[i + 1];
+    const x = view.x(longitude / BASEMAP.unitsPerDegree);
+    const y = view.y(latitude / BASEMAP.unitsPerDegree);
+    if (i === 4) {
+      path.moveTo(x, y);
+    } else if (Math.abs(x - lastX) + Math.abs(y - lastY) < closest && i < shape.length - 2) {
+      continue;
+    } else {
+      path.lineTo(x, y);
+    }
+    lastX = x;
+    lastY = y;
+  }
+  if (isClosed) {
+    path.closePath();
+  }
+}

@@ -1,0 +1,181 @@
+#include "tests/map/MapPage.h"
+
+#include <webkit2/webkit2.h>
+
+#include <cstring>
+
+#include "mappages/MapsPageWriter.h"
+#include "platform/NotificationCenter.h"
+#include "platform/WebView.h"
+#include "platform/linux/system/RunLoop.h"
+
+using platform::NotificationCenter;
+using platform::RunLoop;
+using platform::SurfaceRef;
+
+namespace {
+
+constexpr double kOverhang = 10;  // points past the left and the top edge
+constexpr guint kPatience = 30000;
+
+// Runs the main loop until done answers true. Returns false when that takes too long.
+bool waitUntil(const std::function<bool()>& done) {
+    bool isLate = false;
+    const guint timer = g_timeout_add(
+        kPatience,
+        [](gpointer flag) -> gboolean {
+            *static_cast<bool*>(flag) = true;
+            return G_SOURCE_CONTINUE;
+        },
+        &isLate);
+    RunLoop::runUntil([&] { return isLate || done(); });
+    g_source_remove(timer);
+    return !isLate;
+}
+
+// The web view keeps its widget to itself, but GTK knows every window.
+WebKitWebView* newestWebView() {
+    WebKitWebView* found = nullptr;
+    GList* const windows = gtk_window_list_toplevels();
+    for (GList* each = windows; each; each = each->next) {
+        GtkWidget* const child =
+            GTK_IS_OFFSCREEN_WINDOW(each->data) ? gtk_bin_get_child(GTK_BIN(each->data)) : nullptr;
+        if (child && WEBKIT_IS_WEB_VIEW(child)) found = WEBKIT_WEB_VIEW(child);
+    }
+    g_list_free(windows);
+    return found;
+}
+
+Picture pictureOf(cairo_surface_t* surface) {
+    Picture picture;
+    cairo_surface_flush(surface);
+    picture.width = cairo_image_surface_get_width(surface);
+    picture.height = cairo_image_surface_get_height(surface);
+    picture.pixels.reserve(static_cast<std::size_t>(picture.width) *
+                           static_cast<std::size_t>(picture.height));
+    for (int y = 0; y < picture.height; ++y) {
+        const unsigned char* row =
+            cairo_image_surface_get_data(surface) + y * cairo_image_surface_get_stride(surface);
+        for (int x = 0; x < picture.width; ++x) {
+            std::uint32_t pixel;
+            std::memcpy(&pixel, row + 4 * x, sizeof pixel);
+            picture.pixels.push_back(pixel & 0xFFFFFF);
+        }
+    }
+    return picture;
+}
+
+struct Answer {
+    bool isThere = false;
+    std::string text;
+};
+
+}  // namespace
+
+MapPage::MapPage(const platform::Size& screen) : mView(std::make_unique<platform::WebView>()) {
+    mView->initWithFrame({-kOverhang, 0, screen.width + kOverhang, screen.height + kOverhang}, "", "");
+    mView->setAllowsScrolling(false);
+    mWeb = newestWebView();
+    g_signal_connect(
+        mWeb, "resource-load-started",
+        G_CALLBACK(+[](WebKitWebView*, WebKitWebResource*, WebKitURIRequest* request, gpointer self) {
+            static_cast<MapPage*>(self)->mRequests.emplace_back(webkit_uri_request_get_uri(request));
+        }),
+        this);
+    NotificationCenter::addObserver(this, platform::WebViewProgressFinishedNotification, [this] {
+        if (mIsFinished) return;
+        mSurface = draw();
+        mIsFinished = true;
+    });
+}
+
+MapPage::~MapPage() {
+    NotificationCenter::removeObserver(this);
+    g_signal_handlers_disconnect_by_data(mWeb, this);
+}
+
+bool MapPage::show(const CQuakeEvent& quake) {
+    MapsPageWriter writer;
+    writer.writeForEvent(&quake, mView->bounds().size());
+    return load(writer.locationOfTempPage());
+}
+
+bool MapPage::load(const std::string& path) {
+    mIsFinished = false;
+    mView->loadRequest({.url = path});
+    if (!waitUntil([this] { return mIsFinished; })) return false;
+    mPicture = pictureOf(mSurface.get());
+    return true;
+}
+
+bool MapPage::settle() {
+    evaluate(
+        "(window.isSettled = false,"
+        " requestAnimationFrame(() => requestAnimationFrame(() => { window.isSettled = true; })))");
+    return waitFor("isSettled");
+}
+
+bool MapPage::waitFor(const std::string& expression) {
+    const gint64 end = g_get_monotonic_time() + kPatience * G_TIME_SPAN_MILLISECOND;
+    while (evaluate(expression) != "true")
+        if (g_get_monotonic_time() > end) return false;
+    return true;
+}
+
+SurfaceRef MapPage::draw() const {
+    const int scale = gtk_widget_get_scale_factor(GTK_WIDGET(mWeb));
+    const platform::Size size = mView->bounds().size();
+    SurfaceRef surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, static_cast<int>(size.width) * scale,
+                                                  static_cast<int>(size.height) * scale));
+    cairo_surface_set_device_scale(surface.get(), scale, scale);
+    const platform::CairoRef cairo(cairo_create(surface.get()));
+    gtk_widget_draw(GTK_WIDGET(mWeb), cairo.get());
+    return surface;
+}
+
+Picture MapPage::pictureNow() const { return pictureOf(draw().get()); }
+
+bool MapPage::writePicture(const std::string& path) const {
+    return cairo_surface_write_to_png(mSurface.get(), path.c_str()) == CAIRO_STATUS_SUCCESS;
+}
+
+bool MapPage::writeSnapshot(const std::string& path) {
+    struct Result {
+        bool isThere = false;
+        SurfaceRef surface;
+    } result;
+    webkit_web_view_get_snapshot(
+        mWeb, WEBKIT_SNAPSHOT_REGION_VISIBLE, WEBKIT_SNAPSHOT_OPTIONS_TRANSPARENT_BACKGROUND, nullptr,
+        [](GObject* web, GAsyncResult* async, gpointer out) {
+            static_cast<Result*>(out)->surface.reset(
+                webkit_web_view_get_snapshot_finish(WEBKIT_WEB_VIEW(web), async, nullptr));
+            static_cast<Result*>(out)->isThere = true;
+        },
+        &result);
+    waitUntil([&] { return result.isThere; });
+    return result.surface &&
+           cairo_surface_write_to_png(result.surface.get(), path.c_str()) == CAIRO_STATUS_SUCCESS;
+}
+
+std::string MapPage::evaluate(const std::string& expression) {
+    Answer answer;
+    const std::string script = "JSON.stringify(" + expression + ")";
+    webkit_web_view_evaluate_javascript(
+        mWeb, script.c_str(), -1, nullptr, nullptr, nullptr,
+        [](GObject* web, GAsyncResult* async, gpointer out) {
+            auto& given = *static_cast<Answer*>(out);
+            GError* error = nullptr;
+            JSCValue* value = webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(web), async, &error);
+            if (value) {
+                given.text = platform::GText(jsc_value_to_string(value)).get();
+                g_object_unref(value);
+            } else {
+                given.text = std::string("error: ") + error->message;
+                g_error_free(error);
+            }
+            given.isThere = true;
+        },
+        &answer);
+    waitUntil([&] { return answer.isThere; });
+    return answer.text;
+}
