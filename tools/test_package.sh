@@ -99,6 +99,15 @@ check_answers() {
     (($(wc -l <<<"$quakes") == 11)) || fail "tellmar --list --demo: $quakes"
 }
 
+check_registration() {
+    as_visitor tellmar --register >"$work/log" && as_visitor tellmar --register >>"$work/log" ||
+        fail "tellmar --register: $(<"$work/log")"
+    # XScreenSaver finds a program of its folder by the name alone.
+    [[ $(grep -cP '^\t+tellmar --root\t' "$bare/home/visitor/.xscreensaver") == 1 ]] || fail "tellmar --register"
+    as_visitor tellmar --unregister >"$work/log" || fail "tellmar --unregister: $(<"$work/log")"
+    [[ ! -s $bare/home/visitor/.xscreensaver ]] || fail "tellmar --unregister leaves a line."
+}
+
 start_display() {
     Xvfb -displayfd 3 -screen 0 1280x720x24 -nolisten tcp -ac 3>"$work/display" 2>"$work/xvfb" &
     xvfb_pid=$!
@@ -139,6 +148,8 @@ install_package
 step "answers"
 check_answers
 check_options
+step "registration"
+check_registration
 step "a run"
 check_run
 step "removal"
