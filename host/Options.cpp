@@ -27,6 +27,9 @@ What:
   --list             print the earthquakes in the order they are shown in
   --configure        show the settings
 
+  --register         add Tellmar to XScreenSaver's list (~/.xscreensaver)
+  --unregister       take it out again
+
   --speed N          N times as many ticks, for demonstrations
   --verbose          a line on stderr for each fetch, tick, fade and page
   --version          print the version
@@ -75,6 +78,10 @@ class Parser {
             mOptions.command = Options::Command::List;
         else if (name == "configure")
             mOptions.command = Options::Command::Configure;
+        else if (name == "register")
+            mOptions.command = Options::Command::Register;
+        else if (name == "unregister")
+            mOptions.command = Options::Command::Unregister;
         else if (name == "help" || name == "h")
             mOptions.command = Options::Command::Help;
         else if (name == "version")

@@ -7,7 +7,7 @@
 
 // What the command line and the host's environment ask for.
 struct Options {
-    enum class Command { Show, List, Configure, Help, Version };
+    enum class Command { Show, List, Configure, Register, Unregister, Help, Version };
 
     Command command = Command::Show;
     bool fullscreen = false;

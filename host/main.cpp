@@ -6,6 +6,7 @@
 
 #include "host/ListCommand.h"
 #include "host/Options.h"
+#include "host/RegisterCommand.h"
 #include "host/SaverCommand.h"
 #include "platform/linux/system/EventService.h"
 #include "platform/linux/system/FeedSubstitute.h"
@@ -42,6 +43,10 @@ int run(const Options& options) {
             return listQuakes();
         case Options::Command::Configure:
             return runSettings();
+        case Options::Command::Register:
+            return registerSaver(xscreensaverFile(), saverCommand());
+        case Options::Command::Unregister:
+            return unregisterSaver(xscreensaverFile());
         default:
             return runSaver(options);
     }
