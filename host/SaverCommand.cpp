@@ -1,7 +1,9 @@
 #include "host/SaverCommand.h"
 
 #include <gtk/gtk.h>
+#include <sys/resource.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -33,6 +35,15 @@ bool openDisplay(bool forHostWindow) {
     if (gtk_init_check(nullptr, nullptr)) return true;
     std::fputs("tellmar: there is no display to draw on\n", stderr);
     return false;
+}
+
+// Not every host lets its savers stand back behind the user's own programs. What this program starts inherits
+// it.
+void beNice() {
+    constexpr int kNiceness = 10;  // as XScreenSaver has it
+    errno = 0;
+    const int now = getpriority(PRIO_PROCESS, 0);
+    if (errno == 0 && now < kNiceness) setpriority(PRIO_PROCESS, 0, kNiceness);
 }
 
 std::unique_ptr<Window> openWindow(const Options& options) {
@@ -87,6 +98,7 @@ class Saver {
 }  // namespace
 
 int runSaver(const Options& options) {
+    if (options.hostWindow) beNice();
     if (!openDisplay(options.hostWindow.has_value())) return 1;
     std::unique_ptr<Window> window = openWindow(options);
     if (!window) return 1;
