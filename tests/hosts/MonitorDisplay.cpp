@@ -20,6 +20,7 @@ std::string MonitorDisplay::obstacle() {
 MonitorDisplay::MonitorDisplay()
     : TestDisplay({kServer, "-config", TEST_DATA "/xorg-dummy.conf", "-logfile", "/dev/null", "-novtswitch",
                    "-sharevts"}) {
+    setScreenSize(connection(), 2560, 1024);  // as large as the configuration allows
     setMonitor(0, 0, "1280x720");
 }
 

@@ -19,21 +19,24 @@ RRMode modeNamed(const XRRScreenResources& resources, const std::string& name) {
     return None;
 }
 
-// An output is connected once it has a mode.
-void connectOutput(::Display* connection, RROutput output, RRMode mode) {
-    XRRAddOutputMode(connection, output, mode);
+}  // namespace
+
+void setScreenSize(::Display* connection, int width, int height) {
+    constexpr double kMillimetresAPixel = 25.4 / 96;
+    XRRSetScreenSize(connection, DefaultRootWindow(connection), width, height,
+                     static_cast<int>(width * kMillimetresAPixel),
+                     static_cast<int>(height * kMillimetresAPixel));
     XSync(connection, False);
 }
-
-}  // namespace
 
 void setMonitor(::Display* connection, int monitor, int left, const std::string& name) {
     const Resources resources = resourcesOf(connection);
     const RRMode mode = modeNamed(*resources, name);
     RROutput output = resources->outputs[monitor];
-    connectOutput(connection, output, mode);
+    XRRAddOutputMode(connection, output, mode);
     XRRSetCrtcConfig(connection, resources.get(), resources->crtcs[monitor], CurrentTime, left, 0, mode,
                      RR_Rotate_0, &output, 1);
+    resourcesOf(connection);  // lets the server see that something is connected now
     XSync(connection, False);
 }
 

@@ -153,8 +153,8 @@ TEST_F(XScreenSaver, ShowsItsPreviewInItsSettings) {
     TestDisplay display(1920, 1080);
     HostSession session(display);
     startDaemon(session, "--demo --verbose --speed 0.1");
-    ASSERT_TRUE(waitUntil([&] { return !session.processes("xscreensaver-gfx").empty(); }));
-    const auto settings = session.startBeside({"xscreensaver-settings"});
+    ASSERT_TRUE(command(session, "-version"));
+    const auto settings = session.startBeside({"sh", "-c", "xscreensaver-settings; exec sleep 600"});
     const auto preview = [&] { return descendantsRunning(settings->id(), "tellmar"); };
     ASSERT_TRUE(waitUntil([&] { return !preview().empty(); })) << session.log();
 
@@ -168,6 +168,6 @@ TEST_F(XScreenSaver, ShowsItsPreviewInItsSettings) {
     EXPECT_TRUE(waitUntil([&] { return showsPreview(display.picture(), display.areaOf(window)); }));
 
     const auto family = familyOf(saver);
-    kill(settings->id(), SIGKILL);
+    for (const pid_t each : descendantsRunning(settings->id(), "xscreensaver-settings")) kill(each, SIGKILL);
     EXPECT_TRUE(waitUntil([&] { return std::none_of(family.begin(), family.end(), ::isRunning); }));
 }
