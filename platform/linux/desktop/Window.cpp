@@ -5,6 +5,7 @@
 #include "platform/linux/desktop/CanvasBacking.h"
 #include "platform/linux/desktop/CrossFade.h"
 #include "platform/linux/desktop/HostWindow.h"
+#include "platform/linux/desktop/LayerWindow.h"
 #include "platform/linux/desktop/NoticePanel.h"
 #include "platform/linux/desktop/ViewPainter.h"
 #include "platform/linux/system/RunLoop.h"
@@ -57,6 +58,18 @@ std::unique_ptr<Window> Window::open(const Size& size, bool fullscreen) {
     std::unique_ptr<Window> window(new Window(topLevel, false));
     gtk_widget_show_all(topLevel);
     if (fullscreen) hideCursor(topLevel);
+    window->waitUntilShown();
+    return window;
+}
+
+std::unique_ptr<Window> Window::cover(GdkMonitor* monitor, void (*endAll)()) {
+    GtkWidget* topLevel = gtk_window_new(GTK_WINDOW_TOPLEVEL);
+    coverAsLayer(GTK_WINDOW(topLevel), monitor);
+    onAnyInput(topLevel, endAll);
+
+    std::unique_ptr<Window> window(new Window(topLevel, false));
+    gtk_widget_show_all(topLevel);
+    hideCursor(topLevel);
     window->waitUntilShown();
     return window;
 }
