@@ -43,7 +43,7 @@ as_visitor() {
 check_files() {
     lintian --allow-root --fail-on error,warning "$package"
     dpkg-deb --extract "$package" "$work/files"
-    desktop-file-validate "$work"/files/usr/share/applications/{,screensavers/}*.desktop
+    desktop-file-validate --no-hints "$work"/files/usr/share/applications/{,screensavers/}*.desktop
     quietly appstreamcli validate-tree --no-net "$work/files"
     man --warnings=all --local-file "$work/files/usr/share/man/man6/tellmar.6.gz" 2>&1 >/dev/null | { ! grep .; } ||
         fail "The man page has faults."
@@ -119,20 +119,26 @@ start_display() {
     DISPLAY=:$(<"$work/display")
 }
 
-# Runs until the second quake has come to the screen.
+# Runs until two quakes have come to the screen.
 check_run() {
     start_display
-    # The program ends by the signal of timeout; it is one of its own ends, so the status is 0.
-    as_visitor sh -c 'timeout --preserve-status 60 tellmar --demo --fullscreen --speed 8 --verbose 2>trace &
-        until grep -q "^tellmar: fade 2" trace || ! kill -0 $! 2>/dev/null; do sleep 0.2; done
+    # A signal is an ordinary end, so the status is 0.
+    as_visitor sh -c 'cd || exit
+        timeout --preserve-status 60 tellmar --demo --fullscreen --speed 8 --verbose 2>trace &
+        until [ "$(grep -c "^tellmar: fade" trace)" -ge 2 ] || ! kill -0 $! 2>/dev/null; do sleep 0.2; done
         kill $! && wait $!' || { cat "$bare/home/visitor/trace" >&2; fail "The saver does not run."; }
-    rm -f "$bare/home/visitor/trace"
 }
 
+# What other packages own too is none of its own.
 check_removal() {
+    inside dpkg-query --listfiles tellmar >"$work/owned"
     quietly inside apt-get purge -y tellmar
     rm -rf "$bare"/home/visitor
     find "$bare" -xdev -iname '*tellmar*' >"$work/left"
+    local path
+    while read -r path; do
+        [[ ! -e $bare$path ]] || inside dpkg --search "$path" >/dev/null 2>&1 </dev/null || echo "$path" >>"$work/left"
+    done <"$work/owned"
     [[ ! -s $work/left ]] || { cat "$work/left" >&2; fail "This is left after the removal."; }
 }
 
