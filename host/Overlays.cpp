@@ -19,13 +19,17 @@ using platform::RunLoop;
 
 namespace {
 
-// Names the monitor to the process that covers it: "LEFT,TOP" in the compositor's space.
+// Names the monitor to the process that covers it: its number among the display's. Every process counts
+// monitors in the order of their coming; their places may change while they come.
 constexpr char kVariable[] = "TELLMAR_MONITOR";
 
-std::string placeOf(GdkMonitor* monitor) {
-    GdkRectangle area;
-    gdk_monitor_get_geometry(monitor, &area);
-    return std::to_string(area.x) + "," + std::to_string(area.y);
+std::string numberOf(GdkMonitor* monitor) {
+    GdkDisplay* display = gdk_monitor_get_display(monitor);
+    int number = 0;
+    while (number < gdk_display_get_n_monitors(display) &&
+           gdk_display_get_monitor(display, number) != monitor)
+        ++number;
+    return std::to_string(number);
 }
 
 std::vector<std::string> ownArguments() {
@@ -38,14 +42,14 @@ std::vector<std::string> ownArguments() {
 // A process that covers a monitor must not outlive the first one.
 void followParent(gpointer) { prctl(PR_SET_PDEATHSIG, SIGTERM); }
 
-// The process for the monitor at this place; 0 when none can be started.
-pid_t startOverlay(const std::string& place) {
+// The process for the monitor of this number; 0 when none can be started.
+pid_t startOverlay(const std::string& monitor) {
     std::vector<std::string> arguments = ownArguments();
     std::vector<char*> pointers;
     for (std::string& argument : arguments) pointers.push_back(argument.data());
     pointers.push_back(nullptr);
 
-    gchar** environment = g_environ_setenv(g_get_environ(), kVariable, place.c_str(), TRUE);
+    gchar** environment = g_environ_setenv(g_get_environ(), kVariable, monitor.c_str(), TRUE);
     GError* error = nullptr;
     GPid process = 0;
     // The program's own file, not the name that it was called by.
@@ -80,7 +84,7 @@ class Overlays {
 
   private:
     static void cover(Overlays* self, GdkMonitor* monitor) {
-        const pid_t process = startOverlay(placeOf(monitor));
+        const pid_t process = startOverlay(numberOf(monitor));
         if (process == 0) return;
         self->mProcesses[monitor] = process;
         g_child_watch_add(
@@ -121,12 +125,8 @@ int runOverlays() {
 bool isOverlay() { return std::getenv(kVariable) != nullptr; }
 
 GdkMonitor* overlayMonitor() {
-    const char* place = std::getenv(kVariable);
-    GdkDisplay* display = gdk_display_get_default();
-    for (int i = 0; place && i < gdk_display_get_n_monitors(display); ++i)
-        if (GdkMonitor* monitor = gdk_display_get_monitor(display, i); placeOf(monitor) == place)
-            return monitor;
-    return nullptr;
+    const char* number = std::getenv(kVariable);
+    return number ? gdk_display_get_monitor(gdk_display_get_default(), std::atoi(number)) : nullptr;
 }
 
 void endOverlays() {

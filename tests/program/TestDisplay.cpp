@@ -28,11 +28,14 @@ std::string firstLine(const std::string& path) {
     return file.eof() ? "" : line;
 }
 
+// Not every program sets the old property, which XFetchName reads.
 std::string title(::Display* connection, ::Window window) {
-    char* text = nullptr;
-    if (!XFetchName(connection, window, &text) || !text) return "";
-    const std::string copy = text;
-    XFree(text);
+    XTextProperty text;
+    const Atom name = XInternAtom(connection, "_NET_WM_NAME", False);
+    if (!XGetTextProperty(connection, window, &text, name) && !XGetWMName(connection, window, &text))
+        return "";
+    const std::string copy(reinterpret_cast<const char*>(text.value), text.nitems);
+    XFree(text.value);
     return copy;
 }
 

@@ -145,8 +145,10 @@ Size Window::size() const {
 }
 
 bool Window::isThumbnail() const {
-    const Size screen = screenSize(gtk_widget_get_screen(mTopLevel));
-    return size().width < screen.width / 2 && size().height < screen.height / 2;
+    GdkWindow* own = gtk_widget_get_window(mTopLevel);
+    GdkRectangle monitor;
+    gdk_monitor_get_geometry(gdk_display_get_monitor_at_window(gdk_window_get_display(own), own), &monitor);
+    return size().width < monitor.width / 2.0 && size().height < monitor.height / 2.0;
 }
 
 void Window::setContentView(std::unique_ptr<ScreenSaverView> root) {

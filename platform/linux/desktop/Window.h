@@ -31,7 +31,7 @@ class Window {
 
     Size size() const;
     bool isEmbedded() const { return mIsEmbedded; }
-    // Smaller than half the screen both ways: a host's settings dialog shows such a window.
+    // Smaller than half its monitor both ways: a host's settings dialog shows such a window.
     bool isThumbnail() const;
 
     // Shows root and keeps it as large as the window.
