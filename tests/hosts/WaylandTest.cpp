@@ -42,7 +42,8 @@ class Wayland : public testing::Test {
     }
 
     void start() {
-        mProgram = mSession.startBeside({TELLMAR_PROGRAM, "--fullscreen", "--demo", "--speed", "20"});
+        mProgram = mSession.startBeside(
+            {"sh", "-c", TELLMAR_PROGRAM " --fullscreen --demo --speed 20; exec sleep 600"});
     }
     std::vector<pid_t> processes() const { return descendantsRunning(mProgram->id(), "tellmar"); }
     // The one that shows nothing, and the others.
