@@ -5,6 +5,7 @@
 
 #include "platform/Bundle.h"
 #include "platform/URLLoading.h"
+#include "service/EventQuery.h"
 
 const char kUsage[] =
     R"(Usage: tellmar [OPTION]...
@@ -21,8 +22,13 @@ Where:
 What:
   --demo             the sample feed that comes with the program
   --feed FILE|URL    this document in place of the service's answer
+  --service URL      ask this FDSN event service in place of GeoNet's
+  --no-cache         neither keep the service's answers nor use kept ones
   --list             print the earthquakes in the order they are shown in
   --configure        show the settings
+
+  --register         add Tellmar to XScreenSaver's list (~/.xscreensaver)
+  --unregister       take it out again
 
   --speed N          N times as many ticks, for demonstrations
   --verbose          a line on stderr for each fetch, tick, fade and page
@@ -60,6 +66,10 @@ class Parser {
             useSampleFeed();
         else if (name == "feed")
             parseFeed();
+        else if (name == "service")
+            parseService();
+        else if (name == "no-cache")
+            mOptions.noCache = true;
         else if (name == "speed")
             parseSpeed();
         else if (name == "window-id")
@@ -68,6 +78,10 @@ class Parser {
             mOptions.command = Options::Command::List;
         else if (name == "configure")
             mOptions.command = Options::Command::Configure;
+        else if (name == "register")
+            mOptions.command = Options::Command::Register;
+        else if (name == "unregister")
+            mOptions.command = Options::Command::Unregister;
         else if (name == "help" || name == "h")
             mOptions.command = Options::Command::Help;
         else if (name == "version")
@@ -99,6 +113,15 @@ class Parser {
         if (!value) return;
         const bool isURL = value->find("://") != std::string::npos;
         mOptions.feed = isURL ? *value : platform::fileURLWithPath(*value);
+    }
+
+    void parseService() {
+        const auto value = takeValue("--service");
+        if (!value) return;
+        if (isEventServiceAddress(*value))
+            mOptions.service = *value;
+        else
+            complain("--service takes the http or https address of an event service, not " + *value);
     }
 
     void parseSpeed() {

@@ -7,14 +7,16 @@
 
 // What the command line and the host's environment ask for.
 struct Options {
-    enum class Command { Show, List, Configure, Help, Version };
+    enum class Command { Show, List, Configure, Register, Unregister, Help, Version };
 
     Command command = Command::Show;
     bool fullscreen = false;
     bool preview = false;
     bool verbose = false;
-    double speed = 1;                         // ticks come so many times as often
-    std::string feed;                         // URL of the document in place of the service's answer
+    double speed = 1;     // ticks come so many times as often
+    std::string feed;     // URL of the document in place of the service's answer
+    std::string service;  // address of the event service, empty for the usual one
+    bool noCache = false;
     std::optional<unsigned long> hostWindow;  // X11 window of the screen-saver host
 
     // What could not be understood, a line each. A host's saver goes on in spite of it.

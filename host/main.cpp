@@ -6,7 +6,9 @@
 
 #include "host/ListCommand.h"
 #include "host/Options.h"
+#include "host/RegisterCommand.h"
 #include "host/SaverCommand.h"
+#include "platform/linux/system/EventService.h"
 #include "platform/linux/system/FeedSubstitute.h"
 #include "platform/linux/system/RunLoop.h"
 #include "platform/linux/system/Trace.h"
@@ -29,12 +31,22 @@ bool acceptComplaints(const Options& options) {
     return options.complaints.empty() || options.hostWindow || std::getenv("XSCREENSAVER_WINDOW");
 }
 
+void chooseSource(const Options& options) {
+    if (!options.feed.empty()) platform::setFeedSubstitute(options.feed);
+    if (!options.service.empty()) platform::setEventService(options.service);
+    platform::setAnswersKept(!options.noCache);
+}
+
 int run(const Options& options) {
     switch (options.command) {
         case Options::Command::List:
             return listQuakes();
         case Options::Command::Configure:
             return runSettings();
+        case Options::Command::Register:
+            return registerSaver(xscreensaverFile(), saverCommand());
+        case Options::Command::Unregister:
+            return unregisterSaver(xscreensaverFile());
         default:
             return runSaver(options);
     }
@@ -56,7 +68,7 @@ int main(int argc, char** argv) {
     }
 
     platform::setVerbose(options.verbose);
-    if (!options.feed.empty()) platform::setFeedSubstitute(options.feed);
+    chooseSource(options);
     stopOnSignals();
     return run(options);
 }

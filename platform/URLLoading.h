@@ -11,7 +11,8 @@ inline constexpr long long kMaxResourceBytes = 64LL << 20;
 inline constexpr int coreFoundationUnknownErr = -4960;
 
 // Reads the resource at an http, https or file URL, blocking. Returns false and sets errorCode (never 0) when
-// it cannot be had; data is then empty. An http answer other than 200 cannot be had.
+// it cannot be had; data is then empty. An http answer other than 200 cannot be had. The quake list's query
+// is asked of today's event service, whose answer comes in the form that the query asks for.
 bool loadResource(const std::string& url, std::string& data, int& errorCode);
 
 // Writes bytes to a file URL. Returns false and sets errorCode (never 0) when that fails.

@@ -10,7 +10,7 @@ import re
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-LAYERS = ["support", "xml", "quakes", "mappages", "saver", "host"]
+LAYERS = ["support", "service", "xml", "quakes", "mappages", "saver", "host"]
 TOOLKIT = re.compile(
     r"(gtk|gdk|gio|glib|glib-object|gobject|webkit2|jsc|curl|X11|cairo|pango)(/|\.h$|-)|(expat|iconv)\.h$"
 )

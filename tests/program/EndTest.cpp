@@ -23,6 +23,12 @@ void expectCleanEnd(Program& program, int signal) {
     EXPECT_TRUE(waitUntil([&] { return std::none_of(family.begin(), family.end(), ::isRunning); }));
 }
 
+void killWebProcess(const Program& program) {
+    const std::vector<pid_t> processes = descendantsRunning(program.id(), "WebKitWebProcess");
+    EXPECT_FALSE(processes.empty());
+    for (const pid_t each : processes) kill(each, SIGKILL);
+}
+
 }  // namespace
 
 TEST(End, ASignalEndsTheSplash) {
@@ -68,7 +74,6 @@ TEST(End, AKeyEndsAWindowOfItsOwn) {
         program.start({"--demo", "--verbose"});
         ASSERT_TRUE(program.waitForLines("page: loaded"));
         display.focus(display.windowWithTitle("Tellmar"));
-        display.press("a");
         display.press(key);
         EXPECT_EQ(0, program.waitForStatus());
     }
@@ -83,18 +88,26 @@ TEST(End, ClosingTheWindowEndsTheProgram) {
     EXPECT_EQ(0, program.waitForStatus());
 }
 
-TEST(WebProcess, OneThatIsKilledIsStartedAgainWithItsPage) {
+TEST(WebProcess, OneThatIsKilledIsStartedAgainWithItsPagesBeforeAnyTick) {
     TestDisplay display;
     Program program(display);
-    program.start({"--demo", "--verbose", "--speed", "10"});
+    program.start({"--demo", "--verbose", "--speed", "0.1"});
+    ASSERT_TRUE(program.waitForLines("page: loaded", 2));
+    killWebProcess(program);
+    EXPECT_TRUE(program.waitForLines("page: loaded", 4));
+    EXPECT_EQ(0, program.countLines("tick"));
+    expectCleanEnd(program, SIGTERM);
+}
+
+TEST(WebProcess, TheDisplayGoesOnWithoutOne) {
+    TestDisplay display;
+    Program program(display);
+    program.start({"--demo", "--verbose", "--speed", "15"});
     ASSERT_TRUE(program.waitForLines("fade: "));
-    const std::vector<pid_t> killed = descendantsRunning(program.id(), "WebKitWebProcess");
-    ASSERT_FALSE(killed.empty());
     const int pages = program.countLines("page: loaded"), fades = program.countLines("fade: ");
-    for (const pid_t each : killed) kill(each, SIGKILL);
+    killWebProcess(program);
     EXPECT_TRUE(program.waitForLines("page: the web process ended"));
     EXPECT_TRUE(program.waitForLines("page: loaded", pages + 3));
     EXPECT_TRUE(program.waitForLines("fade: ", fades + 3));
     EXPECT_TRUE(waitUntil([&] { return isMap(display.picture().at(0, 0)); }));
-    expectCleanEnd(program, SIGTERM);
 }

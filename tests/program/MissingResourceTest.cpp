@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 
@@ -48,6 +49,18 @@ TEST(MissingResource, WithoutItsTemplateTheSaverReportsThatInTheHostsWindowAndEn
     EXPECT_THAT(program.temporaryFolders(), IsEmpty());
 }
 
+TEST(MissingResource, ASignalEndsTheReport) {
+    TestDisplay display;
+    Program program(display);
+    copyProgram(program);
+    removeResource(program, "map.html");
+    program.environment["XSCREENSAVER_WINDOW"] = std::to_string(display.createWindow(1280, 720));
+    program.start({"--demo"});
+    EXPECT_TRUE(waitUntil([&] { return display.picture().count(320, 180, 960, 540, isNearWhite) > 200; }));
+    program.signal(SIGTERM);
+    EXPECT_EQ(0, program.waitForStatus());
+}
+
 TEST(MissingResource, InAWindowOfItsOwnTheReportWaitsForTheUser) {
     TestDisplay display;
     Program program(display);
@@ -81,11 +94,12 @@ TEST(MissingResource, WithoutItsPictureThePreviewHasItsText) {
     removeResource(program, "google_maps_nz_pre.png");
     program.start({"--demo", "--preview", "--verbose"});
     EXPECT_TRUE(program.waitForLines("page: loaded"));
-    EXPECT_TRUE(waitUntil([&] { return display.picture().count(5, 0, 565, 80, isDark) > 20; }));
+    // Over the splash, whose own text begins lower.
+    EXPECT_TRUE(waitUntil([&] { return display.picture().count(5, 2, 565, 9, isDark) > 20; }));
 }
 
 TEST(MissingResource, AFolderThatCannotBeWrittenKeepsNoMapAway) {
-    for (const char* name : {"HOME", "XDG_CONFIG_HOME", "XDG_RUNTIME_DIR", "TMPDIR"}) {
+    for (const char* name : {"HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR", "TMPDIR"}) {
         TestDisplay display;
         Program program(display);
         std::ofstream(program.path("file")) << "in the way";
@@ -94,4 +108,13 @@ TEST(MissingResource, AFolderThatCannotBeWrittenKeepsNoMapAway) {
         EXPECT_TRUE(program.waitForLines("fade: ", 2)) << name << program.errors();
         EXPECT_TRUE(isMap(display.picture().at(0, 0))) << name;
     }
+}
+
+TEST(MissingResource, AFolderThatDoesNotExistKeepsNoMapAway) {
+    TestDisplay display;
+    Program program(display);
+    for (const char* name : {"HOME", "XDG_CONFIG_HOME", "XDG_RUNTIME_DIR", "TMPDIR"})
+        program.environment[name] = program.path("missing");
+    program.start({"--demo", "--verbose", "--speed", "50"});
+    EXPECT_TRUE(program.waitForLines("fade: ", 2)) << program.errors();
 }

@@ -27,14 +27,19 @@ ObjectRef<GdkWindow> findHostWindow(unsigned long id) {
     if (!GDK_IS_X11_DISPLAY(display)) return nullptr;
     gdk_x11_display_error_trap_push(display);
     ObjectRef<GdkWindow> window(gdk_x11_window_foreign_new_for_display(display, id));
-    gdk_x11_display_error_trap_pop_ignored(display);
+    // The trap stays: the host may end its window, and ours in it, between any two requests of ours.
+    if (!window) gdk_x11_display_error_trap_pop_ignored(display);
     return window;
 }
 
 void followHostWindow(GdkWindow* host, std::function<void(const Size&)> resize) {
     follower = std::move(resize);
-    gdk_window_set_events(host, GDK_STRUCTURE_MASK);
     gdk_window_add_filter(host, filterHostEvent, host);
+    GdkDisplay* display = gdk_window_get_display(host);
+    gdk_x11_display_error_trap_push(display);
+    gdk_window_set_events(host, GDK_STRUCTURE_MASK);
+    // One that has ended already sends no event.
+    if (gdk_x11_display_error_trap_pop(display) != 0) RunLoop::stop();
     follower(
         {static_cast<double>(gdk_window_get_width(host)), static_cast<double>(gdk_window_get_height(host))});
 }
@@ -42,12 +47,7 @@ void followHostWindow(GdkWindow* host, std::function<void(const Size&)> resize) 
 void forgetHostWindow(GdkWindow* host) {
     gdk_window_remove_filter(host, filterHostEvent, host);
     follower = nullptr;
-}
-
-Size screenSize(GdkScreen* screen) {
-    GdkWindow* root = gdk_screen_get_root_window(screen);
-    return {static_cast<double>(gdk_window_get_width(root)),
-            static_cast<double>(gdk_window_get_height(root))};
+    gdk_x11_display_error_trap_pop_ignored(gdk_window_get_display(host));
 }
 
 }  // namespace platform

@@ -2,19 +2,23 @@
 
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstring>
+#include <ctime>
 #include <filesystem>
 #include <string>
 
 #include "platform/Bundle.h"
 #include "platform/Files.h"
 #include "platform/linux/desktop/Handles.h"
+#include "platform/linux/system/EventService.h"
 
 namespace platform {
 
 namespace {
 
 constexpr char kScheme[] = "bundle";
+constexpr char kAsOf[] = "as-of.js";
 
 void refuse(WebKitURISchemeRequest* request, const std::string& name) {
     GError* error =
@@ -29,22 +33,55 @@ GText mimeType(const std::string& path, const std::string& data) {
     return GText(g_content_type_get_mime_type(type.get()));
 }
 
+// When the quakes being shown were asked for, for the page to tell; null while they are up to date.
+std::string asOfScript() {
+    const auto time = answerIsAsOf();
+    if (!time) return "window.TELLMAR_AS_OF = null;\n";
+    std::tm utc{};
+    gmtime_r(&*time, &utc);
+    char text[64];
+    std::strftime(text, sizeof text, "window.TELLMAR_AS_OF = \"%Y-%m-%dT%H:%M:%SZ\";\n", &utc);
+    return text;
+}
+
+bool readResource(const std::string& name, std::string& data) {
+    if (name == kAsOf) {
+        data = asOfScript();
+        return true;
+    }
+    const std::string file = pathForResource(name);
+    return !file.empty() && readFile(file, data);
+}
+
 // bundle:///NAME is the resource NAME.
 void serveResource(WebKitURISchemeRequest* request, gpointer) {
     const char* path = webkit_uri_scheme_request_get_path(request);
     const GText name(g_uri_unescape_string(path + std::strspn(path, "/"), nullptr));
     std::string data;
-    const std::string file = name ? pathForResource(name.get()) : std::string();
-    if (file.empty() || !readFile(file, data)) return refuse(request, path);
+    if (!name || !readResource(name.get(), data)) return refuse(request, path);
 
     ObjectRef<GInputStream> stream(g_memory_input_stream_new_from_data(
         g_memdup2(data.data(), data.size()), static_cast<gssize>(data.size()), g_free));
     webkit_uri_scheme_request_finish(request, stream.get(), static_cast<gint64>(data.size()),
-                                     mimeType(file, data).get());
+                                     mimeType(name.get(), data).get());
 }
 
-// WebKit ends the whole program when its sandbox cannot start, so the sandbox's tools are tried before.
+// True also for one that does not exist. One that is a file, or that lies where this user may not look, is
+// none.
+bool mayBeFolder(const char* path) {
+    return access((std::string(path) + "/.").c_str(), F_OK) == 0 || errno == ENOENT;
+}
+
+// The sandbox brings in parts of the first four, and keeps notes in the last.
+bool sandboxFindsFolders() {
+    return mayBeFolder(g_get_home_dir()) && mayBeFolder(g_get_user_config_dir()) &&
+           mayBeFolder(g_get_user_data_dir()) && mayBeFolder(g_get_user_cache_dir()) &&
+           access(g_get_user_runtime_dir(), W_OK | X_OK) == 0;
+}
+
+// WebKit ends the whole program when its sandbox cannot start, so what it needs is tried before.
 bool sandboxWorks() {
+    if (!sandboxFindsFolders()) return false;
     if (!GText(g_find_program_in_path("xdg-dbus-proxy"))) return false;
     const char* const command[] = {
         "bwrap",         "--ro-bind",     "/",    "/",    "--proc", "/proc", "--dev", "/dev", "--unshare-pid",

@@ -16,12 +16,13 @@ bool isFolder(const fs::path& path) {
     return fs::is_directory(path, error);
 }
 
-// Beside the program in the build tree, among the shared data once installed.
+// Beside the program in the build tree. Once installed the program lies in PREFIX/libexec/xscreensaver, however it
+// was called, and the bundle among the shared data of that prefix or of the one it was built for.
 std::string findBundle() {
     std::error_code error;
     const fs::path folder = fs::read_symlink("/proc/self/exe", error).parent_path();
-    for (const fs::path& place :
-         {folder, fs::path(TELLMAR_DATA_DIR), folder.parent_path() / "share" / "tellmar"}) {
+    const fs::path prefix = folder.parent_path().parent_path();
+    for (const fs::path& place : {folder, prefix / "share" / "tellmar", fs::path(TELLMAR_DATA_DIR)}) {
         if (isFolder(place / kBundleName)) return place / kBundleName;
     }
     return "";

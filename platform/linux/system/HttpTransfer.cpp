@@ -1,5 +1,6 @@
 #include "platform/linux/system/HttpTransfer.h"
 
+#include <algorithm>
 #include <csignal>
 
 #include "platform/linux/system/RunLoop.h"
@@ -11,6 +12,7 @@ namespace {
 constexpr long kHttpOK = 200;
 // How long an event of the main loop may have to wait for its turn.
 constexpr int kPollMilliseconds = 20;
+constexpr std::size_t kMostComplaintBytes = 1024;
 
 std::string userAgent() {
     return std::string("Tellmar/" TELLMAR_VERSION " libcurl/") + curl_version_info(CURLVERSION_NOW)->version;
@@ -33,6 +35,14 @@ HttpTransfer::~HttpTransfer() {
     if (mEasy && mMulti) curl_multi_remove_handle(mMulti, mEasy);
     curl_easy_cleanup(mEasy);
     curl_multi_cleanup(mMulti);
+    curl_slist_free_all(mHeaders);
+}
+
+void HttpTransfer::addHeader(const std::string& name, const std::string& value) {
+    curl_slist* const longer = curl_slist_append(mHeaders, (name + ": " + value).c_str());
+    if (!longer || !mEasy) return;
+    mHeaders = longer;
+    curl_easy_setopt(mEasy, CURLOPT_HTTPHEADER, mHeaders);
 }
 
 void HttpTransfer::configure(const std::string& url) {
@@ -46,7 +56,7 @@ void HttpTransfer::configure(const std::string& url) {
     curl_easy_setopt(mEasy, CURLOPT_CONNECTTIMEOUT_MS, mLimits.connectMilliseconds);
     curl_easy_setopt(mEasy, CURLOPT_TIMEOUT_MS, mLimits.totalMilliseconds);
     // Refuses by the announced length; what arrives all the same is counted in take.
-    curl_easy_setopt(mEasy, CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(mLimits.bytes));
+    curl_easy_setopt(mEasy, CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(mLimits.packedBytes));
     curl_easy_setopt(mEasy, CURLOPT_NOSIGNAL, 1L);
     // A name server that hangs must not delay the end of the process.
     curl_easy_setopt(mEasy, CURLOPT_QUICK_EXIT, 1L);
@@ -87,8 +97,12 @@ int HttpTransfer::judge(CURLcode result) {
         return status() != 0 ? static_cast<int>(status()) : coreFoundationUnknownErr;
     }
     if (result == CURLE_OK) return 0;
+    if (mRefused) {
+        mFailure = "not the document asked for";
+        return coreFoundationUnknownErr;
+    }
     if (mTooLarge) {
-        mFailure = "larger than " + std::to_string(mLimits.bytes) + " bytes";
+        mFailure = "too large";
         return CURLE_FILESIZE_EXCEEDED;
     }
     mFailure = mDetail[0] != '\0' ? mDetail.data() : curl_easy_strerror(result);
@@ -101,12 +115,46 @@ long HttpTransfer::status() const {
     return code;
 }
 
+std::string HttpTransfer::header(const char* name) const {
+    curl_header* found = nullptr;
+    const CURLHcode result = curl_easy_header(mEasy, name, 0, CURLH_HEADER, -1, &found);
+    return result == CURLHE_OK ? found->value : "";
+}
+
+long long HttpTransfer::retryAfterSeconds() const {
+    curl_off_t seconds = 0;
+    curl_easy_getinfo(mEasy, CURLINFO_RETRY_AFTER, &seconds);
+    return seconds;
+}
+
+std::string HttpTransfer::complaint() const {
+    std::string line = mComplaint.substr(0, mComplaint.find_first_of("\r\n"));
+    std::replace_if(
+        line.begin(), line.end(),
+        [](unsigned char character) { return character < ' ' || character == 0x7f; }, ' ');
+    return line;
+}
+
 bool HttpTransfer::take(const char* bytes, std::size_t count) {
-    if (status() != kHttpOK) return false;
-    mTooLarge = mBody.size() + count > static_cast<std::size_t>(mLimits.bytes);
+    if (status() != kHttpOK) return takeComplaint({bytes, count});
+    mTooLarge = isTooLarge(count);
     if (mTooLarge) return false;
-    mBody.append(bytes, count);
-    return true;
+    mReceived += static_cast<long long>(count);
+    if (!mSink) return mBody.append(bytes, count), true;
+    mRefused = !mSink({bytes, count});
+    return !mRefused;
+}
+
+// Returns false once the first line is here.
+bool HttpTransfer::takeComplaint(std::string_view bytes) {
+    mComplaint += bytes.substr(0, kMostComplaintBytes - mComplaint.size());
+    return mComplaint.size() < kMostComplaintBytes && mComplaint.find('\n') == mComplaint.npos;
+}
+
+bool HttpTransfer::isTooLarge(std::size_t count) {
+    curl_off_t packed = 0;
+    curl_easy_getinfo(mEasy, CURLINFO_SIZE_DOWNLOAD_T, &packed);
+    return packed > mLimits.packedBytes || mReceived + static_cast<long long>(count) > mLimits.bytes;
 }
 
 std::size_t HttpTransfer::onBytes(char* bytes, std::size_t size, std::size_t count, void* transfer) {

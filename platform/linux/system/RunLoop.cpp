@@ -20,6 +20,15 @@ void RunLoop::runUntil(const std::function<bool()>& done) {
     while (!stopping && !done()) g_main_context_iteration(nullptr, true);
 }
 
+void RunLoop::runFor(int milliseconds) {
+    bool isOver = false;
+    const auto end = [](gpointer flag) -> gboolean { return *static_cast<bool*>(flag) = true; };
+    const guint timer =
+        g_timeout_add_full(G_PRIORITY_HIGH, static_cast<guint>(milliseconds), end, &isOver, nullptr);
+    runUntil([&] { return isOver; });
+    g_source_remove(timer);
+}
+
 void RunLoop::pump() {
     for (int i = 0; i < kMostPumped && !stopping && g_main_context_iteration(nullptr, false); ++i) {
     }

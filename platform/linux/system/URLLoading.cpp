@@ -7,20 +7,19 @@
 #include <string_view>
 
 #include "platform/Files.h"
+#include "platform/linux/system/EventService.h"
 #include "platform/linux/system/FeedSubstitute.h"
 #include "platform/linux/system/HttpTransfer.h"
+#include "platform/linux/system/LoadOutcome.h"
 #include "platform/linux/system/Trace.h"
+#include "service/EventAnswer.h"
+#include "service/EventQuery.h"
 
 namespace platform {
 
 namespace {
 
 using CharPointer = std::unique_ptr<char, decltype(&g_free)>;
-
-struct Outcome {
-    int errorCode = 0;
-    std::string failure;
-};
 
 std::string toString(char* owned) {
     const CharPointer text(owned, &g_free);
@@ -32,33 +31,44 @@ bool isWeb(const std::string& url) {
     return scheme && (std::string_view(scheme) == "http" || std::string_view(scheme) == "https");
 }
 
-Outcome fetchFromWeb(const std::string& url, std::string& data) {
+LoadOutcome fetchFromWeb(const std::string& url, std::string& data) {
     HttpTransfer transfer(url);
     const int error = transfer.run();
     data = std::move(transfer.body());
-    return {error, transfer.failure()};
+    return {error, transfer.failure(), {}};
 }
 
 // Only regular files: reading a pipe could wait for ever.
-Outcome fetchFile(const std::string& path, std::string& data) {
+LoadOutcome fetchFile(const std::string& path, std::string& data) {
     std::error_code error;
-    if (!std::filesystem::is_regular_file(path, error)) return {CURLE_FILE_COULDNT_READ_FILE, "no such file"};
+    if (!std::filesystem::is_regular_file(path, error))
+        return {CURLE_FILE_COULDNT_READ_FILE, "no such file", {}};
     if (std::filesystem::file_size(path, error) > static_cast<std::uintmax_t>(kMaxResourceBytes))
-        return {CURLE_FILESIZE_EXCEEDED, "too large"};
-    if (!readFile(path, data)) return {CURLE_FILE_COULDNT_READ_FILE, "cannot be read"};
+        return {CURLE_FILESIZE_EXCEEDED, "too large", {}};
+    if (!readFile(path, data)) return {CURLE_FILE_COULDNT_READ_FILE, "cannot be read", {}};
     return {};
 }
 
-Outcome fetch(const std::string& url, std::string& data) {
+LoadOutcome fetch(const std::string& url, std::string& data) {
     if (isWeb(url)) return fetchFromWeb(url, data);
     const std::string path = pathOfFileURL(url);
     if (!path.empty()) return fetchFile(path, data);
-    return {CURLE_UNSUPPORTED_PROTOCOL, "no http, https or file URL"};
+    return {CURLE_UNSUPPORTED_PROTOCOL, "no http, https or file URL", {}};
 }
 
-void traceFetch(const std::string& url, const std::string& source, const Outcome& outcome,
-                std::size_t bytes) {
-    const std::string answeredBy = source == url ? "" : " (answered by " + source + ")";
+// A document of today's event services becomes one that the feed's parser reads; any other stays as it is.
+LoadOutcome fetchSubstitute(std::string& data) {
+    LoadOutcome outcome = fetch(feedSubstitute(), data);
+    outcome.source = feedSubstitute();
+    EventAnswer answer;
+    answer.take(data);
+    answer.finish();
+    if (answer.shape() == EventAnswer::Shape::Today) data = std::move(answer).document();
+    return outcome;
+}
+
+void traceFetch(const std::string& url, const LoadOutcome& outcome, std::size_t bytes) {
+    const std::string answeredBy = outcome.source.empty() ? "" : " (answered by " + outcome.source + ")";
     const std::string result = outcome.errorCode == 0
                                    ? std::to_string(bytes) + " bytes"
                                    : outcome.failure + " (error " + std::to_string(outcome.errorCode) + ")";
@@ -69,10 +79,11 @@ void traceFetch(const std::string& url, const std::string& source, const Outcome
 
 bool loadResource(const std::string& url, std::string& data, int& errorCode) {
     data.clear();
-    const bool substituted = isWeb(url) && !feedSubstitute().empty();
-    const std::string source = substituted ? feedSubstitute() : url;
-    const Outcome outcome = fetch(source, data);
-    traceFetch(url, source, outcome, data.size());
+    const bool isSubstituted = isWeb(url) && !feedSubstitute().empty();
+    const LoadOutcome outcome = isSubstituted      ? fetchSubstitute(data)
+                                : isFeedQuery(url) ? loadEvents(url, data)
+                                                   : fetch(url, data);
+    traceFetch(url, outcome, data.size());
     errorCode = outcome.errorCode;
     return errorCode == 0;
 }

@@ -1,0 +1,104 @@
+#!/usr/bin/env python3
+"""Measures the program against an event service of its own on this machine: memory for a big answer, and how many
+requests processes make that start together.
+
+usage: bench/service.py PROGRAM [--megabytes 60] [--event-bytes 460000] [--processes 4]
+"""
+import argparse
+import http.server
+import os
+import subprocess
+import tempfile
+import threading
+import time
+
+HEAD = (
+    b'<?xml version="1.0" encoding="UTF-8"?>\n<q:quakeml xmlns:q="http://quakeml.org/xmlns/quakeml/1.2"'
+    b' xmlns="http://quakeml.org/xmlns/bed/1.2"><eventParameters publicID="smi:example/NA">'
+)
+TAIL = b"</eventParameters></q:quakeml>"
+PICK = (
+    b'<pick publicID="smi:example/pick"><time><value>2026-11-20T08:24:12.1Z</value></time><waveformID networkCode="NZ"'
+    b' stationCode="ARAZ" locationCode="10" channelCode="EHZ"/><methodID>smi:example/AIC</methodID><phaseHint>P'
+    b"</phaseHint><evaluationMode>automatic</evaluationMode></pick>"
+)
+QUAKE = (
+    b'<origin publicID="smi:example/origin"><time><value>2026-11-20T08:24:02.123456Z</value></time><latitude><value>-42.7'
+    b"</value></latitude><longitude><value>173.0</value></longitude><depth><value>15000</value></depth></origin>"
+    b'<magnitude publicID="smi:example/magnitude"><mag><value>5.5</value></mag></magnitude><type>earthquake</type>'
+)
+
+
+class Service(http.server.ThreadingHTTPServer):
+    """Answers with that many bytes, none of which it holds."""
+
+    def __init__(self, size, event_bytes):
+        super().__init__(("127.0.0.1", 0), Answer)
+        self.events = max(1, size // event_bytes)
+        self.event = b"<event>" + PICK * (min(size, event_bytes) // len(PICK)) + QUAKE + b"</event>"
+        self.requests = 0
+        threading.Thread(target=self.serve_forever, daemon=True).start()
+
+
+class Answer(http.server.BaseHTTPRequestHandler):
+    def do_GET(self):
+        self.server.requests += 1
+        self.send_response(200)
+        self.send_header("Content-Length", len(HEAD) + len(self.server.event) * self.server.events + len(TAIL))
+        self.end_headers()
+        self.wfile.write(HEAD)
+        for _ in range(self.server.events):
+            self.wfile.write(self.server.event)
+        self.wfile.write(TAIL)
+
+    def log_message(self, *_):
+        pass
+
+
+def start(program, service, cache):
+    environment = {"PATH": "/usr/bin:/bin", "no_proxy": "*", "XDG_CACHE_HOME": cache}
+    address = f"http://127.0.0.1:{service.server_port}/"
+    return subprocess.Popen([program, "--list", "--service", address], env=environment, stdout=subprocess.PIPE)
+
+
+def peak(program, size, event_bytes):
+    """Peak memory in KiB, and seconds from start to end, of one process that reads an answer of that size."""
+    service = Service(size, event_bytes)
+    with tempfile.TemporaryDirectory() as cache:
+        begin = time.monotonic()
+        process = start(program, service, cache)
+        listed = process.stdout.read()
+        _, status, usage = os.wait4(process.pid, 0)
+        process.returncode = status
+    if status != 0 or b"5.50" not in listed:
+        raise SystemExit("the program did not list the earthquakes")
+    return usage.ru_maxrss, time.monotonic() - begin
+
+
+def requests(program, count, event_bytes):
+    service = Service(event_bytes, event_bytes)
+    with tempfile.TemporaryDirectory() as cache:
+        processes = [start(program, service, cache) for _ in range(count)]
+        for process in processes:
+            if b"5.50" not in process.communicate()[0]:
+                raise SystemExit("a process did not list the earthquake")
+    return service.requests
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("program")
+    parser.add_argument("--megabytes", type=int, default=60)
+    parser.add_argument("--event-bytes", type=int, default=460_000, help="as many as one of GeoNet's gets to")
+    parser.add_argument("--processes", type=int, default=4)
+    options = parser.parse_args()
+    small, _ = peak(options.program, 0, options.event_bytes)
+    big, seconds = peak(options.program, options.megabytes * 1_000_000, options.event_bytes)
+    print(f"peak memory: {small / 1024:.1f} MiB for one event without picks, {big / 1024:.1f} MiB for "
+          f"{options.megabytes} MB ({(big - small) / 1024:.1f} MiB above), read and listed in {seconds:.2f} s")
+    count = requests(options.program, options.processes, options.event_bytes)
+    print(f"{options.processes} processes started together: {count} request(s)")
+
+
+if __name__ == "__main__":
+    main()

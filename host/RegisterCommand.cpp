@@ -1,0 +1,142 @@
+#include "host/RegisterCommand.h"
+
+#include <pwd.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <optional>
+#include <system_error>
+
+#include "host/XScreenSaverFile.h"
+#include "platform/Files.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// XScreenSaver looks here for a program that is named without a folder.
+constexpr char kHostFolder[] = "/usr/libexec/xscreensaver";
+constexpr int kMostCopies = 100;
+
+constexpr char kChoiceHint[] =
+    "XScreenSaver counts its savers: if it is set to show a single one, choose that one again.\n";
+
+bool exists(const std::string& path) {
+    std::error_code error;
+    return fs::symlink_status(path, error).type() != fs::file_type::not_found;
+}
+
+bool isRegularFile(const std::string& path) {
+    std::error_code error;
+    return fs::is_regular_file(path, error);
+}
+
+int fail(const std::string& file, const char* reason) {
+    std::fprintf(stderr, "tellmar: %s %s; nothing was changed\n", file.c_str(), reason);
+    return 1;
+}
+
+std::optional<XScreenSaverFile> load(const std::string& file) {
+    if (!exists(file)) return XScreenSaverFile("");
+    std::string text;
+    if (!isRegularFile(file) || !platform::readFile(file, text)) {
+        fail(file, "cannot be read");
+        return std::nullopt;
+    }
+    XScreenSaverFile settings(text);
+    if (settings.hasForeignLineEnds()) {
+        fail(file, "has lines that end in CR LF, which XScreenSaver cannot read");
+        return std::nullopt;
+    }
+    return settings;
+}
+
+bool holdsTheSame(const std::string& one, const std::string& other) {
+    std::string first, second;
+    return isRegularFile(other) && platform::readFile(one, first) && platform::readFile(other, second) &&
+           first == second;
+}
+
+// The path of a copy, an older one where that holds the same. Empty when none could be made.
+std::string keepCopy(const std::string& file) {
+    for (int number = 0; number < kMostCopies; ++number) {
+        const std::string copy = file + ".bak" + (number ? "." + std::to_string(number) : "");
+        std::error_code error;
+        if (!exists(copy)) return fs::copy_file(file, copy, error) ? copy : "";
+        if (holdsTheSame(file, copy)) return copy;
+    }
+    return "";
+}
+
+int save(const std::string& file, const XScreenSaverFile& settings, const char* done) {
+    std::string copy;
+    if (exists(file) && (copy = keepCopy(file)).empty()) return fail(file, "cannot be copied");
+    if (!platform::writeFileAtomically(file, settings.text())) return fail(file, "cannot be written");
+    std::printf("Tellmar %s the list of %s.\n", done, file.c_str());
+    if (!copy.empty()) std::printf("The file from before is %s.\n", copy.c_str());
+    return 0;
+}
+
+int leave(const std::string& file, const char* reason) {
+    std::printf("Tellmar %s the list of %s; nothing was changed.\n", reason, file.c_str());
+    return 0;
+}
+
+// XScreenSaver splits its lines at blanks, and hands those with certain marks to a shell.
+bool standsInAList(const std::string& path) {
+    return path.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789/._+-@,") ==
+           std::string::npos;
+}
+
+}  // namespace
+
+std::string xscreensaverFile() {
+    const char* home = std::getenv("HOME");
+    if (!home || !*home) {
+        const passwd* user = getpwuid(getuid());
+        home = user ? user->pw_dir : "";
+    }
+    return *home ? std::string(home) + "/.xscreensaver" : "";
+}
+
+std::string saverCommand() {
+    std::error_code error;
+    const fs::path program = fs::read_symlink("/proc/self/exe", error);
+    const std::string name = program.parent_path() == kHostFolder ? program.filename() : program;
+    return name.empty() || !standsInAList(name) ? "" : name + " --root";
+}
+
+int registerSaver(const std::string& file, const std::string& command) {
+    if (file.empty()) return fail("the home folder", "is unknown");
+    if (command.empty())
+        return fail("the program's path", "holds what XScreenSaver does not take in its list");
+    auto settings = load(file);
+    if (!settings) return 1;
+    switch (settings->place()) {
+        case XScreenSaverFile::Place::Listed:
+            return leave(file, "is already in");
+        case XScreenSaverFile::Place::SwitchedOff:
+            return leave(file, "is switched off (XScreenSaver's settings switch it on), but already in");
+        case XScreenSaverFile::Place::None:
+            break;
+    }
+    const bool movesChoice = settings->addingMovesChoice();
+    settings->add(command);
+    const int status = save(file, *settings, "is now in");
+    if (status == 0 && movesChoice) std::fputs(kChoiceHint, stdout);
+    return status;
+}
+
+int unregisterSaver(const std::string& file) {
+    if (file.empty()) return fail("the home folder", "is unknown");
+    auto settings = load(file);
+    if (!settings) return 1;
+    if (settings->place() == XScreenSaverFile::Place::None) return leave(file, "is not in");
+    const bool movesChoice = settings->removingMovesChoice();
+    settings->remove();
+    const int status = save(file, *settings, "is no longer in");
+    if (status == 0 && movesChoice) std::fputs(kChoiceHint, stdout);
+    return status;
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+#include <utility>
+
+// The text of XScreenSaver's ~/.xscreensaver as far as Tellmar's place in its list of programs goes. All the
+// rest is kept byte by byte. XScreenSaver shows its own savers as well, whether the file lists them or not.
+class XScreenSaverFile {
+  public:
+    enum class Place { None, Listed, SwitchedOff };
+
+    explicit XScreenSaverFile(std::string text) : mText(std::move(text)) {}
+
+    const std::string& text() const { return mText; }
+
+    // XScreenSaver cannot read a list of several lines that end in CR LF.
+    bool hasForeignLineEnds() const;
+
+    Place place() const;
+
+    // Adds the command at the end of the list, where the savers before it keep their numbers. A file without
+    // a list gets one.
+    void add(const std::string& command);
+
+    // Takes Tellmar out, and the list too where nothing else is in it.
+    void remove();
+
+    // Whether a saver was chosen by its number in the list, and adding or removing Tellmar gives it another.
+    bool addingMovesChoice() const;
+    bool removingMovesChoice() const;
+
+  private:
+    std::string mText;
+};

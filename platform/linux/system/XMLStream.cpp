@@ -1,0 +1,121 @@
+#include "platform/XMLStream.h"
+
+#include <expat.h>
+
+#include <algorithm>
+#include <optional>
+#include <string>
+
+#include "platform/TextEncoding.h"
+
+namespace platform {
+
+namespace {
+
+constexpr char kSeparator = '\n';  // between namespace and name
+constexpr int kMostLevels = 1000;
+constexpr int kMostEntities = 1000;
+constexpr std::size_t kPieceBytes = 64 << 10;
+// Expat keeps markup that has not ended, and looks through all of it again with every piece.
+constexpr long long kMostPendingBytes = 1 << 20;
+
+// What expat needs to read an encoding of one byte a character: -1 for a byte that stands for nothing.
+int fillEncoding(void*, const XML_Char* name, XML_Encoding* encoding) {
+    bool isKnown = false;
+    for (int byte = 0; byte < 256; ++byte) {
+        const char text = static_cast<char>(byte);
+        const auto wide = convertText({&text, 1}, name, "UTF-32LE");
+        const bool isOne = wide && wide->size() == 4;
+        const auto at = [&](std::size_t i) {
+            return static_cast<int>(static_cast<unsigned char>((*wide)[i]));
+        };
+        encoding->map[byte] = isOne ? at(0) | at(1) << 8 | at(2) << 16 : -1;
+        isKnown = isKnown || isOne;
+    }
+    return isKnown ? XML_STATUS_OK : XML_STATUS_ERROR;
+}
+
+}  // namespace
+
+std::string_view XMLStartTag::attribute(std::string_view attributeName) const {
+    for (const char* const* pair = attributes; pair[0]; pair += 2)
+        if (attributeName == pair[0]) return pair[1];
+    return {};
+}
+
+class XMLStream::Parser {
+  public:
+    explicit Parser(XMLStreamHandler& handler)
+        : mHandler(handler), mParser(XML_ParserCreateNS(nullptr, kSeparator)) {
+        if (mParser) configure();
+    }
+    ~Parser() {
+        if (mParser) XML_ParserFree(mParser);
+    }
+    Parser(const Parser&) = delete;
+    Parser& operator=(const Parser&) = delete;
+
+    bool parse(std::string_view bytes, bool isLast) {
+        if (!mIsGood) return false;
+        mTaken += static_cast<long long>(bytes.size());
+        mIsGood = mParser &&
+                  XML_Parse(mParser, bytes.data(), static_cast<int>(bytes.size()), isLast) == XML_STATUS_OK;
+        mIsGood = mIsGood && mTaken - XML_GetCurrentByteIndex(mParser) <= kMostPendingBytes;
+        return mIsGood;
+    }
+
+  private:
+    static Parser& self(void* data) { return *static_cast<Parser*>(data); }
+
+    void configure() {
+        XML_SetUserData(mParser, this);
+        XML_SetUnknownEncodingHandler(mParser, fillEncoding, nullptr);
+        XML_UseForeignDTD(mParser, XML_TRUE);  // an entity that nothing declares is no error
+        XML_SetElementHandler(
+            mParser,
+            [](void* data, const char* name, const char** attributes) { self(data).start(name, attributes); },
+            [](void* data, const char*) { self(data).end(); });
+        XML_SetCharacterDataHandler(mParser, [](void* data, const char* text, int size) {
+            self(data).mHandler.characters({text, static_cast<std::size_t>(size)});
+        });
+        XML_SetEntityDeclHandler(
+            mParser, [](void* data, const char*, int, const char*, int, const char*, const char*, const char*,
+                        const char*) { self(data).entityDeclared(); });
+    }
+
+    void start(std::string_view name, const char* const* attributes) {
+        if (++mLevels > kMostLevels) return fail();
+        const std::size_t separator = name.rfind(kSeparator);
+        if (separator == name.npos) return mHandler.startElement({name, {}, attributes});
+        mHandler.startElement({name.substr(separator + 1), name.substr(0, separator), attributes});
+    }
+    void end() {
+        --mLevels;
+        mHandler.endElement();
+    }
+    void entityDeclared() {
+        if (++mEntities > kMostEntities) fail();
+    }
+    void fail() { XML_StopParser(mParser, XML_FALSE); }
+
+    XMLStreamHandler& mHandler;
+    XML_Parser mParser;
+    bool mIsGood = true;
+    int mLevels = 0;
+    int mEntities = 0;
+    long long mTaken = 0;
+};
+
+XMLStream::XMLStream(XMLStreamHandler& handler) : mParser(std::make_unique<Parser>(handler)) {}
+XMLStream::~XMLStream() = default;
+
+bool XMLStream::take(std::string_view bytes) {
+    bool isGood = true;
+    for (; isGood && !bytes.empty(); bytes.remove_prefix(std::min(bytes.size(), kPieceBytes)))
+        isGood = mParser->parse(bytes.substr(0, kPieceBytes), false);
+    return isGood;
+}
+
+bool XMLStream::finish() { return mParser->parse({}, true); }
+
+}  // namespace platform

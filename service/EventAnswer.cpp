@@ -1,0 +1,173 @@
+#include "service/EventAnswer.h"
+
+#include "platform/URLLoading.h"
+
+namespace {
+
+using platform::XMLStartTag;
+
+constexpr std::string_view kNamespaces = "http://quakeml.org/xmlns/";
+constexpr std::string_view kEarlierNamespace = "http://quakeml.org/xmlns/quakeml/1.";
+constexpr char kHead[] =
+    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+    "<quakeml xmlns=\"http://quakeml.org/xmlns/quakeml/1.0\"><eventParameters>\n";
+constexpr char kTail[] = "</eventParameters></quakeml>\n";
+
+// The parser takes 255 characters: a longer text stays too long, and holds no more memory than this.
+constexpr std::size_t kMostTextBytes = 4096;
+// Far more than one event has.
+constexpr std::size_t kMostCandidates = 1000;
+constexpr std::size_t kMostDocumentBytes = platform::kMaxResourceBytes;
+
+EventAnswer::Shape shapeOf(const XMLStartTag& root) {
+    using Shape = EventAnswer::Shape;
+    if (root.name != "quakeml") return Shape::Other;
+    if (root.namespaceURI.empty()) return Shape::Earlier;
+    if (!root.namespaceURI.starts_with(kNamespaces)) return Shape::Other;
+    if (!root.namespaceURI.starts_with(kEarlierNamespace)) return Shape::Today;
+    const std::string_view minor = root.namespaceURI.substr(kEarlierNamespace.size());
+    const bool isEarlier = minor.starts_with('0') || minor == "1";
+    return isEarlier ? Shape::Earlier : Shape::Today;
+}
+
+bool isOfQuakeML(const XMLStartTag& tag) {
+    return tag.namespaceURI.empty() || tag.namespaceURI.starts_with(kNamespaces);
+}
+
+std::string shortened(std::string_view text) { return std::string(text.substr(0, kMostTextBytes)); }
+
+}  // namespace
+
+EventAnswer::EventAnswer() : mStream(*this) {}
+
+void EventAnswer::take(std::string_view bytes) {
+    if (mShape != Shape::Today) keep(bytes);
+    if (mIsWellFormed) mIsWellFormed = mStream.take(bytes);
+}
+
+void EventAnswer::finish() {
+    mIsWellFormed = mIsWellFormed && mStream.finish();
+    if (mShape != Shape::Today) return;
+    if (isGood())
+        mDocument += kTail;
+    else
+        mDocument.clear();
+}
+
+bool EventAnswer::isGood() const { return mIsWellFormed && !mIsTooLarge && mShape != Shape::Other; }
+
+std::string EventAnswer::document() && { return std::move(mDocument); }
+
+std::string EventAnswer::withoutEvents() { return std::string(kHead) + kTail; }
+
+void EventAnswer::keep(std::string_view bytes) {
+    mIsTooLarge = mIsTooLarge || mDocument.size() + bytes.size() > kMostDocumentBytes;
+    if (mIsTooLarge)
+        mDocument = {};
+    else
+        mDocument += bytes;
+}
+
+void EventAnswer::startElement(const XMLStartTag& tag) {
+    if (mSkippedLevels > 0 || !enter(tag)) ++mSkippedLevels;
+}
+
+void EventAnswer::endElement() {
+    if (mSkippedLevels > 0) {
+        --mSkippedLevels;
+        return;
+    }
+    if (mPlaces.back() == Place::Event) finishEvent();
+    if (mPlaces.back() == Place::Text) mText = nullptr;
+    mPlaces.pop_back();
+}
+
+void EventAnswer::characters(std::string_view text) {
+    const bool isWanted = mText && mPlaces.back() == Place::Text && mSkippedLevels == 0;
+    if (isWanted) (*mText)->append(text.substr(0, kMostTextBytes - (*mText)->size()));
+}
+
+// Returns false for an element that does not count there.
+bool EventAnswer::enter(const XMLStartTag& tag) {
+    if (mPlaces.back() != Place::Document && !isOfQuakeML(tag)) return false;
+    switch (mPlaces.back()) {
+        case Place::Document:
+            return enterRoot(tag);
+        case Place::Root:
+            return tag.name == "eventParameters" && go(Place::EventParameters);
+        case Place::EventParameters:
+            return tag.name == "event" && enterEvent(tag);
+        case Place::Event:
+            return enterPartOfEvent(tag);
+        case Place::Origin:
+            return enterQuantity(quantityOfOrigin(tag.name));
+        case Place::Magnitude:
+            return enterQuantity(tag.name == "mag" ? &mEvent.magnitudes.back().mag : nullptr);
+        case Place::Quantity:
+            if (tag.name != "value" || mHasValue) return false;
+            mHasValue = true;
+            return go(Place::Text);
+        case Place::Text:
+            return false;
+    }
+    return false;
+}
+
+bool EventAnswer::enterRoot(const XMLStartTag& tag) {
+    mShape = shapeOf(tag);
+    if (mShape != Shape::Today) return false;
+    mDocument = kHead;
+    return go(Place::Root);
+}
+
+bool EventAnswer::enterEvent(const XMLStartTag& tag) {
+    mEvent = {};
+    mEvent.publicID = shortened(tag.attribute("publicID"));
+    return go(Place::Event);
+}
+
+bool EventAnswer::enterPartOfEvent(const XMLStartTag& tag) {
+    if (tag.name == "type") return enterText(mEvent.type);
+    if (tag.name == "preferredOriginID") return enterText(mEvent.preferredOriginID);
+    if (tag.name == "preferredMagnitudeID") return enterText(mEvent.preferredMagnitudeID);
+    if (tag.name == "origin" && mEvent.origins.size() < kMostCandidates) {
+        mEvent.origins.emplace_back().publicID = shortened(tag.attribute("publicID"));
+        return go(Place::Origin);
+    }
+    if (tag.name == "magnitude" && mEvent.magnitudes.size() < kMostCandidates) {
+        mEvent.magnitudes.emplace_back().publicID = shortened(tag.attribute("publicID"));
+        return go(Place::Magnitude);
+    }
+    return false;
+}
+
+// The first of a name counts.
+bool EventAnswer::enterText(EventElement::Text& text) {
+    if (text) return false;
+    text.emplace();
+    mText = &text;
+    return go(Place::Text);
+}
+
+bool EventAnswer::enterQuantity(EventElement::Text* quantity) {
+    if (!quantity || *quantity) return false;
+    quantity->emplace();
+    mText = quantity;
+    mHasValue = false;
+    return go(Place::Quantity);
+}
+
+EventElement::Text* EventAnswer::quantityOfOrigin(std::string_view name) {
+    EventElement::Origin& origin = mEvent.origins.back();
+    if (name == "time") return &origin.time;
+    if (name == "latitude") return &origin.latitude;
+    if (name == "longitude") return &origin.longitude;
+    return name == "depth" ? &origin.depth : nullptr;
+}
+
+bool EventAnswer::go(Place place) {
+    mPlaces.push_back(place);
+    return true;
+}
+
+void EventAnswer::finishEvent() { keep(asQuakeML101(mEvent)); }

@@ -1,0 +1,104 @@
+#include "service/EventElement.h"
+
+#include <charconv>
+#include <cmath>
+
+#include "service/EventTime.h"
+
+namespace {
+
+constexpr char kSpace[] = " \t\r\n";
+constexpr double kMetresPerKilometre = 1000;
+
+std::string_view trimmed(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(kSpace);
+    if (first == text.npos) return {};
+    return text.substr(first, text.find_last_not_of(kSpace) - first + 1);
+}
+
+std::string escaped(std::string_view text) {
+    std::string result;
+    for (const char character : text) {
+        switch (character) {
+            case '&':
+                result += "&amp;";
+                break;
+            case '<':
+                result += "&lt;";
+                break;
+            case '>':
+                result += "&gt;";
+                break;
+            case '"':
+                result += "&quot;";
+                break;
+            default:
+                result += character;
+        }
+    }
+    return result;
+}
+
+std::string element(const std::string& name, std::string_view text) {
+    return "<" + name + ">" + escaped(text) + "</" + name + ">";
+}
+
+std::string startTag(const std::string& name, const std::string& publicID) {
+    return publicID.empty() ? "<" + name + ">" : "<" + name + " publicID=\"" + escaped(publicID) + "\">";
+}
+
+std::string quantity(const std::string& name, const EventElement::Text& text) {
+    if (!text) return {};
+    const std::string_view value = trimmed(*text);
+    return "<" + name + ">" + (value.empty() ? "" : element("value", value)) + "</" + name + ">";
+}
+
+EventElement::Text inUTC(const EventElement::Text& time) {
+    return time ? EventElement::Text(eventTimeInUTC(trimmed(*time))) : std::nullopt;
+}
+
+std::string kilometres(std::string_view metres) {
+    metres = trimmed(metres);
+    if (metres.starts_with('+')) metres.remove_prefix(1);
+    double value = 0;
+    const char* const end = metres.data() + metres.size();
+    const auto [rest, error] = std::from_chars(metres.data(), end, value);
+    if (error != std::errc() || rest != end || !std::isfinite(value)) return {};
+    char text[64];
+    const auto written = std::to_chars(text, text + sizeof text, value / kMetresPerKilometre);
+    return std::string(text, written.ptr);
+}
+
+EventElement::Text inKilometres(const EventElement::Text& metres) {
+    return metres ? EventElement::Text(kilometres(*metres)) : std::nullopt;
+}
+
+// Null when there are none.
+template <typename Candidate>
+const Candidate* preferred(const std::vector<Candidate>& candidates, const EventElement::Text& publicID) {
+    const std::string_view wanted = publicID ? trimmed(*publicID) : std::string_view();
+    for (const Candidate& candidate : candidates)
+        if (!wanted.empty() && trimmed(candidate.publicID) == wanted) return &candidate;
+    return candidates.empty() ? nullptr : &candidates.front();
+}
+
+std::string write(const EventElement::Origin& origin) {
+    return startTag("origin", origin.publicID) + quantity("time", inUTC(origin.time)) +
+           quantity("latitude", origin.latitude) + quantity("longitude", origin.longitude) +
+           quantity("depth", inKilometres(origin.depth)) + "</origin>";
+}
+
+std::string write(const EventElement::Magnitude& magnitude) {
+    return startTag("magnitude", magnitude.publicID) + quantity("mag", magnitude.mag) + "</magnitude>";
+}
+
+}  // namespace
+
+std::string asQuakeML101(const EventElement& event) {
+    std::string result = startTag("event", event.publicID);
+    if (event.type) result += element("type", *event.type);
+    if (const auto* origin = preferred(event.origins, event.preferredOriginID)) result += write(*origin);
+    if (const auto* magnitude = preferred(event.magnitudes, event.preferredMagnitudeID))
+        result += write(*magnitude);
+    return result + "</event>\n";
+}

@@ -1,0 +1,154 @@
+#include "service/EventQuery.h"
+
+#include <algorithm>
+#include <charconv>
+#include <chrono>
+#include <cstdio>
+#include <optional>
+
+#include "platform/Clock.h"
+
+const char kDefaultEventService[] = "https://service.geonet.org.nz/fdsnws/event/1/query";
+
+namespace {
+
+using namespace std::chrono;
+
+constexpr std::string_view kFeedQueryPath = "/services/quake/quakeml/1.0.1/query?";
+constexpr std::string_view kServicePath = "/fdsnws/event/1";
+constexpr std::string_view kQueryMethod = "/query";
+// GeoNet's bound excludes the magnitude itself, the standard's does not. This much below it both include it,
+// and nothing that would be shown as less.
+constexpr double kMagnitudeStep = 1e-6;
+
+// What follows "scheme://"; empty for another scheme.
+std::string_view behindScheme(std::string_view url) {
+    for (const std::string_view scheme : {"http://", "https://", "HTTP://", "HTTPS://"})
+        if (url.starts_with(scheme)) return url.substr(scheme.size());
+    return {};
+}
+
+// The value of a parameter in "...?name=value&name=value"; nothing when it is not there.
+std::optional<std::string_view> parameter(std::string_view url, std::string_view name) {
+    std::size_t at = url.find('?');
+    while (at != url.npos) {
+        const std::size_t next = url.find('&', at + 1);
+        const std::string_view pair = url.substr(at + 1, next == url.npos ? url.npos : next - at - 1);
+        if (pair.substr(0, pair.find('=')) == name && pair.size() > name.size())
+            return pair.substr(name.size() + 1);
+        at = next;
+    }
+    return std::nullopt;
+}
+
+template <typename Number>
+std::optional<Number> readNumber(std::string_view text) {
+    Number value{};
+    const auto [rest, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    return error == std::errc() && rest == text.data() + text.size() ? std::optional(value) : std::nullopt;
+}
+
+// A date as the query writes it, 2009-07-15.
+std::optional<sys_days> readDate(std::string_view text) {
+    if (text.size() != 10 || text[4] != '-' || text[7] != '-') return std::nullopt;
+    const auto years = readNumber<int>(text.substr(0, 4));
+    const auto months = readNumber<unsigned>(text.substr(5, 2));
+    const auto dayOfMonth = readNumber<unsigned>(text.substr(8, 2));
+    if (!years || !months || !dayOfMonth) return std::nullopt;
+    const year_month_day date = year(*years) / month(*months) / day(*dayOfMonth);
+    return date.ok() ? std::optional<sys_days>(date) : std::nullopt;
+}
+
+// What the machine's clocks show at a time, counted as if it were UTC.
+sys_seconds shownAt(sys_seconds time) {
+    const std::tm local = platform::localTime(time.time_since_epoch().count());
+    return sys_days(year(local.tm_year + 1900) / (local.tm_mon + 1) / local.tm_mday) + hours(local.tm_hour) +
+           minutes(local.tm_min) + seconds(local.tm_sec);
+}
+
+// When a day of the machine's calendar starts. The second step counts where the clocks changed in between.
+sys_seconds startOfLocalDay(sys_days day) {
+    const sys_seconds midnight = day;
+    sys_seconds start = midnight;
+    for (int step = 0; step < 2; ++step) start = midnight - (shownAt(start) - start);
+    return start;
+}
+
+std::string isoTime(sys_seconds time) {
+    const sys_days day = floor<days>(time);
+    const year_month_day date = day;
+    const hh_mm_ss clock(time - day);
+    char text[64];
+    std::snprintf(text, sizeof text, "%04d-%02u-%02uT%02d:%02d:%02d", int(date.year()),
+                  unsigned(date.month()), unsigned(date.day()), int(clock.hours().count()),
+                  int(clock.minutes().count()), int(clock.seconds().count()));
+    return text;
+}
+
+std::string decimal(double value) {
+    char text[64];
+    std::snprintf(text, sizeof text, "%.6f", value);
+    return text;
+}
+
+// An address to which parameters are added unless it has them.
+class Address {
+  public:
+    explicit Address(std::string address) : mAddress(std::move(address)) {}
+
+    void add(std::string_view name, std::string_view value) {
+        if (parameter(mAddress, name)) return;
+        const bool isFirst = mAddress.find('?') == mAddress.npos;
+        const bool isJoined = mAddress.ends_with('?') || mAddress.ends_with('&');
+        if (isFirst || !isJoined) mAddress += isFirst ? '?' : '&';
+        mAddress.append(name).append("=").append(value);
+    }
+    const std::string& text() const { return mAddress; }
+
+  private:
+    std::string mAddress;
+};
+
+}  // namespace
+
+bool isEventServiceAddress(std::string_view text) {
+    const std::string_view rest = behindScheme(text);
+    const bool hasHost = !rest.empty() && std::string_view("/?#:@").find(rest.front()) == rest.npos;
+    for (const unsigned char character : text)
+        if (character <= ' ' || character == 0x7f) return false;
+    return hasHost;
+}
+
+std::string eventServiceQueryAddress(const std::string& service) {
+    const std::string whole = service.substr(0, service.find('#'));
+    const std::size_t question = std::min(whole.find('?'), whole.size());
+    std::string address = whole.substr(0, question);
+    while (address.ends_with('/')) address.pop_back();
+    const bool isHostAlone = behindScheme(address).find('/') == std::string_view::npos;
+    if (isHostAlone) address += kServicePath;
+    if (address.ends_with(kServicePath)) address += kQueryMethod;
+    return address + whole.substr(question);
+}
+
+bool isFeedQuery(std::string_view url) {
+    const std::string_view rest = behindScheme(url);
+    return rest.substr(std::min(rest.find('/'), rest.size())).starts_with(kFeedQueryPath);
+}
+
+std::string eventServiceURL(std::string_view feedQuery, const std::string& service) {
+    const auto start = readDate(parameter(feedQuery, "startDate").value_or(""));
+    const auto end = readDate(parameter(feedQuery, "endDate").value_or(""));
+    const auto lower = readNumber<double>(parameter(feedQuery, "magnitudeLower").value_or(""));
+    const auto upper = parameter(feedQuery, "magnitudeUpper");
+    if (!start || !end || !lower || !upper) return {};
+
+    Address address(eventServiceQueryAddress(service));
+    address.add("starttime", isoTime(startOfLocalDay(*start)));
+    address.add("endtime", isoTime(startOfLocalDay(*end + days(1))));
+    address.add("minmagnitude", decimal(*lower - kMagnitudeStep));
+    address.add("maxmagnitude", *upper);
+    address.add("eventtype", "earthquake");
+    address.add("format", "xml");
+    address.add("nodata", "204");
+    return address.text();
+}

@@ -1,0 +1,113 @@
+#include "service/EventTime.h"
+
+#include <charconv>
+#include <chrono>
+#include <cstdio>
+#include <optional>
+
+namespace {
+
+using namespace std::chrono;
+
+constexpr int kMostOffsetHours = 14;
+constexpr int kMillisecondDigits = 3;
+
+// Reads a time from left to right; isGood turns false at the first thing that does not belong there.
+class Reader {
+  public:
+    explicit Reader(std::string_view text) : mRest(text) {}
+
+    bool isGood() const { return mIsGood; }
+    bool isAtEnd() const { return mRest.empty(); }
+
+    bool skip(char character) {
+        if (!mRest.starts_with(character)) return false;
+        mRest.remove_prefix(1);
+        return true;
+    }
+    void expect(char character) { mIsGood = skip(character) && mIsGood; }
+
+    int number(std::size_t digits, int most) {
+        int value = 0;
+        for (std::size_t i = 0; i < digits; ++i) value = 10 * value + digit();
+        mIsGood = mIsGood && value <= most;
+        return value;
+    }
+
+    milliseconds fraction() {
+        int value = 0;
+        for (int i = 0; i < kMillisecondDigits; ++i) value = 10 * value + (isDigitNext() ? digit() : 0);
+        while (isDigitNext()) digit();
+        return milliseconds(value);
+    }
+
+  private:
+    bool isDigitNext() const { return !mRest.empty() && mRest.front() >= '0' && mRest.front() <= '9'; }
+    int digit() {
+        if (!isDigitNext()) return mIsGood = false;
+        const int value = mRest.front() - '0';
+        mRest.remove_prefix(1);
+        return value;
+    }
+
+    std::string_view mRest;
+    bool mIsGood = true;
+};
+
+sys_days readDate(Reader& reader, bool& isDate) {
+    const int years = reader.number(4, 9999);
+    reader.expect('-');
+    const int months = reader.number(2, 12);
+    reader.expect('-');
+    const int days = reader.number(2, 31);
+    const year_month_day date = year(years) / months / days;
+    isDate = date.ok();
+    return date;
+}
+
+milliseconds readTimeOfDay(Reader& reader) {
+    const hours hour(reader.number(2, 23));
+    reader.expect(':');
+    const minutes minute(reader.number(2, 59));
+    reader.expect(':');
+    const seconds second(reader.number(2, 60));  // a leap second is the start of the next minute
+    return hour + minute + second + (reader.skip('.') ? reader.fraction() : milliseconds(0));
+}
+
+// "Z", "+12:00", "-0330", "+13" or nothing.
+minutes readOffset(Reader& reader) {
+    if (reader.isAtEnd() || reader.skip('Z')) return minutes(0);
+    const bool isWest = reader.skip('-');
+    if (!isWest) reader.expect('+');
+    minutes offset = hours(reader.number(2, kMostOffsetHours));
+    const bool hasColon = reader.skip(':');
+    if (hasColon || !reader.isAtEnd()) offset += minutes(reader.number(2, 59));
+    return isWest ? -offset : offset;
+}
+
+std::optional<sys_time<milliseconds>> readTime(std::string_view text) {
+    Reader reader(text);
+    bool isDate = false;
+    const sys_days date = readDate(reader, isDate);
+    reader.expect('T');
+    const milliseconds timeOfDay = readTimeOfDay(reader);
+    const minutes offset = readOffset(reader);
+    if (!isDate || !reader.isGood() || !reader.isAtEnd()) return std::nullopt;
+    return date + timeOfDay - offset;
+}
+
+}  // namespace
+
+std::string eventTimeInUTC(std::string_view text) {
+    const auto time = readTime(text);
+    if (!time) return std::string(text);
+    const sys_days day = floor<days>(*time);
+    const year_month_day date = day;
+    const hh_mm_ss clock(*time - day);
+    char result[64];
+    std::snprintf(result, sizeof result, "%04d-%02u-%02uT%02d:%02d:%02d.%03dZ", int(date.year()),
+                  unsigned(date.month()), unsigned(date.day()), int(clock.hours().count()),
+                  int(clock.minutes().count()), int(clock.seconds().count()),
+                  int(clock.subseconds().count()));
+    return result;
+}

@@ -1,0 +1,35 @@
+#include "service/EventTime.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+TEST(EventTimeTest, EveryPrecisionBecomesMilliseconds) {
+    EXPECT_EQ(eventTimeInUTC("2011-02-21T23:51:42.34Z"), "2011-02-21T23:51:42.340Z");
+    EXPECT_EQ(eventTimeInUTC("2011-02-21T23:51:42Z"), "2011-02-21T23:51:42.000Z");
+    EXPECT_EQ(eventTimeInUTC("2011-02-21T23:51:42.9999999Z"), "2011-02-21T23:51:42.999Z");
+    EXPECT_EQ(eventTimeInUTC("2011-02-21T23:51:42.5"), "2011-02-21T23:51:42.500Z");
+    EXPECT_EQ(eventTimeInUTC("2011-02-21T23:51:42.Z"), "2011-02-21T23:51:42.000Z");
+}
+
+TEST(EventTimeTest, EveryZoneBecomesUTC) {
+    EXPECT_EQ(eventTimeInUTC("2016-11-14T00:02:56"), "2016-11-14T00:02:56.000Z");
+    EXPECT_EQ(eventTimeInUTC("2016-11-14T00:02:56+13:00"), "2016-11-13T11:02:56.000Z");
+    EXPECT_EQ(eventTimeInUTC("2015-12-31T23:30:00.25-03:30"), "2016-01-01T03:00:00.250Z");
+    EXPECT_EQ(eventTimeInUTC("2016-03-01T01:00:00+0200"), "2016-02-29T23:00:00.000Z");
+    EXPECT_EQ(eventTimeInUTC("2016-03-01T01:00:00-02"), "2016-03-01T03:00:00.000Z");
+    EXPECT_EQ(eventTimeInUTC("2016-12-31T23:59:60Z"), "2017-01-01T00:00:00.000Z");
+}
+
+TEST(EventTimeTest, WhatIsNoTimeStaysAsItIs) {
+    for (const std::string text :
+         {"", "yesterday", "2016-11-13", "2016-02-30T00:00:00Z", "2016-11-13T24:00:00Z",
+          "2016-11-13T11:60:00Z", "2016-11-13T11:02:56 Z", "2016-11-13T11:02:56+1",
+          "2016-11-13T11:02:56+15:00", "16-11-13T11:02:56Z", "2016-11-13T11:02Z",
+          "2016-11-13T11:02:56Z and more", "-016-11-13T11:02:56Z"})
+        EXPECT_EQ(eventTimeInUTC(text), text);
+}
+
+}  // namespace

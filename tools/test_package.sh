@@ -1,0 +1,163 @@
+#!/usr/bin/env bash
+# Builds the Debian package, looks it over, and installs, runs and removes it in a bare Debian 12 of its own, which
+# takes root, the network and some minutes. MIRROR names another Debian mirror.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+mirror=${MIRROR-}
+host_folder=usr/libexec/xscreensaver
+
+if ((EUID != 0)); then
+    echo "A bare Debian takes root: sudo ./test --package" >&2
+    exit 1
+fi
+
+work=$(mktemp -d)
+bare=$work/bare
+xvfb_pid=
+end() {
+    [[ -z $xvfb_pid ]] || kill "$xvfb_pid" 2>/dev/null || true
+    rm -rf "$work"
+}
+trap end EXIT
+
+step() { echo "== $1"; }
+fail() { echo "FAILED: $1" >&2; exit 1; }
+
+quietly() {  # COMMAND...: shows the output only when the command fails
+    "$@" >"$work/log" 2>&1 || { tail -n 40 "$work/log" >&2; fail "$*"; }
+}
+
+# A mount namespace of its own rather than chroot, in which the sandbox of the web process could not work. Everything
+# that was started in there ends with the command.
+inside() {
+    bwrap --bind "$bare" / --dev /dev --proc /proc --tmpfs /dev/shm --tmpfs /run --unshare-pid --die-with-parent \
+        --cap-add ALL --clearenv --setenv PATH /usr/sbin:/usr/bin:/sbin:/bin --setenv HOME /root \
+        --setenv DEBIAN_FRONTEND noninteractive "$@"
+}
+
+as_visitor() {
+    inside --setenv DISPLAY "${DISPLAY-}" setpriv --reuid visitor --regid visitor --clear-groups \
+        env HOME=/home/visitor "$@"
+}
+
+check_files() {
+    lintian --allow-root --fail-on error,warning "$package"
+    dpkg-deb --extract "$package" "$work/files"
+    desktop-file-validate --no-hints "$work"/files/usr/share/applications/{,screensavers/}*.desktop
+    quietly appstreamcli validate-tree --no-net "$work/files"
+    man --warnings=all --local-file "$work/files/usr/share/man/man6/tellmar.6.gz" 2>&1 >/dev/null | { ! grep .; } ||
+        fail "The man page has faults."
+}
+
+# mate-screensaver lists each entry of the category whose program lies in one of its folders; Xfce's takes the
+# settings from the XML of the same name.
+check_hosts_files() {
+    local entry=$work/files/usr/share/applications/screensavers/tellmar.desktop
+    grep -qx 'Categories=Screensaver;' "$entry" || fail "The saver's entry has not the category."
+    grep -qx "Exec=/$host_folder/tellmar --root" "$entry" || fail "The saver's entry starts something else."
+    [[ -x $work/files/$host_folder/tellmar ]] || fail "The program is not in the hosts' folder."
+    python3 - "$work/files/usr/share/xscreensaver/config/tellmar.xml" <<'PYTHON' || fail "XScreenSaver's XML is wrong."
+import sys, xml.etree.ElementTree as tree
+saver = tree.parse(sys.argv[1]).getroot()
+kinds = ("select", "option", "boolean", "number", "string", "file")
+settings = [element for element in saver.iter() if element.tag in kinds]
+sys.exit(saver.get("name") != "tellmar" or not settings or not all(element.get("id") for element in settings))
+PYTHON
+}
+
+# Every option that --help tells is in the man page and the completion, and the other way round.
+check_options() {
+    local page=$work/files/usr/share/man/man6/tellmar.6.gz
+    local completion=$work/files/usr/share/bash-completion/completions/tellmar
+    as_visitor tellmar --help | grep -oE -- '--[a-z][a-z-]*' | sort -u >"$work/told"
+    zcat "$page" | sed 's/\\-/-/g' | grep -oE -- '--[a-z][a-z-]*' | sort -u >"$work/paged"
+    bash -c 'source "$1"; COMP_WORDS=(tellmar --); COMP_CWORD=1; _tellmar; printf "%s\n" "${COMPREPLY[@]}"' \
+        - "$completion" | sort -u >"$work/completed"
+    diff "$work/told" "$work/paged" || fail "--help and the man page differ."
+    diff "$work/told" "$work/completed" || fail "--help and the completion differ."
+}
+
+make_bare() {
+    quietly debootstrap --variant=minbase bookworm "$bare" "$mirror"
+    cp /etc/resolv.conf "$bare/etc/resolv.conf"
+    echo 'APT::Sandbox::User "root";' >"$bare/etc/apt/apt.conf.d/99root"
+    quietly inside apt-get update
+    quietly inside useradd --create-home visitor
+}
+
+install_package() {
+    cp "$package" "$bare/root/package.deb"
+    # Not even what is recommended: the dependencies must do.
+    quietly inside apt-get install -y --no-install-recommends /root/package.deb
+    rm "$bare/root/package.deb"
+}
+
+check_answers() {
+    [[ $(as_visitor tellmar --version) == "tellmar 1."* ]] || fail "tellmar --version"
+    local quakes
+    quakes=$(as_visitor tellmar --list --demo)
+    (($(wc -l <<<"$quakes") == 11)) || fail "tellmar --list --demo: $quakes"
+}
+
+check_registration() {
+    as_visitor tellmar --register >"$work/log" && as_visitor tellmar --register >>"$work/log" ||
+        fail "tellmar --register: $(<"$work/log")"
+    # XScreenSaver finds a program of its folder by the name alone.
+    [[ $(grep -cP '^\t+tellmar --root\t' "$bare/home/visitor/.xscreensaver") == 1 ]] || fail "tellmar --register"
+    as_visitor tellmar --unregister >"$work/log" || fail "tellmar --unregister: $(<"$work/log")"
+    [[ ! -s $bare/home/visitor/.xscreensaver ]] || fail "tellmar --unregister leaves a line."
+}
+
+start_display() {
+    Xvfb -displayfd 3 -screen 0 1280x720x24 -nolisten tcp -ac 3>"$work/display" 2>"$work/xvfb" &
+    xvfb_pid=$!
+    local end_time=$((SECONDS + 20))
+    until [[ -s $work/display ]]; do
+        ((SECONDS < end_time)) || { cat "$work/xvfb" >&2; fail "Xvfb does not start."; }
+        sleep 0.1
+    done
+    DISPLAY=:$(<"$work/display")
+}
+
+# Runs until two quakes have come to the screen.
+check_run() {
+    start_display
+    # A signal is an ordinary end, so the status is 0.
+    as_visitor sh -c 'cd || exit
+        timeout --preserve-status 60 tellmar --demo --fullscreen --speed 8 --verbose 2>trace &
+        until [ "$(grep -c "^tellmar: fade" trace)" -ge 2 ] || ! kill -0 $! 2>/dev/null; do sleep 0.2; done
+        kill $! && wait $!' || { cat "$bare/home/visitor/trace" >&2; fail "The saver does not run."; }
+}
+
+# What other packages own too is none of its own.
+check_removal() {
+    inside dpkg-query --listfiles tellmar >"$work/owned"
+    quietly inside apt-get purge -y tellmar
+    rm -rf "$bare"/home/visitor
+    find "$bare" -xdev -iname '*tellmar*' >"$work/left"
+    local path
+    while read -r path; do
+        [[ ! -e $bare$path ]] || inside dpkg --search "$path" >/dev/null 2>&1 </dev/null || echo "$path" >>"$work/left"
+    done <"$work/owned"
+    [[ ! -s $work/left ]] || { cat "$work/left" >&2; fail "This is left after the removal."; }
+}
+
+step "building"
+package=$(tools/build_package.sh)
+step "files"
+check_files
+check_hosts_files
+step "a bare Debian 12"
+make_bare
+step "installation"
+install_package
+step "answers"
+check_answers
+check_options
+step "registration"
+check_registration
+step "a run"
+check_run
+step "removal"
+check_removal
+echo "The package passes."
