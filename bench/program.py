@@ -2,6 +2,7 @@
 """Measures the running program on the sample feed, in a display of its own: start, pages, fades, rest and memory.
 
 usage: bench/program.py PROGRAM [--size 1920x1080] [--ticks 200]
+       bench/program.py PROGRAM --end 50    only how long the end takes, at so many moments of the display
 """
 import argparse
 import ctypes
@@ -144,14 +145,30 @@ def measure_memory(program, display, ticks):
     return results
 
 
+def measure_end(program, display, runs):
+    """ms from SIGTERM to the exit, on the splash, on a map, and in between."""
+    times = []
+    for run in range(runs):
+        saver = Saver(program, display, "--speed", "20")
+        saver.wait_for(r"page: loaded", 2)
+        time.sleep(3 * run / runs)  # up to the fourth tick
+        times.append(1000 * saver.stop())
+    return times
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("program")
     parser.add_argument("--size", default="1920x1080")
     parser.add_argument("--ticks", type=int, default=200)
+    parser.add_argument("--end", type=int, default=0)
     options = parser.parse_args()
 
     display = Display(options.size)
+    if options.end:
+        times = measure_end(options.program, display, options.end)
+        print(f"end: median {statistics.median(times):.0f} ms, worst {max(times):.0f} ms ({len(times)} runs)")
+        return display.close()
     starts = [measure_start(options.program, display) for _ in range(6)][1:]
     for name, values in zip(("splash painted after", "both pages complete after", "ended after"), zip(*starts)):
         print(f"{name}: median {statistics.median(values):.2f} s, worst {max(values):.2f} s (5 runs)", flush=True)

@@ -1,15 +1,19 @@
 #include "host/SaverCommand.h"
 
 #include <gtk/gtk.h>
+#include <sys/resource.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <memory>
 #include <string>
 
 #include "host/AnimationTimer.h"
 #include "host/Options.h"
+#include "host/Overlays.h"
 #include "platform/ConfigPanel.h"
 #include "platform/linux/desktop/FadeLimit.h"
+#include "platform/linux/desktop/LayerWindow.h"
 #include "platform/linux/desktop/Window.h"
 #include "platform/linux/system/RunLoop.h"
 #include "platform/linux/system/Trace.h"
@@ -35,7 +39,23 @@ bool openDisplay(bool forHostWindow) {
     return false;
 }
 
+// Not every host lets its savers stand back behind the user's own programs. What this program starts inherits
+// it.
+void beNice() {
+    constexpr int kNiceness = 10;  // as XScreenSaver has it
+    errno = 0;
+    const int now = getpriority(PRIO_PROCESS, 0);
+    if (errno == 0 && now < kNiceness) setpriority(PRIO_PROCESS, 0, kNiceness);
+}
+
+// Null, and no error, when the monitor has gone already.
+std::unique_ptr<Window> openOverlay() {
+    GdkMonitor* monitor = overlayMonitor();
+    return monitor ? Window::cover(monitor, endOverlays) : nullptr;
+}
+
 std::unique_ptr<Window> openWindow(const Options& options) {
+    if (isOverlay()) return openOverlay();
     if (options.hostWindow) return Window::embed(*options.hostWindow);
     return Window::open(options.preview ? kPreviewSize : kWindowSize, options.fullscreen);
 }
@@ -87,7 +107,10 @@ class Saver {
 }  // namespace
 
 int runSaver(const Options& options) {
+    if (options.hostWindow) beNice();
     if (!openDisplay(options.hostWindow.has_value())) return 1;
+    if (options.fullscreen && !options.hostWindow && !isOverlay() && platform::hasLayers())
+        return runOverlays();
     std::unique_ptr<Window> window = openWindow(options);
     if (!window) return 1;
     Saver saver(std::move(window), options);

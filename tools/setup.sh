@@ -10,12 +10,15 @@ set -euo pipefail
 # The tests and the benchmarks belong to the same configuration, so their libraries stand here too.
 run_packages=(
     cmake ninja-build g++ pkg-config
-    libgtk-3-dev libwebkit2gtk-4.1-dev libx11-dev libxfixes-dev libxtst-dev libcurl4-openssl-dev libexpat1-dev
-    libgtest-dev libgmock-dev libbenchmark-dev libcpp-httplib-dev libxml2-dev
+    libgtk-3-dev libwebkit2gtk-4.1-dev libgtk-layer-shell-dev libx11-dev libcurl4-openssl-dev libexpat1-dev
+    libxfixes-dev libxtst-dev libxrandr-dev libgtest-dev libgmock-dev libbenchmark-dev libcpp-httplib-dev libxml2-dev
     bubblewrap xdg-dbus-proxy fonts-dejavu-core fonts-liberation
     xvfb xdotool imagemagick
 )
-test_packages=(python3 x11-utils clang-format clang-tidy)
+test_packages=(
+    python3 x11-utils clang-format clang-tidy
+    xscreensaver mate-screensaver dbus-daemon sway xserver-xorg-core xserver-xorg-video-dummy
+)
 package_packages=(dpkg-dev debhelper fakeroot)
 package_test_packages=(lintian debootstrap appstream desktop-file-utils)
 

@@ -21,16 +21,13 @@ class ToldElement : public CXMLElementNode {
     std::string mName;
 };
 
+CXMLElementNode* newElement(const char* name) { return new CXMLElementNode(name, kCFStringEncodingUTF8); }
+
 TEST(CXMLTreeNodeTest, ChildrenAreFoundByKeyInTheirOrder) {
     CXMLElementNode parent("parent", kCFStringEncodingUTF8);
-    EXPECT_EQ(parent.GetChildForKey("a"), nullptr);
-    auto* first = new CXMLElementNode("a", kCFStringEncodingUTF8);
-    auto* second = new CXMLElementNode("a", kCFStringEncodingUTF8);
-    auto* text = new CXMLTextNode("b", kCFStringEncodingUTF8);
-    for (CXMLNode* child : {static_cast<CXMLNode*>(first), static_cast<CXMLNode*>(nullptr),
-                            static_cast<CXMLNode*>(second), static_cast<CXMLNode*>(text)}) {
-        parent.AddChild(child);
-    }
+    CXMLNode *const first = newElement("a"), *const second = newElement("a");
+    CXMLNode* const text = new CXMLTextNode("b", kCFStringEncodingUTF8);
+    for (CXMLNode* child : {first, static_cast<CXMLNode*>(nullptr), second, text}) parent.AddChild(child);
     EXPECT_EQ(parent.GetChildForKey("a"), first);
     EXPECT_EQ(parent.GetChildForKey("b"), text);
     EXPECT_EQ(parent.GetChildForKey("c"), nullptr);
@@ -55,10 +52,10 @@ TEST(CXMLTreeNodeTest, TheEndOfANodeIsTheEndOfAllBelowItFirstChildFirst) {
 }
 
 TEST(CXMLTreeNodeTest, ADeepTreeEndsWithoutADeepStack) {
-    auto* root = new CXMLElementNode("root", kCFStringEncodingUTF8);
+    auto* root = newElement("root");
     CXMLTreeNode* last = root;
     for (int depth = 0; depth < 100'000; ++depth) {
-        auto* child = new CXMLElementNode("a", kCFStringEncodingUTF8);
+        auto* child = newElement("a");
         last->AddChild(child);
         last->GetTree()->AppendChild(child->GetTree());
         last = child;

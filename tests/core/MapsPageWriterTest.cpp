@@ -1,7 +1,6 @@
 #include "mappages/MapsPageWriter.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <clocale>
 #include <cstdio>
@@ -9,7 +8,6 @@
 #include <filesystem>
 #include <limits>
 
-#include "platform/Bundle.h"
 #include "platform/Files.h"
 #include "quakes/CQuakeEvent.h"
 #include "tests/standins/Alert.h"
@@ -19,11 +17,10 @@
 
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::ExitedWithCode;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::Not;
+using testing::ElementsAre;
+using testing::ExitedWithCode;
+using testing::HasSubstr;
+using testing::IsEmpty;
 
 constexpr char kNow[] = "Tue, 03. March 2009 14:05:09";
 
@@ -50,18 +47,17 @@ class MapsPageWriterTest : public standins::Test {
 };
 
 TEST_F(MapsPageWriterTest, ShowsTimesInTheLocalZone) {
-    EXPECT_EQ(local("2009-03-03T01:05:09 +0000"), kNow);
-    EXPECT_EQ(local("2009-07-15T09:22:29 +0000"), "Wed, 15. July 2009 21:22:29");
-    EXPECT_EQ(local("2009-03-03T01:05:09 +0130"), "Tue, 03. March 2009 12:35:09");
-    EXPECT_EQ(local("2008-02-29T23:59:59 -0500"), "Sat, 01. March 2008 17:59:59");
-    EXPECT_EQ(local("1969-12-31T10:59:59 +0000"), "Wed, 31. December 1969 23:59:59");
-    EXPECT_THAT(logLines(), IsEmpty());
-}
-
-TEST_F(MapsPageWriterTest, FollowsAChangeOfZone) {
-    EXPECT_EQ(local("2009-03-03T01:05:09 +0000"), kNow);
+    const std::pair<const char*, const char*> cases[] = {
+        {"2009-03-03T01:05:09 +0000", kNow},
+        {"2009-07-15T09:22:29 +0000", "Wed, 15. July 2009 21:22:29"},
+        {"2009-03-03T01:05:09 +0130", "Tue, 03. March 2009 12:35:09"},
+        {"2008-02-29T23:59:59 -0500", "Sat, 01. March 2008 17:59:59"},
+        {"1969-12-31T10:59:59 +0000", "Wed, 31. December 1969 23:59:59"},
+    };
+    for (const auto& [zulu, text] : cases) EXPECT_EQ(local(zulu), text);
     standins::clock().zone = "EST5";
     EXPECT_EQ(local("2009-03-03T01:05:09 +0000"), "Mon, 02. March 2009 20:05:09");
+    EXPECT_THAT(logLines(), IsEmpty());
 }
 
 TEST_F(MapsPageWriterTest, WritesEnglishNamesWhateverTheLocale) {
@@ -72,70 +68,53 @@ TEST_F(MapsPageWriterTest, WritesEnglishNamesWhateverTheLocale) {
 
 TEST_F(MapsPageWriterTest, TakesTheCurrentTimeForATextThatIsNone) {
     for (const char* text :
-         {"", "2009-03-03T01:05:09Z", "2009-03-03T01:05:09", "2009-03-03 01:05:09 +0000",
-          "2009-02-29T01:05:09 +0000", "2009-13-01T01:05:09 +0000", "2009-00-01T01:05:09 +0000",
-          "2009-03-03T24:05:09 +0000", "2009-03-03T01:60:09 +0000", "2009-03-03T01:05:09 +000",
-          "2009-03-03T01:05:09 +00000", "2009-03-03T01:05:09 00000", "2009-03-+3T01:05:09 +0000"}) {
+         {"", "2009-03-03T01:05:09Z", "2009-03-03 01:05:09 +0000", "2009-02-29T01:05:09 +0000",
+          "2009-13-01T01:05:09 +0000", "2009-00-01T01:05:09 +0000", "2009-03-03T24:05:09 +0000",
+          "2009-03-03T01:60:09 +0000", "2009-03-03T01:05:09 +000", "2009-03-03T01:05:09 +00000",
+          "2009-03-03T01:05:09 00000", "2009-03-+3T01:05:09 +0000"}) {
         logLines().clear();
         EXPECT_EQ(local(text), kNow) << text;
         EXPECT_THAT(logLines(), ElementsAre("Error formatting date (" + std::string(text) + ")"));
     }
-}
-
-TEST_F(MapsPageWriterTest, DescribesTheCurrentDateWithoutAText) {
+    logLines().clear();
     EXPECT_EQ(local(nullptr), "2009-03-03 14:05:09 +1300");
     EXPECT_THAT(logLines(), ElementsAre("Error getting date"));
 }
 
-TEST_F(MapsPageWriterTest, PutsTheCallAndTheSizeInPlaceOfTheMarkers) {
+TEST_F(MapsPageWriterTest, PutsTheCallAndTheSizeInPlaceOfEveryMarkerAndOfNothingElse) {
+    const std::string call =
+        "onload=\"initializeMap(-41.123, 174.567, 4.50, '33.00km', '" + std::string(kNow) + "', 8)\"";
     EXPECT_EQ(inserted("<body onload=\"\"><div id=\"map_canvas\"></div>", mQuake),
-              "<body onload=\"initializeMap(-41.123, 174.567, 4.50, '33.00km', '" + std::string(kNow) +
-                  "', 8)\"><div id=\"map_canvas\" style=\"width: 1023px; height: 767px\"></div>");
-}
-
-TEST_F(MapsPageWriterTest, ReplacesEveryMarkerAndNothingElse) {
-    const std::string call = inserted("onload=\"\"", mQuake);
+              "<body " + call + "><div id=\"map_canvas\" style=\"width: 1023px; height: 767px\"></div>");
     EXPECT_EQ(inserted("onload=\"\"onload=\"\" \nonload=\"\"", mQuake), call + call + " \n" + call);
-
     const std::string page = "ONLOAD=\"\" onload='' onload=\" \" <div id=\"map_canvas\" class=\"x\">";
     EXPECT_EQ(inserted(page, mQuake), page);
 }
 
-TEST_F(MapsPageWriterTest, WritesNumbersOfAnySize) {
+TEST_F(MapsPageWriterTest, WritesNumbersOfAnySizeAndTimesOfAnyForm) {
     constexpr double big = std::numeric_limits<double>::max();
     constexpr double none = std::numeric_limits<double>::quiet_NaN();
     EXPECT_THAT(inserted("onload=\"\"", CQuakeEvent("", 4.005, -0.0004, 179.9996, -0.4)),
                 HasSubstr("(-0.000, 180.000, 4.00, '-0.40km', "));
-    EXPECT_THAT(inserted("onload=\"\"", CQuakeEvent("", none, big, -big, 1 / 0.0)),
-                HasSubstr(".000, nan, 'infkm', '"));
-}
-
-TEST_F(MapsPageWriterTest, InsertsTheDateTextAsItIs) {
-    const std::string page = inserted("onload=\"\"", CQuakeEvent("no 'time' \"", 4, 0, 0, 0));
-    EXPECT_THAT(page, HasSubstr(kNow));
-    EXPECT_THAT(logLines(), ElementsAre("Error formatting date (no 'time' \")"));
+    EXPECT_THAT(inserted("onload=\"\"", CQuakeEvent("no 'time' \"", none, big, -big, 1 / 0.0)),
+                HasSubstr(".000, nan, 'infkm', '" + std::string(kNow)));
 }
 
 TEST_F(MapsPageWriterTest, NamesThePageAfterTheBundle) {
     const std::string folder = platform::temporaryDirectory();
     EXPECT_EQ(mWriter.locationOfTempPage(), folder + "/Tellmar.html");
-    EXPECT_EQ(MapsPageWriter().locationOfTempPage(), mWriter.locationOfTempPage());
     standins::bundle().path = "/some.where/Other.v2.saver";
     EXPECT_EQ(mWriter.locationOfTempPage(), folder + "/Other.v2.html");
 }
 
-TEST_F(MapsPageWriterTest, WritesTheTemplateWithItsInsertions) {
-    mWriter.writeForEvent(&mQuake, {800, 600});
-    const std::string page = writtenPage();
-    EXPECT_EQ(page, mWriter.insertMapsFunctionCall(mWriter.loadTemplatePage(), mQuake, {800, 600}));
-    EXPECT_THAT(page, HasSubstr("<title>Erdbeben – rū whenua</title>"));
-    EXPECT_THAT(page, HasSubstr("style=\"width: 800px; height: 600px\">"));
-    EXPECT_THAT(page, Not(HasSubstr("onload=\"\"")));
-}
-
-TEST_F(MapsPageWriterTest, WritesNothingWithoutAnEvent) {
+TEST_F(MapsPageWriterTest, WritesTheTemplateWithItsInsertionsForAnEventAlone) {
     mWriter.writeForEvent(nullptr, {800, 600});
     EXPECT_THAT(writtenPage(), IsEmpty());
+    mWriter.writeForEvent(&mQuake, {800, 600});
+    EXPECT_EQ(writtenPage(), mWriter.insertMapsFunctionCall(mWriter.loadTemplatePage(), mQuake, {800, 600}));
+    EXPECT_THAT(writtenPage(), HasSubstr("<title>Erdbeben – rū whenua</title>"));
+    EXPECT_THAT(writtenPage(), HasSubstr("style=\"width: 800px; height: 600px\">"));
+    EXPECT_THAT(writtenPage(), HasSubstr("onload=\"initializeMap("));
 }
 
 using MapsPageWriterDeathTest = MapsPageWriterTest;
@@ -149,10 +128,11 @@ TEST_F(MapsPageWriterDeathTest, EndsTheProcessWithoutATemplate) {
         });
         mWriter.writeForEvent(&mQuake, {800, 600});
     };
+    const char kReport[] = "MapsPageWriter::loadTemplatePage(.|\n)*map.html";
     standins::bundle().resources.erase("map.html");
-    EXPECT_EXIT(writeAndTell(), ExitedWithCode(0), "map.html");
+    EXPECT_EXIT(writeAndTell(), ExitedWithCode(0), kReport);
     standins::bundle() = {.path = "/nowhere/Tellmar.saver"};
-    EXPECT_EXIT(writeAndTell(), ExitedWithCode(0), "MapsPageWriter::loadTemplatePage(.|\n)*map.html");
+    EXPECT_EXIT(writeAndTell(), ExitedWithCode(0), kReport);
 }
 
 }  // namespace

@@ -2,23 +2,18 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-
 #include "platform/Files.h"
 #include "support/FSRef.h"
 #include "tests/TemporaryFolder.h"
 
 namespace {
 
-std::string codes(const FSRef& file) {
-    const platform::FinderInfo info = platform::finderInfo(file.path);
-    return {info.data(), 8};
-}
+std::string codes(const FSRef& file) { return {platform::finderInfo(file.path).data(), 8}; }
 
 TEST(OrvFilesTest, TypeAndCreatorAreSetAndZeroLeavesThem) {
     const TemporaryFolder folder;
     const FSRef file{folder.path("file")};
-    std::ofstream(file.path) << "text";
+    ASSERT_TRUE(platform::writeFileAtomically(file.path, "text"));
     if (!platform::setFinderInfo(file.path, {})) GTEST_SKIP() << "no extended attributes here";
     EXPECT_TRUE(OrvFiles::SetFileCreatorType(file, 0x3F3F3F3F, 0x54455854));
     EXPECT_EQ(codes(file), "TEXT????");

@@ -1,9 +1,9 @@
 #include "saver/TellmarScreenSaverView.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "mappages/SingleQuakeView.h"
+#include "platform/Bundle.h"
 #include "platform/NotificationCenter.h"
 #include "saver/InitialView.h"
 #include "tests/standins/Alert.h"
@@ -20,13 +20,14 @@
 namespace {
 
 using platform::Rect;
-using ::testing::ElementsAre;
-using ::testing::EndsWith;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::IsNull;
-using ::testing::NotNull;
-using ::testing::SizeIs;
+using standins::Drawing;
+using standins::fades;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::IsNull;
+using testing::NotNull;
+using testing::SizeIs;
 using Mode = TellmarScreenSaverView::Mode;
 
 constexpr Rect kFrame{40, 50, 800, 600};
@@ -55,10 +56,12 @@ class TellmarScreenSaverViewTest : public standins::Test {
         ASSERT_EQ(mView.mode(), Mode::Cycling);
     }
 
-    platform::View* subview(std::size_t index) { return mView.subviews().at(index).get(); }
-    platform::View* quakeViewA() { return subview(0); }
-    platform::View* quakeViewB() { return subview(1); }
-    platform::View* splash() { return subview(2); }
+    platform::View* quakeViewA() { return mView.subviews().at(0).get(); }
+    platform::View* quakeViewB() { return mView.subviews().at(1).get(); }
+    platform::View* splash() { return mView.subviews().at(2).get(); }
+
+    // The stored time that the display ought to follow.
+    static int& stored() { return standins::storedDefaults()[kModule][kKey]; }
 
     static std::vector<platform::WebView::Backing::Load>& loadsOf(platform::View* quakeView) {
         return dynamic_cast<platform::WebView&>(*quakeView->subviews().at(0)).backing().loads;
@@ -72,22 +75,24 @@ class TellmarScreenSaverViewTest : public standins::Test {
         return views;
     }
 
-    static void expectFade(const standins::StartedFade& fade, platform::View* in, platform::View* out) {
+    void expectFade(std::size_t number, platform::View* in, platform::View* out, double duration) {
+        ASSERT_GT(fades().started.size(), number);
+        const standins::StartedFade& fade = fades().started[number];
         ASSERT_THAT(fade.descriptions, SizeIs(2));
         EXPECT_EQ(fade.descriptions[0].target, in);
         EXPECT_EQ(fade.descriptions[0].effect, platform::NSViewAnimationFadeInEffect);
-        EXPECT_EQ(fade.descriptions[0].endFrame, kBounds);
         EXPECT_EQ(fade.descriptions[1].target, out);
         EXPECT_EQ(fade.descriptions[1].effect, platform::NSViewAnimationFadeOutEffect);
-        EXPECT_EQ(fade.descriptions[1].endFrame, kBounds);
+        for (const auto& each : fade.descriptions) EXPECT_EQ(each.endFrame, kBounds);
         EXPECT_EQ(fade.blockingMode, platform::NSAnimationBlocking);
+        EXPECT_EQ(fade.duration, duration);
     }
 
     std::unique_ptr<platform::Canvas> mCanvas = standins::makeCanvas();
     TellmarScreenSaverView mView;
 };
 
-TEST_F(TellmarScreenSaverViewTest, StacksTheSplashOverTwoHiddenQuakeViews) {
+TEST_F(TellmarScreenSaverViewTest, StacksTheSplashOverTwoHiddenQuakeViewsThatLoad) {
     start();
     ASSERT_THAT(mView.subviews(), SizeIs(3));
     EXPECT_THAT(dynamic_cast<SingleQuakeView*>(quakeViewA()), NotNull());
@@ -96,10 +101,7 @@ TEST_F(TellmarScreenSaverViewTest, StacksTheSplashOverTwoHiddenQuakeViews) {
     for (const auto& each : mView.subviews()) EXPECT_EQ(each->frame(), kBounds);
     EXPECT_THAT(visible(), ElementsAre(splash()));
     EXPECT_EQ(mView.mode(), Mode::Splash);
-}
 
-TEST_F(TellmarScreenSaverViewTest, LoadsTheFirstQuakeIntoAAndTheSecondIntoB) {
-    start();
     EXPECT_THAT(standins::urlLoading().asked, SizeIs(1));
     ASSERT_THAT(loadsOf(quakeViewA()), SizeIs(1));
     ASSERT_THAT(loadsOf(quakeViewB()), SizeIs(1));
@@ -113,7 +115,7 @@ TEST_F(TellmarScreenSaverViewTest, BuildsNothingWithoutARectangle) {
     EXPECT_THAT(standins::urlLoading().asked, IsEmpty());
 }
 
-TEST_F(TellmarScreenSaverViewTest, HoldsTheSplashUntilAPageIsThere) {
+TEST_F(TellmarScreenSaverViewTest, HoldsTheSplashUntilTheSecondTickThatFindsAPage) {
     start();
     tick(4);
     EXPECT_EQ(mView.mode(), Mode::Splash);
@@ -121,10 +123,14 @@ TEST_F(TellmarScreenSaverViewTest, HoldsTheSplashUntilAPageIsThere) {
     tick();
     EXPECT_EQ(mView.mode(), Mode::PageSeen);
     EXPECT_THAT(visible(), ElementsAre(splash()));
-    EXPECT_THAT(standins::fades().started, IsEmpty());
+    EXPECT_THAT(fades().started, IsEmpty());
     tick();
     EXPECT_EQ(mView.mode(), Mode::Cycling);
     EXPECT_THAT(visible(), ElementsAre(quakeViewB()));
+    EXPECT_THAT(fades().started, SizeIs(1));
+    expectFade(0, quakeViewB(), splash(), 1.0);
+    EXPECT_THAT(loadsOf(quakeViewA()), SizeIs(1));
+    EXPECT_THAT(loadsOf(quakeViewB()), SizeIs(1));
 }
 
 TEST_F(TellmarScreenSaverViewTest, CountsOnlyTheTicksThatFindBComplete) {
@@ -141,16 +147,7 @@ TEST_F(TellmarScreenSaverViewTest, CountsOnlyTheTicksThatFindBComplete) {
     EXPECT_EQ(mView.mode(), Mode::Cycling);
 }
 
-TEST_F(TellmarScreenSaverViewTest, FadesTheSplashOutInOneSecond) {
-    startCycling();
-    ASSERT_THAT(standins::fades().started, SizeIs(1));
-    expectFade(standins::fades().started[0], quakeViewB(), splash());
-    EXPECT_EQ(standins::fades().started[0].duration, 1.0);
-    EXPECT_THAT(loadsOf(quakeViewA()), SizeIs(1));
-    EXPECT_THAT(loadsOf(quakeViewB()), SizeIs(1));
-}
-
-TEST_F(TellmarScreenSaverViewTest, SwapsTheQuakeViewsAtEveryTickReadyOrNot) {
+TEST_F(TellmarScreenSaverViewTest, SwapsAtEveryTickAndLoadsIntoTheViewThatWentOutOfSight) {
     startCycling();
     tick();
     EXPECT_THAT(visible(), ElementsAre(quakeViewA()));
@@ -158,21 +155,12 @@ TEST_F(TellmarScreenSaverViewTest, SwapsTheQuakeViewsAtEveryTickReadyOrNot) {
     EXPECT_THAT(visible(), ElementsAre(quakeViewB()));
     tick();
     EXPECT_THAT(visible(), ElementsAre(quakeViewA()));
+    EXPECT_THAT(fades().started, SizeIs(4));
+    expectFade(1, quakeViewA(), quakeViewB(), platform::ViewAnimation::kDefaultDuration);
+    expectFade(2, quakeViewB(), quakeViewA(), platform::ViewAnimation::kDefaultDuration);
+    expectFade(3, quakeViewA(), quakeViewB(), platform::ViewAnimation::kDefaultDuration);
 
-    const auto& fades = standins::fades().started;
-    ASSERT_THAT(fades, SizeIs(4));
-    expectFade(fades[1], quakeViewA(), quakeViewB());
-    expectFade(fades[2], quakeViewB(), quakeViewA());
-    expectFade(fades[3], quakeViewA(), quakeViewB());
-    EXPECT_EQ(fades[1].duration, platform::ViewAnimation::kDefaultDuration);
-    EXPECT_NE(fades[1].duration, fades[0].duration);
-}
-
-TEST_F(TellmarScreenSaverViewTest, LoadsTheNextQuakeIntoTheViewThatWentOutOfSight) {
-    startCycling();
-    tick(3);
-    const auto& ofA = loadsOf(quakeViewA());
-    const auto& ofB = loadsOf(quakeViewB());
+    const auto &ofA = loadsOf(quakeViewA()), &ofB = loadsOf(quakeViewB());
     ASSERT_THAT(ofA, SizeIs(2));
     ASSERT_THAT(ofB, SizeIs(3));
     EXPECT_THAT(ofB[1].page, HasSubstr("(1.000, "));
@@ -182,33 +170,18 @@ TEST_F(TellmarScreenSaverViewTest, LoadsTheNextQuakeIntoTheViewThatWentOutOfSigh
     EXPECT_TRUE(ofA[1].superviewWasHidden);
 }
 
-TEST_F(TellmarScreenSaverViewTest, EndsTheLastFadeBeforeTheNext) {
-    startCycling();
-    EXPECT_EQ(standins::fades().stopped, 0);
-    EXPECT_EQ(standins::fades().alive, 1);
-    tick();
-    EXPECT_EQ(standins::fades().stopped, 1);
-    EXPECT_EQ(standins::fades().alive, 1);
-}
-
-TEST_F(TellmarScreenSaverViewTest, GoesOnWhereItWasAfterAStop) {
+TEST_F(TellmarScreenSaverViewTest, EndsTheLastFadeBeforeTheNextAndGoesOnAfterAStop) {
     startCycling();
     mView.startAnimation();
     EXPECT_TRUE(mView.isAnimating());
     mView.stopAnimation();
     EXPECT_FALSE(mView.isAnimating());
-    EXPECT_EQ(standins::fades().stopped, 0);
-    EXPECT_EQ(standins::fades().alive, 1);
-    mView.startAnimation();
+    EXPECT_EQ(fades().stopped, 0);
+    EXPECT_EQ(fades().alive, 1);
     tick();
     EXPECT_THAT(visible(), ElementsAre(quakeViewA()));
-}
-
-TEST_F(TellmarScreenSaverViewTest, KeepsTheSplashWithoutQuakes) {
-    standins::urlLoading().answerToAll.reset();
-    start();
-    tick(5);
-    EXPECT_THAT(visible(), ElementsAre(splash()));
+    EXPECT_EQ(fades().stopped, 1);
+    EXPECT_EQ(fades().alive, 1);
 }
 
 TEST_F(TellmarScreenSaverViewTest, PaintsThePreviewAndNothingElse) {
@@ -216,71 +189,49 @@ TEST_F(TellmarScreenSaverViewTest, PaintsThePreviewAndNothingElse) {
     EXPECT_THAT(loadsOf(quakeViewB()), SizeIs(1));
     finishALoad();
     tick();
-    const auto& drawn = mCanvas->backing();
-    EXPECT_THAT(drawn.order, ElementsAre("image", "text"));
-    EXPECT_THAT(drawn.drawnImages[0].path, EndsWith("/google_maps_nz_pre.png"));
-    EXPECT_EQ(drawn.drawnImages[0].rect, kBounds);
-    EXPECT_EQ(drawn.drawnImages[0].operation, platform::CompositingOperation::Copy);
-    EXPECT_EQ(drawn.drawnImages[0].fraction, 1.0);
-    EXPECT_EQ(drawn.texts[0].rect, (Rect{7.5, 2, 785, 596}));
-    EXPECT_EQ(drawn.texts[0].attributes, (platform::TextAttributes{"Arial", 9, {0, 0, 0, 0.75}, -1.5}));
-    EXPECT_EQ(drawn.texts[0].text,
-              "We acknowledge the New Zealand GeoNet project and its sponsors EQC, GNS Science and LINZ, for "
-              "providing data/images used in this study.");
+    const Drawing image{.what = platform::pathForResource("google_maps_nz_pre.png"), .place = kBounds};
+    const Drawing text{
+        .what =
+            "We acknowledge the New Zealand GeoNet project and its sponsors EQC, GNS Science and LINZ, "
+            "for providing data/images used in this study.",
+        .place = {7.5, 2, 785, 596},
+        .attributes = {"Arial", 9, {0, 0, 0, 0.75}, -1.5}};
+    EXPECT_THAT(mCanvas->backing().drawings, ElementsAre(image, text));
 
-    tick(3);
-    EXPECT_THAT(drawn.loadedImages, SizeIs(4));
-    EXPECT_EQ(mView.mode(), Mode::Splash);
-    EXPECT_THAT(standins::fades().started, IsEmpty());
-}
-
-TEST_F(TellmarScreenSaverViewTest, PaintsTheAcknowledgementWithoutThePreviewImage) {
     standins::bundle().resources.erase("google_maps_nz_pre.png");
-    start(true);
-    tick();
-    EXPECT_THAT(mCanvas->backing().order, ElementsAre("text"));
+    tick(2);
+    EXPECT_THAT(mCanvas->backing().drawings, ElementsAre(image, text, text, text));
+    EXPECT_EQ(mView.mode(), Mode::Splash);
+    EXPECT_THAT(fades().started, IsEmpty());
 }
 
-TEST_F(TellmarScreenSaverViewTest, ShowsEachQuakeForFifteenSecondsWhateverIsStored) {
-    standins::storedDefaults()[kModule][kKey] = 120;
-    start();
-    EXPECT_EQ(mView.displayForSec(), 15);
-    EXPECT_EQ(mView.animationTimeInterval(), 15.0);
-    EXPECT_EQ(standins::storedDefaults()[kModule][kKey], 120);
-}
-
-TEST_F(TellmarScreenSaverViewTest, StoresFiveSecondsInPlaceOfNothing) {
-    start();
-    EXPECT_EQ(standins::storedDefaults()[kModule][kKey], 5);
-    standins::storedDefaults()[kModule][kKey] = 0;
-    TellmarScreenSaverView().initWithFrame(kFrame, false);
-    EXPECT_EQ(standins::storedDefaults()[kModule][kKey], 5);
-    standins::storedDefaults()[kModule][kKey] = -7;
-    TellmarScreenSaverView().initWithFrame(kFrame, false);
-    EXPECT_EQ(standins::storedDefaults()[kModule][kKey], -7);
+TEST_F(TellmarScreenSaverViewTest, ShowsEachQuakeForFifteenSecondsAndStoresFiveInPlaceOfNothing) {
+    for (const auto& [before, after] : {std::pair{0, 5}, {120, 120}, {-7, -7}}) {
+        stored() = before;
+        TellmarScreenSaverView view;
+        view.initWithFrame(kFrame, false);
+        EXPECT_EQ(view.displayForSec(), 15);
+        EXPECT_EQ(view.animationTimeInterval(), 15.0);
+        EXPECT_EQ(stored(), after);
+    }
 }
 
 TEST_F(TellmarScreenSaverViewTest, LoadsItsSheetOnceAndDeniesIt) {
     start();
-    standins::ConfigSheet& sheet = standins::configSheet();
     EXPECT_FALSE(mView.hasConfigureSheet());
-    EXPECT_EQ(mView.configureSheet(), &sheet.panel);
-    EXPECT_EQ(mView.configureSheet(), &sheet.panel);
-    EXPECT_THAT(sheet.loadedNames, ElementsAre("ConfigPanel"));
-    EXPECT_EQ(standins::alertRecord().beeps, 0);
-}
-
-TEST_F(TellmarScreenSaverViewTest, BeepsForASheetThatCannotBeLoadedAndTriesAgain) {
-    start();
     standins::configSheet().canLoad = false;
     EXPECT_THAT(mView.configureSheet(), IsNull());
     EXPECT_THAT(standins::alertRecord().logLines, ElementsAre("Failed to load config panel!"));
     EXPECT_EQ(standins::alertRecord().beeps, 1);
+
     standins::configSheet().canLoad = true;
-    EXPECT_THAT(mView.configureSheet(), NotNull());
+    EXPECT_EQ(mView.configureSheet(), &standins::configSheet().panel);
+    EXPECT_EQ(mView.configureSheet(), &standins::configSheet().panel);
+    EXPECT_EQ(standins::configSheet().loads, 1);
+    EXPECT_EQ(standins::alertRecord().beeps, 1);
 }
 
-TEST_F(TellmarScreenSaverViewTest, SavesTheTimeThatTheRateSliderStandsFor) {
+TEST_F(TellmarScreenSaverViewTest, SavesTheTimeThatTheRateSliderStandsForButNotOnCancel) {
     start();
     standins::ConfigSheet& sheet = standins::configSheet();
     mView.configureSheet();
@@ -288,22 +239,14 @@ TEST_F(TellmarScreenSaverViewTest, SavesTheTimeThatTheRateSliderStandsFor) {
     for (const auto& [slider, seconds] : {std::pair{345, 5}, {50, 300}, {350, 0}, {360, -10}}) {
         sheet.rateSlider.value = slider;
         sheet.pressOK();
-        EXPECT_EQ(standins::storedDefaults()[kModule][kKey], seconds);
+        EXPECT_EQ(stored(), seconds);
         EXPECT_EQ(mView.displayForSec(), seconds);
     }
     EXPECT_THAT(standins::storedDefaults()[kModule], SizeIs(1));
-    EXPECT_THAT(sheet.ended, SizeIs(4));
-    EXPECT_EQ(sheet.ended.back(), &sheet.panel);
-}
-
-TEST_F(TellmarScreenSaverViewTest, StoresNothingOnCancel) {
-    start();
-    standins::ConfigSheet& sheet = standins::configSheet();
-    mView.configureSheet();
     sheet.rateSlider.value = 100;
     sheet.pressCancel();
-    EXPECT_EQ(standins::storedDefaults()[kModule][kKey], 5);
-    EXPECT_THAT(sheet.ended, ElementsAre(&sheet.panel));
+    EXPECT_EQ(stored(), -10);
+    EXPECT_EQ(sheet.ends, 5);
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <memory>
 #include <utility>
 
 namespace {
@@ -22,13 +21,12 @@ TEST(ViewTest, TakesOnlyRectangles) {
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
     View view;
     EXPECT_EQ(view.initWithFrame({-5, -5, 0, 0}), &view);
-    EXPECT_EQ(view.initWithFrame({0, 0, -1, 5}), nullptr);
-    EXPECT_EQ(view.initWithFrame({0, 0, kInfinity, 5}), nullptr);
-    EXPECT_EQ(view.initWithFrame({-kInfinity, 0, 5, 5}), nullptr);
+    for (const Rect& none : {Rect{0, 0, -1, 5}, Rect{0, 0, kInfinity, 5}, Rect{-kInfinity, 0, 5, 5}})
+        EXPECT_EQ(view.initWithFrame(none), nullptr);
     EXPECT_EQ(view.frame(), (Rect{-5, -5, 0, 0}));
 }
 
-TEST(ViewTest, KeepsTheDistanceOfSubviewsFromEveryEdge) {
+TEST(ViewTest, SubviewsKeepTheirDistanceFromEveryEdgeAndKnowTheWindow) {
     View root;
     root.initWithFrame({7, 7, 800, 600});
     View* const child = addTo(root, root.bounds());
@@ -37,17 +35,12 @@ TEST(ViewTest, KeepsTheDistanceOfSubviewsFromEveryEdge) {
     EXPECT_EQ(child->frame(), (Rect{0, 0, 1000, 500}));
     EXPECT_EQ(grandchild->frame(), (Rect{-10, 0, 1010, 510}));
     EXPECT_EQ(grandchild->bounds(), (Rect{0, 0, 1010, 510}));
-}
 
-TEST(ViewTest, FindsTheWindowOfItsRoot) {
-    View root;
-    root.initWithFrame({0, 0, 10, 10});
-    View* const child = addTo(*addTo(root, {}), {});
-    EXPECT_EQ(child->window(), nullptr);
+    EXPECT_EQ(grandchild->window(), nullptr);
     int stand = 0;
     auto* const window = reinterpret_cast<platform::Window*>(&stand);
     root.setWindow(window);
-    EXPECT_EQ(child->window(), window);
+    EXPECT_EQ(grandchild->window(), window);
 }
 
 }  // namespace

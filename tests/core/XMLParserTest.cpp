@@ -47,11 +47,11 @@ TEST(XMLParserTest, WritingGivesTheDocumentBack) {
              "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?><q:a xmlns:q='urn:x'>text</q:a>",
              "<a b=\"1\"  c='2 &lt; \"3\" &#233; &undeclared;'><d e=\"\xC3\xA9 > f\"/>tail</a>",
              "<a>one<!-- two - wo --><b/>three<![CDATA[<four> & ]]>five<?six seven?></a>",
-             "<a>AT&amp;T &#38; &#x26;&lt; &undeclared; x &gt; > y</a>",
-             "<!--before--><?style sheet?><a>\xE2\x82\xAC</a><!--after--><?last?>",
+             "<!--before--><?style sheet?><a>AT&amp;T &#38; &undeclared; > y</a><!--after--><?last?>",
              "<!DOCTYPE a SYSTEM \"<!DOCTYPE.dtd\" [<!ENTITY e \"expanded\"><!--in--><?pi in?>\n"
              "<!ATTLIST a b CDATA \"default\">]><a>&e;</a>",
              "\xEF\xBB\xBF<a>with a mark</a>",
+             "<?xml version='1.0' encoding='ISO-8859-1'?><\xE9>\xE8</\xE9>",
          }) {
         EXPECT_EQ(rewritten(document), document);
     }
@@ -61,8 +61,6 @@ TEST(XMLParserTest, DocumentsAreReadInTheEncodingTheyDeclareAndWrittenBackInIt) 
     const std::string windows = "<?xml version=\"1.0\" encoding=\"windows-1252\"?><a b=\"\xE9\">\x80</a>";
     EXPECT_EQ(outlineOf(windows), "4:xml 2:a(6:\xE2\x82\xAC )");
     EXPECT_EQ(rewritten(windows), windows);
-    const std::string latin = "<?xml version='1.0' encoding='ISO-8859-1'?><\xE9>\xE8</\xE9>";
-    EXPECT_EQ(rewritten(latin), latin);
     const std::string text = "<?xml version=\"1.0\" encoding=\"UTF-16\"?><a>\xE2\x82\xAC</a>";
     for (const char* encoding : {"UTF-16LE", "UTF-16BE"}) {
         const std::string utf16 = *platform::convertText(text, "UTF-8", encoding);
@@ -75,57 +73,52 @@ TEST(XMLParserTest, DocumentsAreReadInTheEncodingTheyDeclareAndWrittenBackInIt) 
     EXPECT_FALSE(isParsed("<?xml version=\"1.0\" encoding=\"US-ASCII\"?><a>\xE9</a>"));
 }
 
-TEST(XMLParserTest, EveryReferenceIsANodeOfItsOwn) {
-    EXPECT_EQ(outlineOf("<a>x&amp;y&#65;&#x42;&e; z</a>"), "2:a(6:x 10:amp 6:y 10:#65 10:#x42 10:e 6: z )");
-    EXPECT_EQ(outlineOf("<!DOCTYPE a [<!ENTITY e '<b>in</b>'>]><a>&e;</a>"),
-              "14:a [<!ENTITY e '<b>in</b>'>] 2:a(10:e )");
-}
-
-TEST(XMLParserTest, WhiteSpaceAloneBetweenMarkupIsDropped) {
-    EXPECT_EQ(outlineOf("\n<a>\r\n <b> text </b>\t<c> </c><!--x--> </a>\n"), "2:a(2:b(6: text  )2:c 5:x )");
-    EXPECT_EQ(outlineOf("<a> &amp; <b/> </a>"), "2:a(6:  10:amp 6:  2:b )");
-    EXPECT_EQ(outlineOf("<a>one\r\ntwo\rthree</a>"), "2:a(6:one\ntwo\nthree )");
-    EXPECT_EQ(outlineOf("<a><![CDATA[ & ]]><![CDATA[]]></a>"), "2:a(7: &  7: )");
+TEST(XMLParserTest, EveryReferenceIsANodeOfItsOwnAndWhiteSpaceAloneIsDropped) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"<a>x&amp;y&#65;&#x42;&e; z</a>", "2:a(6:x 10:amp 6:y 10:#65 10:#x42 10:e 6: z )"},
+        {"<!DOCTYPE a [<!ENTITY e '<b>in</b>'>]><a>&e;</a>", "14:a [<!ENTITY e '<b>in</b>'>] 2:a(10:e )"},
+        {"\n<a>\r\n <b> text </b>\t<c> </c><!--x--> </a>\n", "2:a(2:b(6: text  )2:c 5:x )"},
+        {"<a> &amp; <b/> </a>", "2:a(6:  10:amp 6:  2:b )"},
+        {"<a>one\r\ntwo\rthree</a>", "2:a(6:one\ntwo\nthree )"},
+        {"<a><![CDATA[ & ]]><![CDATA[]]></a>", "2:a(7: &  7: )"},
+    };
+    for (const auto& [document, nodes] : cases) EXPECT_EQ(outlineOf(document), nodes);
 }
 
 TEST(XMLParserTest, WhatIsNotWellFormedHasNoTree) {
     for (const std::string document :
-         {"", " ", "text", "<a>", "<a></b>", "<a/>x", "<a/><b/>", "<a b=1/>", "<a b='1' b='2'/>",
-          "<a>&amp</a>", "<a>\xC3</a>", "<a>\xED\xA0\x80</a>", "<a>\xC0\xAF</a>", "<a b='\xFF'/>", "<\xFF/>",
-          "<a>]]></a>", "<!DOCTYPE html><html><body><br></body></html>",
+         {" ", "text", "<a>", "<a></b>", "<a/>x", "<a/><b/>", "<a b=1/>", "<a b='1' b='2'/>", "<a>&amp</a>",
+          "<a>\xC3</a>", "<a>\xED\xA0\x80</a>", "<a>\xC0\xAF</a>", "<a b='\xFF'/>", "<\xFF/>", "<a>]]></a>",
+          "<!DOCTYPE html><html><body><br></body></html>",
           "<?xml version=\"1.0\" encoding=\"UTF-16\"?><a/>"}) {
         EXPECT_FALSE(isParsed(document)) << document;
     }
     EXPECT_FALSE(isParsed(std::string("<a>\0</a>", 8)));
     const std::string whole = "<?xml version=\"1.0\"?><a b=\"1\">x&amp;<!--c--><d/></a>";
-    for (std::size_t length = 0; length < whole.size(); ++length) {
+    for (std::size_t length = 0; length < whole.size(); ++length)
         EXPECT_FALSE(isParsed(whole.substr(0, length))) << length;
-    }
 }
 
 TEST(XMLParserTest, NestingHasALimit) {
     EXPECT_TRUE(isParsed(nested(platform::kMaxXMLDepth)));
     EXPECT_FALSE(isParsed(nested(platform::kMaxXMLDepth + 1)));
     EXPECT_FALSE(isParsed(nested(100'000)));
-    EXPECT_FALSE(isParsed(repeated("<a>", 100'000)));
 }
 
-TEST(XMLParserTest, EntityBombsAreInert) {
-    std::string bomb = "<!DOCTYPE a [<!ENTITY e0 \"ha\">";
-    for (int level = 1; level < 100; ++level) {
+// Entities e0 to the last of count, each the one before so many times.
+std::string entities(int count, int times) {
+    std::string type = "<!DOCTYPE a [<!ENTITY e0 \"ha\">";
+    for (int level = 1; level < count; ++level) {
         const std::string inner = "&e" + std::to_string(level - 1) + ';';
-        bomb += "<!ENTITY e" + std::to_string(level) + " \"" + repeated(inner, 10) + "\">";
+        type += "<!ENTITY e" + std::to_string(level) + " \"" + repeated(inner, times) + "\">";
     }
-    EXPECT_TRUE(outlineOf(bomb + "]><a>&e99;</a>").ends_with("2:a(10:e99 )"));
-    EXPECT_FALSE(isParsed(bomb + "]><a b=\"&e99;\"/>"));
+    return type + "]>";
 }
 
-TEST(XMLParserTest, EntitiesWithinEntitiesDoNotDriveTheStack) {
-    std::string chain = "<!DOCTYPE a [<!ENTITY e0 \"x\">";
-    for (int level = 1; level < 200'000; ++level) {
-        chain += "<!ENTITY e" + std::to_string(level) + " \"&e" + std::to_string(level - 1) + ";\">";
-    }
-    EXPECT_FALSE(isParsed(chain + "]><a b=\"&e199999;\"/>"));
+TEST(XMLParserTest, EntityBombsAreInertAndEntitiesWithinEntitiesDoNotDriveTheStack) {
+    EXPECT_TRUE(outlineOf(entities(100, 10) + "<a>&e99;</a>").ends_with("2:a(10:e99 )"));
+    EXPECT_FALSE(isParsed(entities(100, 10) + "<a b=\"&e99;\"/>"));
+    EXPECT_FALSE(isParsed(entities(200'000, 1) + "<a b=\"&e199999;\"/>"));
 }
 
 TEST(XMLParserTest, ATreeKeepsItsChildrenHoweverDeepItIs) {

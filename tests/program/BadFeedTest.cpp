@@ -100,7 +100,7 @@ std::string nameOf(const testing::TestParamInfo<BadFeed>& info) { return info.pa
 }  // namespace
 
 TEST_P(BadFeedTest, LeavesTheSplashOrAMapOnTheScreen) {
-    TestDisplay display(800, 500);
+    TestDisplay display(1280, 720);
     LoopbackServer server;
     GetParam().prepare(server);
     Program program(display);
@@ -120,7 +120,7 @@ TEST_P(BadFeedTest, LeavesTheSplashOrAMapOnTheScreen) {
 INSTANTIATE_TEST_SUITE_P(Answer, BadFeedTest, testing::ValuesIn(badFeeds()), nameOf);
 
 TEST(BadFeed, ARefusedPortLeavesTheSplash) {
-    TestDisplay display(800, 500);
+    TestDisplay display(1280, 720);
     Program program(display);
     std::string url;
     { url = LoopbackServer().url(); }  // nobody listens there any more
@@ -131,7 +131,7 @@ TEST(BadFeed, ARefusedPortLeavesTheSplash) {
 
 TEST(BadFeed, AFileThatIsMissingOrNoFileLeavesTheSplash) {
     for (const char* path : {"missing.xml", "/dev/zero", "/tmp", "gopher://127.0.0.1/"}) {
-        TestDisplay display(800, 500);
+        TestDisplay display(1280, 720);
         Program program(display);
         program.start({"--fullscreen", "--verbose", "--speed", "50", "--feed", path});
         EXPECT_TRUE(program.waitForLines("tick ", 3)) << path;
@@ -140,7 +140,7 @@ TEST(BadFeed, AFileThatIsMissingOrNoFileLeavesTheSplash) {
 }
 
 TEST(BadFeed, AnAnswerWithoutEndIsGivenUp) {
-    TestDisplay display(800, 500);
+    TestDisplay display(1280, 720);
     LoopbackServer server;
     server.trickle();
     Program program(display);

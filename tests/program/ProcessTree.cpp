@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <sstream>
 #include <utility>
 
@@ -13,7 +12,9 @@ namespace fs = std::filesystem;
 
 std::string contents(pid_t process, const char* file) {
     std::ifstream stream("/proc/" + std::to_string(process) + "/" + file);
-    return {std::istreambuf_iterator<char>(stream), {}};
+    std::ostringstream text;
+    text << stream.rdbuf();  // unlike an iterator throws nothing when the process ends meanwhile
+    return text.str();
 }
 
 struct State {

@@ -12,7 +12,10 @@
 
 namespace {
 
-constexpr char kServer[] = "/usr/bin/Xvfb";
+std::vector<std::string> virtualServer(int width, int height) {
+    return {"/usr/bin/Xvfb", "-screen", "0", std::to_string(width) + "x" + std::to_string(height) + "x24"};
+}
+
 constexpr unsigned long kPinkPixel = 0xFFFF00FF;
 
 // A window that ends between two requests must not end the test.
@@ -25,11 +28,14 @@ std::string firstLine(const std::string& path) {
     return file.eof() ? "" : line;
 }
 
+// Not every program sets the old property, which XFetchName reads.
 std::string title(::Display* connection, ::Window window) {
-    char* text = nullptr;
-    if (!XFetchName(connection, window, &text) || !text) return "";
-    const std::string copy = text;
-    XFree(text);
+    XTextProperty text;
+    const Atom name = XInternAtom(connection, "_NET_WM_NAME", False);
+    if (!XGetTextProperty(connection, window, &text, name) && !XGetWMName(connection, window, &text))
+        return "";
+    const std::string copy(reinterpret_cast<const char*>(text.value), text.nitems);
+    XFree(text.value);
     return copy;
 }
 
@@ -40,11 +46,13 @@ bool isVisible(::Display* connection, ::Window window) {
 
 }  // namespace
 
-TestDisplay::TestDisplay(int width, int height) {
-    const std::string screen = std::to_string(width) + "x" + std::to_string(height) + "x24";
+TestDisplay::TestDisplay(int width, int height) : TestDisplay(virtualServer(width, height)) {}
+
+TestDisplay::TestDisplay(const std::vector<std::string>& server) {
+    std::vector<std::string> command = server;
     // The server writes its number to its own stdout once it is ready.
-    mServer = std::make_unique<Child>(std::vector<std::string>{kServer, "-displayfd", "1", "-screen", "0",
-                                                               screen, "-nolisten", "tcp", "-noreset"},
+    for (const char* option : {"-displayfd", "1", "-nolisten", "tcp", "-noreset"}) command.push_back(option);
+    mServer = std::make_unique<Child>(command,
                                       Child::Place{mFolder.path(), {}, mFolder.path("number"), "/dev/null"});
     waitUntil([&] { return !firstLine(mFolder.path("number")).empty(); });
     mName = ":" + firstLine(mFolder.path("number"));
@@ -103,6 +111,17 @@ TestDisplay::Window TestDisplay::createWindow(int width, int height, int depth) 
     XMapWindow(mConnection, window);
     XSync(mConnection, False);
     return window;
+}
+
+TestDisplay::Area TestDisplay::areaOf(Window window) const {
+    XWindowAttributes attributes;
+    Area area;
+    if (!XGetWindowAttributes(mConnection, window, &attributes)) return area;
+    ::Window child;
+    XTranslateCoordinates(mConnection, window, attributes.root, 0, 0, &area.left, &area.top, &child);
+    area.width = attributes.width;
+    area.height = attributes.height;
+    return area;
 }
 
 void TestDisplay::resizeWindow(Window window, int width, int height) {

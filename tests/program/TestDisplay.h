@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "tests/TemporaryFolder.h"
 #include "tests/program/Child.h"
@@ -9,12 +10,14 @@
 
 struct _XDisplay;
 
-// An X server of its own with one screen of 24 bits and no window manager, and a client of it.
+// An X server of its own with one screen of 24 bits and no window manager, and a client of it. Xvfb, where
+// nothing else is asked for.
 class TestDisplay {
   public:
     using Window = unsigned long;
 
     explicit TestDisplay(int width = 1280, int height = 720);
+    explicit TestDisplay(const std::vector<std::string>& server);
     ~TestDisplay();
 
     // ":7" for one.
@@ -26,6 +29,11 @@ class TestDisplay {
     Window createWindow(int width, int height);
     // The same with 32 bits a pixel, in which the client's pictures have 24.
     Window createWindowWithAlpha(int width, int height);
+    struct Area {
+        int left = 0, top = 0, width = 0, height = 0;
+    };
+    // Where the window lies on the screen; empty when it does not exist.
+    Area areaOf(Window window) const;
     void resizeWindow(Window window, int width, int height);
     void destroyWindow(Window window);
 
@@ -36,6 +44,9 @@ class TestDisplay {
     void close(Window window);
     // Presses and releases a key by its X name, such as "Return".
     void press(const std::string& key);
+
+  protected:
+    _XDisplay* connection() const { return mConnection; }
 
   private:
     Window createWindow(int width, int height, int depth);

@@ -5,7 +5,6 @@
 
 #include "platform/Alert.h"
 
-// Keeps what the core told the user and the developer, in order, instead of showing it.
 namespace standins {
 
 struct Alert {
@@ -15,15 +14,16 @@ struct Alert {
     bool operator==(const Alert&) const = default;
 };
 
+// What the core told the user and the developer, in order.
 struct AlertRecord {
     std::vector<Alert> alerts;
-    int beeps = 0;
-    int debuggerStops = 0;
-    std::vector<std::string> debugTexts;
-    std::vector<std::string> logLines;
+    std::vector<std::string> debugTexts, logLines;
+    int beeps = 0, debuggerStops = 0;
 };
 
-AlertRecord& alertRecord();
-void resetAlerts();
+inline AlertRecord& alertRecord() {
+    static AlertRecord record;
+    return record;
+}
 
 }  // namespace standins

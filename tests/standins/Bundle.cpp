@@ -2,15 +2,6 @@
 
 #include "platform/Bundle.h"
 
-namespace standins {
-
-Bundle& bundle() {
-    static Bundle state;
-    return state;
-}
-
-}  // namespace standins
-
 namespace platform {
 
 std::string bundlePath() { return standins::bundle().path; }

@@ -11,6 +11,9 @@ struct Bundle {
     std::set<std::string> resources{"map.html", "google_maps_nz.png", "google_maps_nz_pre.png"};
 };
 
-Bundle& bundle();
+inline Bundle& bundle() {
+    static Bundle state;
+    return state;
+}
 
 }  // namespace standins

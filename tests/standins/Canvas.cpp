@@ -2,28 +2,13 @@
 
 #include <utility>
 
-namespace standins {
-
-Images& images() {
-    static Images state;
-    return state;
-}
-
-std::unique_ptr<platform::Canvas> makeCanvas() {
-    return std::make_unique<platform::Canvas>(std::make_unique<platform::Canvas::Backing>());
-}
-
-}  // namespace standins
-
 namespace platform {
 
 Canvas::Canvas(std::unique_ptr<Backing> backing) : mBacking(std::move(backing)) {}
-
 Canvas::~Canvas() = default;
 
 void Canvas::fillRect(const Rect& rect, const Color& color) {
-    mBacking->order.push_back("fill");
-    mBacking->fills.push_back({rect, color});
+    mBacking->drawings.push_back({.place = rect, .color = color});
 }
 
 Image* Canvas::loadImage(const std::string& path) {
@@ -32,29 +17,26 @@ Image* Canvas::loadImage(const std::string& path) {
     return mBacking->loadedImages.back().get();
 }
 
-Size Canvas::imageSize(const Image*) { return standins::images().size; }
+Size Canvas::imageSize(const Image*) { return {600, 400}; }
 
 void Canvas::drawImageAtPoint(Image* image, const Point& lowerLeft, CompositingOperation operation,
                               double fraction) {
-    mBacking->order.push_back("image");
-    mBacking->drawnImages.push_back({image->path, lowerLeft, std::nullopt, operation, fraction});
+    drawImageInRect(image, {lowerLeft.x, lowerLeft.y, 0, 0}, operation, fraction);
 }
 
 void Canvas::drawImageInRect(Image* image, const Rect& rect, CompositingOperation operation,
                              double fraction) {
-    mBacking->order.push_back("image");
-    mBacking->drawnImages.push_back({image->path, std::nullopt, rect, operation, fraction});
+    mBacking->drawings.push_back(
+        {.what = image->path, .place = rect, .operation = operation, .fraction = fraction});
 }
 
 void Canvas::drawTextAtPoint(const std::string& text, const Point& lowerLeft,
                              const TextAttributes& attributes) {
-    mBacking->order.push_back("text");
-    mBacking->texts.push_back({text, lowerLeft, std::nullopt, attributes});
+    drawTextInRect(text, {lowerLeft.x, lowerLeft.y, 0, 0}, attributes);
 }
 
 void Canvas::drawTextInRect(const std::string& text, const Rect& rect, const TextAttributes& attributes) {
-    mBacking->order.push_back("text");
-    mBacking->texts.push_back({text, std::nullopt, rect, attributes});
+    mBacking->drawings.push_back({.what = text, .place = rect, .attributes = attributes});
 }
 
 }  // namespace platform

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -9,34 +8,17 @@
 
 namespace standins {
 
-struct Fill {
-    platform::Rect rect;
-    platform::Color color;
+// Something drawn; what its kind does not have stays as it is here. A point is a rectangle without a size.
+struct Drawing {
+    std::string what = "fill";  // or the text, or the image's path
+    platform::Rect place{};
+    platform::Color color{};
+    platform::CompositingOperation operation = platform::CompositingOperation::Copy;
+    double fraction = 1;
+    platform::TextAttributes attributes{};
+
+    bool operator==(const Drawing&) const = default;
 };
-
-struct DrawnImage {
-    std::string path;
-    std::optional<platform::Point> point;
-    std::optional<platform::Rect> rect;
-    platform::CompositingOperation operation;
-    double fraction;
-};
-
-struct DrawnText {
-    std::string text;
-    std::optional<platform::Point> point;
-    std::optional<platform::Rect> rect;
-    platform::TextAttributes attributes;
-};
-
-struct Images {
-    platform::Size size{600, 400};  // of every image
-};
-
-Images& images();
-
-// A canvas that only notes what was drawn.
-std::unique_ptr<platform::Canvas> makeCanvas();
 
 }  // namespace standins
 
@@ -46,12 +28,18 @@ struct Image {
     std::string path;
 };
 
+// Notes what was drawn; every image measures 600 by 400.
 struct Canvas::Backing {
-    std::vector<std::string> order;  // "fill", "image" or "text", one for each drawing
-    std::vector<standins::Fill> fills;
-    std::vector<standins::DrawnImage> drawnImages;
-    std::vector<standins::DrawnText> texts;
+    std::vector<standins::Drawing> drawings;
     std::vector<std::unique_ptr<Image>> loadedImages;
 };
 
 }  // namespace platform
+
+namespace standins {
+
+inline std::unique_ptr<platform::Canvas> makeCanvas() {
+    return std::make_unique<platform::Canvas>(std::make_unique<platform::Canvas::Backing>());
+}
+
+}  // namespace standins

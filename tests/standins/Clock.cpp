@@ -4,15 +4,6 @@
 
 #include "platform/Clock.h"
 
-namespace standins {
-
-Clock& clock() {
-    static Clock state;
-    return state;
-}
-
-}  // namespace standins
-
 namespace platform {
 
 std::time_t currentTime() { return standins::clock().now; }

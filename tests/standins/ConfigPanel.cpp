@@ -1,22 +1,13 @@
 #include "tests/standins/ConfigPanel.h"
 
-namespace standins {
-
-ConfigSheet& configSheet() {
-    static ConfigSheet state;
-    return state;
-}
-
-}  // namespace standins
-
 namespace platform {
 
 int intValue(const Slider* slider) { return slider->value; }
 
 bool loadNibNamed(const std::string& name, const SheetConnections& owner) {
     standins::ConfigSheet& sheet = standins::configSheet();
-    sheet.loadedNames.push_back(name);
-    if (!sheet.canLoad) return false;
+    if (!sheet.canLoad || name != "ConfigPanel") return false;
+    ++sheet.loads;
     owner.configPanel = &sheet.panel;
     owner.zoomSlider = &sheet.zoomSlider;
     owner.rateSlider = &sheet.rateSlider;
@@ -27,6 +18,6 @@ bool loadNibNamed(const std::string& name, const SheetConnections& owner) {
     return true;
 }
 
-void endSheet(Panel* panel) { standins::configSheet().ended.push_back(panel); }
+void endSheet(Panel* panel) { standins::configSheet().ends += panel == &standins::configSheet().panel; }
 
 }  // namespace platform

@@ -1,8 +1,6 @@
 #pragma once
 
 #include <functional>
-#include <string>
-#include <vector>
 
 #include "platform/ConfigPanel.h"
 
@@ -22,21 +20,20 @@ namespace standins {
 // The one sheet there is, and who was connected to its buttons.
 struct ConfigSheet {
     bool canLoad = true;
-    std::vector<std::string> loadedNames;  // asked for, loaded or not
-    std::vector<platform::Panel*> ended;
+    int loads = 0, ends = 0;
 
     platform::Panel panel;
-    platform::Slider zoomSlider;
-    platform::Slider rateSlider;
-    platform::Button okButton;
-    platform::Button cancelButton;
-    std::function<void(platform::Button*)> okAction;
-    std::function<void(platform::Button*)> cancelAction;
+    platform::Slider zoomSlider, rateSlider;
+    platform::Button okButton, cancelButton;
+    std::function<void(platform::Button*)> okAction, cancelAction;
 
     void pressOK() { okAction(&okButton); }
     void pressCancel() { cancelAction(&cancelButton); }
 };
 
-ConfigSheet& configSheet();
+inline ConfigSheet& configSheet() {
+    static ConfigSheet state;
+    return state;
+}
 
 }  // namespace standins

@@ -1,7 +1,5 @@
 #include "tests/standins/QuakeFeed.h"
 
-#include <cstddef>
-
 #include "tests/standins/URLLoading.h"
 
 namespace standins {
@@ -23,23 +21,15 @@ std::string FeedEvent::xml() const {
                                 element("magnitude", element("mag", mag)));
 }
 
-FeedEvent eventOfMagnitude(double magnitude) {
-    FeedEvent event;
-    event.mag = value(magnitude);
-    return event;
-}
-
 std::string feedOf(const std::string& events) {
     return "<?xml version=\"1.0\"?>" + element("quakeml", element("eventParameters", events));
 }
 
 void serveQuakes(const std::vector<double>& magnitudes) {
     std::string events;
-    for (std::size_t i = 0; i < magnitudes.size(); ++i) {
-        FeedEvent event = eventOfMagnitude(magnitudes[i]);
-        event.latitude = value(static_cast<double>(i));
-        events += event.xml();
-    }
+    int latitude = 0;
+    for (const double magnitude : magnitudes)
+        events += FeedEvent{.latitude = value(latitude++), .mag = value(magnitude)}.xml();
     urlLoading().answerToAll = feedOf(events);
 }
 

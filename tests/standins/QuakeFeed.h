@@ -17,8 +17,6 @@ struct FeedEvent {
     std::string xml() const;
 };
 
-FeedEvent eventOfMagnitude(double magnitude);
-
 // The whole document around event elements.
 std::string feedOf(const std::string& events);
 

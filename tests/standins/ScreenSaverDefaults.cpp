@@ -4,15 +4,6 @@
 
 #include "platform/ScreenSaverDefaults.h"
 
-namespace standins {
-
-StoredDefaults& storedDefaults() {
-    static StoredDefaults state;
-    return state;
-}
-
-}  // namespace standins
-
 namespace platform {
 
 struct ScreenSaverDefaults::Store {
@@ -25,16 +16,9 @@ ScreenSaverDefaults ScreenSaverDefaults::defaultsForModuleWithName(const std::st
 }
 
 ScreenSaverDefaults::ScreenSaverDefaults(std::unique_ptr<Store> store) : mStore(std::move(store)) {}
-
 ScreenSaverDefaults::~ScreenSaverDefaults() = default;
 
-ScreenSaverDefaults::ScreenSaverDefaults(ScreenSaverDefaults&&) noexcept = default;
-
-int ScreenSaverDefaults::integerForKey(const std::string& key) const {
-    const auto found = mStore->values.find(key);
-    return found == mStore->values.end() ? 0 : found->second;
-}
-
+int ScreenSaverDefaults::integerForKey(const std::string& key) const { return mStore->values[key]; }
 void ScreenSaverDefaults::setInteger(int value, const std::string& key) { mStore->values[key] = value; }
 
 bool ScreenSaverDefaults::synchronize() {

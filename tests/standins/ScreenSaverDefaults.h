@@ -8,6 +8,9 @@ namespace standins {
 // What synchronize has written, by module and key.
 using StoredDefaults = std::map<std::string, std::map<std::string, int>>;
 
-StoredDefaults& storedDefaults();
+inline StoredDefaults& storedDefaults() {
+    static StoredDefaults state;
+    return state;
+}
 
 }  // namespace standins

@@ -3,7 +3,6 @@
 #include "quakes/CQuakeList.h"
 #include "tests/standins/Alert.h"
 #include "tests/standins/Bundle.h"
-#include "tests/standins/Canvas.h"
 #include "tests/standins/Clock.h"
 #include "tests/standins/ConfigPanel.h"
 #include "tests/standins/ScreenSaverDefaults.h"
@@ -11,22 +10,17 @@
 #include "tests/standins/URLLoading.h"
 #include "tests/standins/ViewAnimation.h"
 
-namespace standins {
-
-void reset() {
-    resetAlerts();
+standins::Test::Test() {
+    alertRecord() = {};
     bundle() = {};
     clock() = {};
     configSheet() = {};
     fades() = {};
-    images() = {};
     machine() = {};
     storedDefaults() = {};
     urlLoading() = {};
     CQuakeList::mSingletonInstance = nullptr;
 }
-
-}  // namespace standins
 
 // The quake list, its parser and the quakes live to the end of the process by design; tests make several.
 extern "C" const char* __lsan_default_suppressions();

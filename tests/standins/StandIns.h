@@ -4,12 +4,10 @@
 
 namespace standins {
 
-// Puts every stand-in back to its start and forgets the one quake list.
-void reset();
-
+// Begins with every stand-in as it was at the start, and without a quake list.
 class Test : public ::testing::Test {
   protected:
-    Test() { reset(); }
+    Test();
 };
 
 }  // namespace standins

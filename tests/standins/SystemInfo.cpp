@@ -1,21 +1,14 @@
 #include "tests/standins/SystemInfo.h"
 
-namespace standins {
-
-Machine& machine() {
-    static Machine machine;
-    return machine;
-}
-
-}  // namespace standins
+using standins::machine;
 
 namespace platform {
 
-SystemNames systemNames() { return standins::machine().names; }
-std::int32_t systemVersion() { return standins::machine().version; }
-std::int32_t processorClock() { return standins::machine().clock; }
-std::string machineName() { return standins::machine().name; }
-std::string processName() { return standins::machine().process; }
-std::vector<Processor> processors() { return standins::machine().processors; }
+SystemNames systemNames() { return machine().names; }
+std::int32_t systemVersion() { return machine().version; }
+std::int32_t processorClock() { return machine().clock; }
+std::string machineName() { return machine().name; }
+std::string processName() { return machine().process; }
+std::vector<Processor> processors() { return machine().processors; }
 
 }  // namespace platform

@@ -3,54 +3,36 @@
 #include "platform/Files.h"
 #include "platform/URLLoading.h"
 
-namespace standins {
-
-URLLoading& urlLoading() {
-    static URLLoading state;
-    return state;
-}
-
-}  // namespace standins
-
 namespace platform {
 
 namespace {
 
-constexpr char kFileScheme[] = "file://";
+constexpr std::string_view kFileScheme = "file://";
 
-bool failed(int& errorCode) {
-    errorCode = coreFoundationUnknownErr;
-    return false;
-}
-
-bool answer(const std::string& url, std::string& data) {
-    const standins::URLLoading& network = standins::urlLoading();
-    const auto found = network.answers.find(url);
-    if (found == network.answers.end() && !network.answerToAll) return false;
-    data = found == network.answers.end() ? *network.answerToAll : found->second;
-    return true;
-}
+// The error code of a load or write that went well or not.
+int codeOf(bool succeeded) { return succeeded ? 0 : coreFoundationUnknownErr; }
 
 }  // namespace
 
 bool loadResource(const std::string& url, std::string& data, int& errorCode) {
-    standins::urlLoading().asked.push_back(url);
-    data.clear();
+    standins::URLLoading& network = standins::urlLoading();
+    network.asked.push_back(url);
     const std::string path = pathOfFileURL(url);
-    const bool isLoaded = path.empty() ? answer(url, data) : readFile(path, data);
-    return isLoaded || failed(errorCode);
+    if (path.empty()) data = network.answerToAll.value_or("");
+    errorCode = codeOf(path.empty() ? network.answerToAll.has_value() : readFile(path, data));
+    return errorCode == 0;
 }
 
 bool writeResource(const std::string& url, const std::string& data, int& errorCode) {
     const std::string path = pathOfFileURL(url);
-    return (!path.empty() && writeFileAtomically(path, data)) || failed(errorCode);
+    errorCode = codeOf(!path.empty() && writeFileAtomically(path, data));
+    return errorCode == 0;
 }
 
-std::string fileURLWithPath(const std::string& path) { return kFileScheme + path; }
+std::string fileURLWithPath(const std::string& path) { return std::string(kFileScheme) + path; }
 
 std::string pathOfFileURL(const std::string& url) {
-    const std::string scheme = kFileScheme;
-    return url.starts_with(scheme) ? url.substr(scheme.size()) : "";
+    return url.starts_with(kFileScheme) ? url.substr(kFileScheme.size()) : "";
 }
 
 }  // namespace platform

@@ -4,34 +4,26 @@
 
 #include "platform/View.h"
 
-namespace standins {
-
-Fades& fades() {
-    static Fades state;
-    return state;
-}
-
-}  // namespace standins
+using standins::fades;
 
 namespace platform {
 
 ViewAnimation::ViewAnimation(std::vector<ViewAnimationDescription> descriptions)
     : mDescriptions(std::move(descriptions)) {
-    ++standins::fades().alive;
+    ++fades().alive;
 }
 
-ViewAnimation::~ViewAnimation() { --standins::fades().alive; }
+ViewAnimation::~ViewAnimation() { --fades().alive; }
 
 void ViewAnimation::setAnimationBlockingMode(int mode) { mBlockingMode = mode; }
-
 void ViewAnimation::setDuration(double seconds) { mDuration = seconds; }
 
 void ViewAnimation::startAnimation() {
-    standins::fades().started.push_back({mDescriptions, mDuration, mBlockingMode});
+    fades().started.push_back({mDescriptions, mDuration, mBlockingMode});
     for (const ViewAnimationDescription& each : mDescriptions)
         each.target->setHidden(each.effect == NSViewAnimationFadeOutEffect);
 }
 
-void ViewAnimation::stopAnimation() { ++standins::fades().stopped; }
+void ViewAnimation::stopAnimation() { ++fades().stopped; }
 
 }  // namespace platform

@@ -19,6 +19,9 @@ struct Fades {
     int alive = 0;  // animations that exist
 };
 
-Fades& fades();
+inline Fades& fades() {
+    static Fades state;
+    return state;
+}
 
 }  // namespace standins

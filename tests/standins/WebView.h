@@ -10,13 +10,10 @@ namespace platform {
 // A web view that never loads by itself: tests post the notification when a load is to be over.
 struct WebView::Backing {
     struct Load {
-        URLRequest request;
-        std::string page;  // as it lay on disk at the request
+        std::string url, page;  // the page as it lay on disk at the request
         bool superviewWasHidden;
     };
 
-    std::string frameName;
-    std::string groupName;
     bool allowsScrolling = true;
     std::vector<Load> loads;
 };

@@ -1,14 +1,13 @@
 #include "host/Options.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "tests/TemporaryFolder.h"
 
 using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
-using testing::StartsWith;
+using testing::MatchesRegex;
 
 namespace {
 
@@ -18,9 +17,11 @@ Options parse(const std::vector<std::string>& arguments, const char* environment
 
 }  // namespace
 
-TEST(Options, OneDashOrTwoAndEitherFormOfAValueMeanTheSame) {
-    const std::vector<std::vector<std::string>> forms = {
-        {"-window-id", "0x1a"}, {"--window-id", "26"}, {"-window-id=0X1A"}, {"--window-id=26"}};
+TEST(Options, OneDashOrTwoAndEitherFormOfAValueMeanTheSameAndTheLastOneCounts) {
+    const std::vector<std::vector<std::string>> forms = {{"-window-id", "0x1a"},
+                                                         {"--window-id", "26"},
+                                                         {"-window-id=0X1A"},
+                                                         {"--window-id=1", "--window-id=26"}};
     for (const auto& form : forms) {
         const Options options = parse(form);
         EXPECT_EQ(26UL, options.hostWindow) << form[0];
@@ -30,47 +31,28 @@ TEST(Options, OneDashOrTwoAndEitherFormOfAValueMeanTheSame) {
     EXPECT_TRUE(parse({"--root"}).complaints.empty());
 }
 
-TEST(Options, AValueMayLookLikeAnOptionAndAnEqualsSignMayBePartOfIt) {
-    TemporaryFolder folder;
-    EXPECT_THAT(parse({"--feed", "--demo"}).feed, EndsWith("/--demo"));
-    EXPECT_EQ("http://host/?a=b&c=d", parse({"--feed=http://host/?a=b&c=d"}).feed);
-}
-
 TEST(Options, AFeedIsAnAddressOrAFileSeenFromTheCurrentFolder) {
     TemporaryFolder folder;
+    EXPECT_EQ("http://host/?a=b&c=d", parse({"--feed=http://host/?a=b&c=d"}).feed);
     EXPECT_EQ("https://host/feed", parse({"--feed", "https://host/feed"}).feed);
-    EXPECT_THAT(parse({"--feed", "my feed.xml"}).feed, StartsWith("file:///"));
-    EXPECT_THAT(parse({"--feed", "my feed.xml"}).feed, EndsWith("/my%20feed.xml"));
+    EXPECT_THAT(parse({"--feed", "my feed.xml"}).feed, MatchesRegex("file:///.*/my%20feed.xml"));
+    EXPECT_THAT(parse({"--feed", "--demo"}).feed, EndsWith("/--demo"));
     EXPECT_EQ("file:///feed.xml", parse({"--feed", "/feed.xml"}).feed);
 }
 
-TEST(Options, WhatIsRepeatedCountsAsLastGiven) {
-    const Options options = parse({"--speed", "2", "--feed=http://a/", "--speed=3.5", "--feed=http://b/"});
-    EXPECT_EQ(3.5, options.speed);
-    EXPECT_EQ("http://b/", options.feed);
-    EXPECT_EQ(2UL, parse({"--window-id=1", "--window-id=2"}).hostWindow);
-    EXPECT_TRUE(options.complaints.empty());
-}
-
-TEST(Options, ASpeedThatIsNoneIsNamedAndChangesNothing) {
+TEST(Options, AValueThatIsNoneIsNamedAndChangesNothing) {
     for (const char* speed : {"", "0", "-1", "nan", "inf", "1e999", "1001", "2x", " 2", "fast", "0x10"}) {
         const Options options = parse({"--speed", speed});
         EXPECT_EQ(1, options.speed) << speed;
         EXPECT_THAT(options.complaints, ElementsAre(EndsWith(std::string("not ") + speed)));
     }
     EXPECT_EQ(1000, parse({"--speed=1000"}).speed);
-    EXPECT_EQ(0.5, parse({"--speed=.5"}).speed);
-}
-
-TEST(Options, AWindowThatIsNoneIsNamed) {
+    EXPECT_EQ(0.5, parse({"--speed=2", "--speed=.5"}).speed);
     for (const char* window : {"", "0", "0x0", "0x", "-5", "12w", "root", "99999999999999999999999"}) {
         const Options options = parse({"--window-id", window});
         EXPECT_FALSE(options.hostWindow) << window;
         EXPECT_EQ(1U, options.complaints.size()) << window;
     }
-}
-
-TEST(Options, AnOptionAtTheEndMissesItsValue) {
     for (const char* option : {"--speed", "--feed", "--window-id"})
         EXPECT_THAT(parse({option}).complaints, ElementsAre(HasSubstr(option))) << option;
 }
@@ -88,10 +70,6 @@ TEST(Options, TheHostsEnvironmentNamesTheWindowWhereNoOptionDoes) {
     EXPECT_EQ(7UL, parse({"--window-id=7"}, "0x1400007").hostWindow);
     EXPECT_FALSE(parse({}, "").hostWindow);
     EXPECT_TRUE(parse({}, "").complaints.empty());
-}
-
-TEST(Options, AnEnvironmentThatNamesNoWindowIsReported) {
-    const Options options = parse({"--demo"}, "wayland-token-42");
-    EXPECT_FALSE(options.hostWindow);
-    EXPECT_THAT(options.complaints, testing::Contains(HasSubstr("wayland-token-42")));
+    EXPECT_FALSE(parse({"--demo"}, "wayland-token-42").hostWindow);
+    EXPECT_THAT(parse({}, "wayland-token-42").complaints, testing::Contains(HasSubstr("wayland-token-42")));
 }

@@ -30,10 +30,9 @@ TEST(TextEncodingTest, LongTextIsConvertedWhole) {
 }
 
 TEST(TextEncodingTest, WhatCannotBeConvertedGivesNothing) {
-    EXPECT_EQ(toMacRoman("T\xC5\xABpuna"), std::nullopt);  // no such letter there
-    EXPECT_EQ(toMacRoman("\xFF"), std::nullopt);
-    EXPECT_EQ(toMacRoman("cut \xC3"), std::nullopt);
-    EXPECT_EQ(toMacRoman("\xED\xA0\x80"), std::nullopt);  // half of a surrogate pair
+    // A letter that is not there, no UTF-8, half a letter, half of a surrogate pair.
+    for (const char* text : {"T\xC5\xABpuna", "\xFF", "cut \xC3", "\xED\xA0\x80"})
+        EXPECT_EQ(toMacRoman(text), std::nullopt) << text;
     EXPECT_EQ(convertText("text", 0x7777, kCFStringEncodingUTF8), std::nullopt);
 }
 

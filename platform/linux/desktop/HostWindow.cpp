@@ -50,10 +50,4 @@ void forgetHostWindow(GdkWindow* host) {
     gdk_x11_display_error_trap_pop_ignored(gdk_window_get_display(host));
 }
 
-Size screenSize(GdkScreen* screen) {
-    GdkWindow* root = gdk_screen_get_root_window(screen);
-    return {static_cast<double>(gdk_window_get_width(root)),
-            static_cast<double>(gdk_window_get_height(root))};
-}
-
 }  // namespace platform

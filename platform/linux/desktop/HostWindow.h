@@ -17,6 +17,4 @@ ObjectRef<GdkWindow> findHostWindow(unsigned long id);
 void followHostWindow(GdkWindow* host, std::function<void(const Size&)> resize);
 void forgetHostWindow(GdkWindow* host);
 
-Size screenSize(GdkScreen* screen);
-
 }  // namespace platform

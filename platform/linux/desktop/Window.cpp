@@ -5,6 +5,7 @@
 #include "platform/linux/desktop/CanvasBacking.h"
 #include "platform/linux/desktop/CrossFade.h"
 #include "platform/linux/desktop/HostWindow.h"
+#include "platform/linux/desktop/LayerWindow.h"
 #include "platform/linux/desktop/NoticePanel.h"
 #include "platform/linux/desktop/ViewPainter.h"
 #include "platform/linux/system/RunLoop.h"
@@ -57,6 +58,18 @@ std::unique_ptr<Window> Window::open(const Size& size, bool fullscreen) {
     std::unique_ptr<Window> window(new Window(topLevel, false));
     gtk_widget_show_all(topLevel);
     if (fullscreen) hideCursor(topLevel);
+    window->waitUntilShown();
+    return window;
+}
+
+std::unique_ptr<Window> Window::cover(GdkMonitor* monitor, void (*endAll)()) {
+    GtkWidget* topLevel = gtk_window_new(GTK_WINDOW_TOPLEVEL);
+    coverAsLayer(GTK_WINDOW(topLevel), monitor);
+    onAnyInput(topLevel, endAll);
+
+    std::unique_ptr<Window> window(new Window(topLevel, false));
+    gtk_widget_show_all(topLevel);
+    hideCursor(topLevel);
     window->waitUntilShown();
     return window;
 }
@@ -132,8 +145,10 @@ Size Window::size() const {
 }
 
 bool Window::isThumbnail() const {
-    const Size screen = screenSize(gtk_widget_get_screen(mTopLevel));
-    return size().width < screen.width / 2 && size().height < screen.height / 2;
+    GdkWindow* own = gtk_widget_get_window(mTopLevel);
+    GdkRectangle monitor;
+    gdk_monitor_get_geometry(gdk_display_get_monitor_at_window(gdk_window_get_display(own), own), &monitor);
+    return size().width < monitor.width / 2.0 && size().height < monitor.height / 2.0;
 }
 
 void Window::setContentView(std::unique_ptr<ScreenSaverView> root) {

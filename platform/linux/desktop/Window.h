@@ -19,6 +19,8 @@ class Window {
   public:
     // Each returns null when there is no such window to be had, with one line on stderr that says why.
     static std::unique_ptr<Window> open(const Size& size, bool fullscreen);
+    // Over everything on the monitor, for a Wayland compositor with layers; input calls endAll.
+    static std::unique_ptr<Window> cover(GdkMonitor* monitor, void (*endAll)());
     static std::unique_ptr<Window> embed(unsigned long hostWindow);
     ~Window();
     Window(const Window&) = delete;
@@ -29,7 +31,7 @@ class Window {
 
     Size size() const;
     bool isEmbedded() const { return mIsEmbedded; }
-    // Smaller than half the screen both ways: a host's settings dialog shows such a window.
+    // Smaller than half its monitor both ways: a host's settings dialog shows such a window.
     bool isThumbnail() const;
 
     // Shows root and keeps it as large as the window.

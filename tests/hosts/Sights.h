@@ -1,0 +1,27 @@
+#pragma once
+
+#include "tests/program/Colors.h"
+#include "tests/program/TestDisplay.h"
+
+// A map reaches into all corners of the part of the screen.
+inline bool showsMap(const Picture& picture, const TestDisplay::Area& area) {
+    const int right = area.left + area.width - 1, bottom = area.top + area.height - 1;
+    if (right >= picture.width || bottom >= picture.height) return false;
+    return isMap(picture.at(area.left, area.top)) && isMap(picture.at(right, area.top)) &&
+           isMap(picture.at(area.left, bottom)) && isMap(picture.at(right, bottom));
+}
+
+// Every pixel but the text's is as bright as the splash or brighter.
+inline bool showsSplash(const Picture& picture, const TestDisplay::Area& area) {
+    return isSplash(picture.at(area.left, area.top)) &&
+           isSplash(picture.at(area.left + area.width - 1, area.top + area.height - 1));
+}
+
+// The small still image: dark text in its upper part, and nothing left black or in the host's colour.
+inline bool showsPreview(const Picture& picture, const TestDisplay::Area& area) {
+    const int right = area.left + area.width, bottom = area.top + area.height;
+    if (area.width == 0 || right > picture.width || bottom > picture.height) return false;
+    const int unpainted = picture.count(area.left, area.top, right, bottom, isBlack);
+    const int text = picture.count(area.left + 5, area.top, right, area.top + area.height / 4, isDark);
+    return unpainted < text && text > 20;
+}
