@@ -16,8 +16,8 @@ bool isFolder(const fs::path& path) {
     return fs::is_directory(path, error);
 }
 
-// Beside the program in the build tree. Once installed the program lies in PREFIX/libexec/xscreensaver, however it
-// was called, and the bundle among the shared data of that prefix or of the one it was built for.
+// Beside the program in the build tree. Once installed the program lies in PREFIX/libexec/xscreensaver,
+// however it was called, and the bundle among the shared data of that prefix or of the one it was built for.
 std::string findBundle() {
     std::error_code error;
     const fs::path folder = fs::read_symlink("/proc/self/exe", error).parent_path();
