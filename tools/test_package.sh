@@ -1,9 +1,8 @@
 #!/usr/bin/env bash
 # Builds the Debian package, looks it over, and installs, runs and removes it in a bare Debian 12 of its own, which
-# takes root, the network and some minutes. MIRROR names another Debian mirror.
+# takes root, the network and some minutes. MIRROR names a Debian mirror in place of debootstrap's own.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-mirror=${MIRROR-}
 host_folder=usr/libexec/xscreensaver
 
 if ((EUID != 0)); then
@@ -78,7 +77,7 @@ check_options() {
 }
 
 make_bare() {
-    quietly debootstrap --variant=minbase bookworm "$bare" "$mirror"
+    quietly debootstrap --variant=minbase bookworm "$bare" ${MIRROR:+"$MIRROR"}
     cp /etc/resolv.conf "$bare/etc/resolv.conf"
     echo 'APT::Sandbox::User "root";' >"$bare/etc/apt/apt.conf.d/99root"
     quietly inside apt-get update
