@@ -11,7 +11,7 @@ inline bool showsMap(const Picture& picture, const TestDisplay::Area& area) {
            isMap(picture.at(area.left, bottom)) && isMap(picture.at(right, bottom));
 }
 
-// Every pixel but the text's is as bright as the splash or brighter.
+// The splash leaves the corners of the part in its background.
 inline bool showsSplash(const Picture& picture, const TestDisplay::Area& area) {
     return isSplash(picture.at(area.left, area.top)) &&
            isSplash(picture.at(area.left + area.width - 1, area.top + area.height - 1));

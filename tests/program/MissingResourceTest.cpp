@@ -30,15 +30,20 @@ void removeResource(const Program& program, const std::string& name) {
     ASSERT_TRUE(fs::remove(program.path("Tellmar.saver/resources/" + name))) << name;
 }
 
+// In a host's window.
+void startWithoutTemplate(Program& program, TestDisplay& display) {
+    copyProgram(program);
+    removeResource(program, "map.html");
+    program.environment["XSCREENSAVER_WINDOW"] = std::to_string(display.createWindow(1280, 720));
+    program.start({"--demo"});
+}
+
 }  // namespace
 
 TEST(MissingResource, WithoutItsTemplateTheSaverReportsThatInTheHostsWindowAndEnds) {
     TestDisplay display;
     Program program(display);
-    copyProgram(program);
-    removeResource(program, "map.html");
-    program.environment["XSCREENSAVER_WINDOW"] = std::to_string(display.createWindow(1280, 720));
-    program.start({"--demo"});
+    startWithoutTemplate(program, display);
     ASSERT_TRUE(program.waitForLines("map.html"));
     EXPECT_THAT(contentsOf(program.path("error.log")), HasSubstr("map.html"));
     // White letters on the panel in the middle.
@@ -52,10 +57,7 @@ TEST(MissingResource, WithoutItsTemplateTheSaverReportsThatInTheHostsWindowAndEn
 TEST(MissingResource, ASignalEndsTheReport) {
     TestDisplay display;
     Program program(display);
-    copyProgram(program);
-    removeResource(program, "map.html");
-    program.environment["XSCREENSAVER_WINDOW"] = std::to_string(display.createWindow(1280, 720));
-    program.start({"--demo"});
+    startWithoutTemplate(program, display);
     EXPECT_TRUE(waitUntil([&] { return display.picture().count(320, 180, 960, 540, isNearWhite) > 200; }));
     program.signal(SIGTERM);
     EXPECT_EQ(0, program.waitForStatus());
