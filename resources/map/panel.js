@@ -1,6 +1,6 @@
 "use strict";
 
-// The panel with what is known of the quake, and the credit line.
+// The panel with what is known of the quake, and the credit lines.
 
 const CREDITS = {
   whole: "Sea floor: Natural Earth. Land relief: LINZ, CC BY 4.0. Coast: GSHHG. Faults: GEM, CC BY-SA 4.0. " +
@@ -30,7 +30,8 @@ function fillPanel(view, quake) {
   fillGauge(quake.depth);
   setText("#date", quake.date);
   setText("#meaning", meaningInWords(quake.magnitude, quake.depth));
-  setText("#credit", view.width < LEAST_WHOLE_CREDIT ? CREDITS.short : CREDITS.whole);
+  setText("#as-of", asOfInWords(window.TELLMAR_AS_OF));
+  setText("#sources", view.width < LEAST_WHOLE_CREDIT ? CREDITS.short : CREDITS.whole);
 }
 
 // The coordinates, unless they stand for the place already.

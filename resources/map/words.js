@@ -4,6 +4,8 @@
 
 const DIRECTIONS =
     ["north", "north-east", "east", "south-east", "south", "south-west", "west", "north-west"];
+const MONTHS = ["January", "February", "March", "April", "May", "June", "July", "August", "September", "October",
+  "November", "December"];
 const NEAR = 5;  // kilometres
 
 // Classes and effects after the earthquake magnitude scale of UPSeis (Michigan Tech), numbers a year after the
@@ -103,4 +105,15 @@ function degreesInWords(degrees, positive, negative) {
   const size = Math.abs(degrees).toFixed(2);
   const isOnTheLine = Number(size) === 0 || Number(size) === 180;
   return size + "°" + (isOnTheLine ? "" : " " + (degrees < 0 ? negative : positive));
+}
+
+// When the earthquakes were asked for, in the machine's zone, written like the page's other date. The time is
+// null while they are up to date.
+function asOfInWords(time) {
+  const date = new Date(time);
+  if (time === null || Number.isNaN(date.getTime())) {
+    return "";
+  }
+  const clock = [date.getHours(), date.getMinutes()].map(part => String(part).padStart(2, "0")).join(":");
+  return `Earthquakes as of ${date.getDate()}. ${MONTHS[date.getMonth()]} ${date.getFullYear()}, ${clock}`;
 }
