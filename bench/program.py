@@ -1,19 +1,24 @@
 #!/usr/bin/env python3
-"""Measures the running program on the sample feed, in a display of its own: start, pages, fades, rest and memory.
+"""Measures the running program on the sample feed, in a display of its own: start, pages, fades, rest and memory. The
+start is measured once more with the feed as an event service's answer that was kept.
 
 usage: bench/program.py PROGRAM [--size 1920x1080] [--ticks 200]
        bench/program.py PROGRAM --end 50    only how long the end takes, at so many moments of the display
 """
 import argparse
+import contextlib
 import ctypes
+import http.server
 import os
 import re
 import statistics
 import subprocess
+import tempfile
 import threading
 import time
 
 SPLASH = (153, 179, 204)  # the splash's background colour
+SAMPLE_FEED = os.path.join(os.path.dirname(__file__), "../resources/sample-feed.xml")
 
 
 class Display:
@@ -47,12 +52,12 @@ class Display:
 class Saver:
     """The program, and the times at which its verbose lines came."""
 
-    def __init__(self, program, display, *options):
+    def __init__(self, program, display, *options, source=("--demo",)):
         environment = dict(os.environ, DISPLAY=display.name)
         environment.pop("WAYLAND_DISPLAY", None)
         self.start = time.monotonic()
         self.process = subprocess.Popen(
-            [program, "--demo", "--verbose", "--fullscreen", *options], env=environment, stderr=subprocess.PIPE, text=True)
+            [program, "--verbose", "--fullscreen", *source, *options], env=environment, stderr=subprocess.PIPE, text=True)
         self.lines = []
         threading.Thread(target=self.read, daemon=True).start()
 
@@ -106,8 +111,35 @@ class Saver:
         return time.monotonic() - start
 
 
-def measure_start(program, display):
-    saver = Saver(program, display)
+class Service(http.server.BaseHTTPRequestHandler):
+    """An event service whose one answer is the sample feed."""
+
+    def do_GET(self):
+        self.send_response(200)
+        self.end_headers()
+        with open(SAMPLE_FEED, "rb") as feed:
+            self.wfile.write(feed.read())
+
+    def log_message(self, *_):
+        pass
+
+
+@contextlib.contextmanager
+def kept_answer(program):
+    """Options for a service whose answer is kept, and which cannot be had any more."""
+    with tempfile.TemporaryDirectory() as cache, http.server.HTTPServer(("127.0.0.1", 0), Service) as server:
+        os.environ["XDG_CACHE_HOME"] = cache
+        options = ["--service", f"http://127.0.0.1:{server.server_port}/"]
+        asking = subprocess.Popen([program, "--list", *options], stdout=subprocess.PIPE)
+        server.handle_request()
+        asking.communicate()
+        server.server_close()
+        yield options
+        del os.environ["XDG_CACHE_HOME"]
+
+
+def measure_start(program, display, source=("--demo",)):
+    saver = Saver(program, display, source=source)
     while display.pixel(5, 5) != SPLASH:
         time.sleep(0.002)
     splash = time.monotonic() - saver.start
@@ -156,6 +188,11 @@ def measure_end(program, display, runs):
     return times
 
 
+def tell_starts(title, starts):
+    for name, values in zip(("splash painted after", "both pages complete after", "ended after"), zip(*starts)):
+        print(f"{title}: {name} median {statistics.median(values):.2f} s, worst {max(values):.2f} s (5 runs)", flush=True)
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("program")
@@ -169,9 +206,9 @@ def main():
         times = measure_end(options.program, display, options.end)
         print(f"end: median {statistics.median(times):.0f} ms, worst {max(times):.0f} ms ({len(times)} runs)")
         return display.close()
-    starts = [measure_start(options.program, display) for _ in range(6)][1:]
-    for name, values in zip(("splash painted after", "both pages complete after", "ended after"), zip(*starts)):
-        print(f"{name}: median {statistics.median(values):.2f} s, worst {max(values):.2f} s (5 runs)", flush=True)
+    tell_starts("sample feed", [measure_start(options.program, display) for _ in range(6)][1:])
+    with kept_answer(options.program) as source:
+        tell_starts("kept answer", [measure_start(options.program, display, source) for _ in range(6)][1:])
     print(f"at rest: {measure_rest(options.program, display):.2f} s of processor time in 10 s", flush=True)
     rates = measure_fades(options.program, display)
     print(f"fades: median {statistics.median(rates):.0f} frames a second, worst {min(rates):.0f}", flush=True)
