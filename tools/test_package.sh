@@ -48,11 +48,9 @@ check_files() {
         fail "The man page has faults."
 }
 
-# mate-screensaver lists each entry of the category whose program lies in one of its folders; Xfce's takes the
-# settings from the XML of the same name.
+# Xfce's screen saver takes the settings from the XML of the same name as the saver's entry.
 check_hosts_files() {
     local entry=$work/files/usr/share/applications/screensavers/tellmar.desktop
-    grep -qx 'Categories=Screensaver;' "$entry" || fail "The saver's entry has not the category."
     grep -qx "Exec=/$host_folder/tellmar --root" "$entry" || fail "The saver's entry starts something else."
     [[ -x $work/files/$host_folder/tellmar ]] || fail "The program is not in the hosts' folder."
     python3 - "$work/files/usr/share/xscreensaver/config/tellmar.xml" <<'PYTHON' || fail "XScreenSaver's XML is wrong."
@@ -128,6 +126,15 @@ check_run() {
         kill $! && wait $!' || { cat "$bare/home/visitor/trace" >&2; fail "The saver does not run."; }
 }
 
+check_listing() {
+    quietly inside apt-get install -y --no-install-recommends \
+        mate-screensaver dbus-daemon at-spi2-core gir1.2-atspi-2.0 python3-gi
+    cp tools/dialog_names.py "$bare/home/visitor/"
+    quietly as_visitor dbus-run-session -- sh -c '
+        GSETTINGS_BACKEND=memory mate-screensaver-preferences 2>/dev/null &
+        python3 ~/dialog_names.py Tellmar'
+}
+
 # What other packages own too is none of its own.
 check_removal() {
     inside dpkg-query --listfiles tellmar >"$work/owned"
@@ -157,6 +164,8 @@ step "registration"
 check_registration
 step "a run"
 check_run
+step "mate-screensaver's dialog"
+check_listing
 step "removal"
 check_removal
 echo "The package passes."
