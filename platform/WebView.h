@@ -38,7 +38,7 @@ class WebView : public View {
     // Sends the page the event "viewshown" when it has come to the screen.
     void fadeEnded(bool isVisible) override;
 
-    struct Backing;  // the desktop's side
+    class Backing;  // the desktop's side
     Backing& backing() { return *mBacking; }
 
   private:

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <webkit2/webkit2.h>
+
+#include <string>
+
+#include "platform/WebView.h"
+#include "platform/linux/desktop/Handles.h"
+
+namespace platform {
+
+// A WebKit view in a window off the screen, from which its owner takes its picture: so one window can show
+// several, under, over and blended with other views.
+class WebView::Backing {
+  public:
+    explicit Backing(WebView& owner);
+    ~Backing();
+    Backing(const Backing&) = delete;
+    Backing& operator=(const Backing&) = delete;
+
+    void resize(const Size& size);
+    void setScrolls(bool scrolls);
+    // Starts to load the page as if it came from that address.
+    void load(std::string page, std::string url);
+    void setVisible(bool isVisible);
+    void draw(cairo_t* cairo) { gtk_widget_draw(GTK_WIDGET(mWeb), cairo); }
+
+  private:
+    void configure();
+    void connectSignals();
+    void load();
+    void loadChanged(WebKitLoadEvent event);
+    void waitForPicture();
+    void pictureIsThere();
+    gboolean decidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
+    void processEnded();
+    void damaged();
+
+    WebView& mView;
+    GtkWidget* mWindow;   // owned
+    WebKitWebView* mWeb;  // owned by mWindow
+    std::string mPage, mURL;
+    gint64 mLoadStart = 0;  // microseconds
+    int mRestarts = 0;
+    guint mRestartTimer = 0;
+    bool mIsVisible = false;           // when the last fade ended
+    ObjectRef<GCancellable> mWaiting;  // for the picture of a page; null when none is expected
+};
+
+}  // namespace platform
