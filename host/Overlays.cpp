@@ -11,6 +11,7 @@
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -102,6 +103,8 @@ class Overlays {
     static void uncover(Overlays* self, GdkMonitor* monitor) {
         const auto found = self->mProcesses.find(monitor);
         if (found != self->mProcesses.end()) end(found->second);
+        self->mProcesses.erase(monitor);
+        self->mFinished.erase(monitor);
         self->mRestarts = 0;
     }
 
@@ -115,12 +118,16 @@ class Overlays {
     // find its monitor, is missed.
     static void forget(GPid ended, gint status, gpointer overlays) {
         auto* self = static_cast<Overlays*>(overlays);
-        std::erase_if(self->mProcesses, [ended](const auto& each) { return each.second == ended; });
-        g_timeout_add_seconds(kSecondsToHearOfMonitors, status == 0 ? endIfUncovered : coverAnew, self);
+        const auto found = std::find_if(self->mProcesses.begin(), self->mProcesses.end(),
+                                        [ended](const auto& each) { return each.second == ended; });
+        if (found == self->mProcesses.end()) return;
+        if (status == 0) self->mFinished.insert(found->first);
+        self->mProcesses.erase(found);
+        g_timeout_add_seconds(kSecondsToHearOfMonitors, status == 0 ? endIfFinished : coverAnew, self);
     }
 
-    static gboolean endIfUncovered(gpointer self) {
-        if (!static_cast<Overlays*>(self)->uncovered().empty()) RunLoop::stop();
+    static gboolean endIfFinished(gpointer self) {
+        if (!static_cast<Overlays*>(self)->mFinished.empty()) RunLoop::stop();
         return G_SOURCE_REMOVE;
     }
 
@@ -137,8 +144,10 @@ class Overlays {
         return found;
     }
 
-    std::map<GdkMonitor*, pid_t> mProcesses;  // the monitors only as names
-    int mRestarts = 0;                        // since a monitor went
+    // The monitors only as names, and only those that are there.
+    std::map<GdkMonitor*, pid_t> mProcesses;
+    std::set<GdkMonitor*> mFinished;
+    int mRestarts = 0;  // since a monitor went
 };
 
 }  // namespace
