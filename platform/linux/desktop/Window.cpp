@@ -37,6 +37,7 @@ void coverMonitor(GtkWindow* window) {
     gtk_window_set_default_size(window, area.width, area.height);
     gtk_window_move(window, area.x, area.y);
     gtk_window_fullscreen(window);
+    gtk_window_set_decorated(window, FALSE);  // not every compositor tells it that it fills the screen
 }
 
 void tellFadeEnded(View& view, bool isVisible) {
