@@ -51,7 +51,10 @@ std::vector<std::string> ownArguments() {
 }
 
 // A process that covers a monitor must not outlive the first one.
-void followParent(gpointer) { prctl(PR_SET_PDEATHSIG, SIGTERM); }
+void followParent(gpointer parent) {
+    prctl(PR_SET_PDEATHSIG, SIGTERM);
+    if (getppid() != GPOINTER_TO_INT(parent)) _exit(1);
+}
 
 // The process for the monitor of this name; 0 when none can be started.
 pid_t startOverlay(const std::string& monitor) {
@@ -67,7 +70,7 @@ pid_t startOverlay(const std::string& monitor) {
     pointers.insert(pointers.begin(), const_cast<char*>("/proc/self/exe"));
     g_spawn_async(nullptr, pointers.data(), environment,
                   static_cast<GSpawnFlags>(G_SPAWN_DO_NOT_REAP_CHILD | G_SPAWN_FILE_AND_ARGV_ZERO),
-                  followParent, nullptr, &process, &error);
+                  followParent, GINT_TO_POINTER(getpid()), &process, &error);
     g_strfreev(environment);
     if (error) std::fprintf(stderr, "tellmar: %s\n", error->message);
     g_clear_error(&error);
