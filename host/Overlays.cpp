@@ -23,8 +23,8 @@ namespace {
 
 // Names the monitor to the process that covers it.
 constexpr char kVariable[] = "TELLMAR_MONITOR";
-// A process may end because its monitor goes, before the first process hears of that: later it has.
-constexpr guint kSecondsToHearOfMonitors = 1;
+// A process may end because its monitor goes, before the first process hears of that: by then it has.
+constexpr guint kSecondsToRetry = 1;
 constexpr int kMostRestarts = 10;  // what ends again and again will not stay
 
 // In the order of their coming, which is the same for every process.
@@ -97,10 +97,12 @@ class Overlays {
 
   private:
     static void cover(Overlays* self, GdkMonitor* monitor) {
-        const pid_t process = startOverlay(nameOf(monitor));
-        if (process == 0) return;
-        self->mProcesses[monitor] = process;
-        g_child_watch_add(process, forget, self);
+        if (const pid_t process = startOverlay(nameOf(monitor))) {
+            self->mProcesses[monitor] = process;
+            g_child_watch_add(process, forget, self);
+        } else {
+            g_timeout_add_seconds(kSecondsToRetry, coverAnew, self);
+        }
     }
 
     static void uncover(Overlays* self, GdkMonitor* monitor) {
@@ -126,7 +128,7 @@ class Overlays {
         if (found == self->mProcesses.end()) return;
         if (status == 0) self->mFinished.insert(found->first);
         self->mProcesses.erase(found);
-        g_timeout_add_seconds(kSecondsToHearOfMonitors, status == 0 ? endIfFinished : coverAnew, self);
+        g_timeout_add_seconds(kSecondsToRetry, status == 0 ? endIfFinished : coverAnew, self);
     }
 
     static gboolean endIfFinished(gpointer self) {

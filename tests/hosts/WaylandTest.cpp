@@ -51,6 +51,7 @@ class Wayland : public testing::Test {
     void expectNothingLeft() const {
         EXPECT_TRUE(waitUntil([this] { return processes().empty() && mSession.remains().empty(); }))
             << mSession.log();
+        EXPECT_TRUE(waitUntil([this] { return !showsMap(mDisplay.picture(), kMonitor); }));
     }
 
     TestDisplay mDisplay{1024, 768};
