@@ -4,12 +4,14 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -19,17 +21,26 @@ using platform::RunLoop;
 
 namespace {
 
-// Names the monitor to the process that covers it: its number among the display's. Every process counts
-// monitors in the order of their coming; their places may change while they come.
+// Names the monitor to the process that covers it.
 constexpr char kVariable[] = "TELLMAR_MONITOR";
+// A process may end because its monitor goes, before the first process hears of that: by then it has.
+constexpr guint kSecondsToRetry = 1;
+constexpr int kMostRestarts = 10;  // what ends again and again will not stay
 
-std::string numberOf(GdkMonitor* monitor) {
-    GdkDisplay* display = gdk_monitor_get_display(monitor);
-    int number = 0;
-    while (number < gdk_display_get_n_monitors(display) &&
-           gdk_display_get_monitor(display, number) != monitor)
-        ++number;
-    return std::to_string(number);
+// In the order of their coming, which is the same for every process.
+std::vector<GdkMonitor*> monitors() {
+    GdkDisplay* display = gdk_display_get_default();
+    std::vector<GdkMonitor*> all;
+    for (int i = 0; i < gdk_display_get_n_monitors(display); ++i)
+        all.push_back(gdk_display_get_monitor(display, i));
+    return all;
+}
+
+// The monitor's number of how many: a name from before another one came or went fits none.
+std::string nameOf(GdkMonitor* monitor) {
+    const auto all = monitors();
+    const auto number = std::find(all.begin(), all.end(), monitor) - all.begin();
+    return std::to_string(number) + " of " + std::to_string(all.size());
 }
 
 std::vector<std::string> ownArguments() {
@@ -40,9 +51,12 @@ std::vector<std::string> ownArguments() {
 }
 
 // A process that covers a monitor must not outlive the first one.
-void followParent(gpointer) { prctl(PR_SET_PDEATHSIG, SIGTERM); }
+void followParent(gpointer parent) {
+    prctl(PR_SET_PDEATHSIG, SIGTERM);
+    if (getppid() != GPOINTER_TO_INT(parent)) _exit(1);
+}
 
-// The process for the monitor of this number; 0 when none can be started.
+// The process for the monitor of this name; 0 when none can be started.
 pid_t startOverlay(const std::string& monitor) {
     std::vector<std::string> arguments = ownArguments();
     std::vector<char*> pointers;
@@ -56,7 +70,7 @@ pid_t startOverlay(const std::string& monitor) {
     pointers.insert(pointers.begin(), const_cast<char*>("/proc/self/exe"));
     g_spawn_async(nullptr, pointers.data(), environment,
                   static_cast<GSpawnFlags>(G_SPAWN_DO_NOT_REAP_CHILD | G_SPAWN_FILE_AND_ARGV_ZERO),
-                  followParent, nullptr, &process, &error);
+                  followParent, GINT_TO_POINTER(getpid()), &process, &error);
     g_strfreev(environment);
     if (error) std::fprintf(stderr, "tellmar: %s\n", error->message);
     g_clear_error(&error);
@@ -70,13 +84,12 @@ class Overlays {
         GdkDisplay* display = gdk_display_get_default();
         g_signal_connect_swapped(display, "monitor-added", G_CALLBACK(cover), this);
         g_signal_connect_swapped(display, "monitor-removed", G_CALLBACK(uncover), this);
-        for (int i = 0; i < gdk_display_get_n_monitors(display); ++i)
-            cover(this, gdk_display_get_monitor(display, i));
+        for (GdkMonitor* monitor : monitors()) cover(this, monitor);
     }
 
     ~Overlays() {
         g_signal_handlers_disconnect_by_data(gdk_display_get_default(), this);
-        for (const auto& [monitor, process] : mProcesses) kill(process, SIGTERM);
+        for (const auto& [monitor, process] : mProcesses) end(process);
         for (const auto& [monitor, process] : mProcesses) waitpid(process, nullptr, 0);
     }
     Overlays(const Overlays&) = delete;
@@ -84,34 +97,62 @@ class Overlays {
 
   private:
     static void cover(Overlays* self, GdkMonitor* monitor) {
-        const pid_t process = startOverlay(numberOf(monitor));
-        if (process == 0) return;
-        self->mProcesses[monitor] = process;
-        g_child_watch_add(
-            process,
-            [](GPid ended, gint, gpointer overlays) { static_cast<Overlays*>(overlays)->forget(ended); },
-            self);
+        if (const pid_t process = startOverlay(nameOf(monitor))) {
+            self->mProcesses[monitor] = process;
+            g_child_watch_add(process, forget, self);
+        } else {
+            g_timeout_add_seconds(kSecondsToRetry, coverAnew, self);
+        }
     }
 
     static void uncover(Overlays* self, GdkMonitor* monitor) {
         const auto found = self->mProcesses.find(monitor);
-        if (found != self->mProcesses.end()) kill(found->second, SIGTERM);
+        if (found != self->mProcesses.end()) end(found->second);
+        self->mProcesses.erase(monitor);
+        self->mFinished.erase(monitor);
+        self->mRestarts = 0;
     }
 
-    // One whose monitor has gone ends as well, maybe before this process hears of that. But when none is left
-    // although there are monitors, there is nothing to wait for.
-    void forget(pid_t ended) {
-        std::erase_if(mProcesses, [ended](const auto& each) { return each.second == ended; });
-        if (mProcesses.empty()) g_timeout_add_seconds(1, endWithoutOverlays, this);
+    // Also one that is stopped.
+    static void end(pid_t process) {
+        kill(process, SIGTERM);
+        kill(process, SIGCONT);
     }
 
-    static gboolean endWithoutOverlays(gpointer self) {
-        const bool isNeeded = gdk_display_get_n_monitors(gdk_display_get_default()) > 0;
-        if (static_cast<Overlays*>(self)->mProcesses.empty() && isNeeded) RunLoop::stop();
+    // A process that has ended in order was asked to, or has told the user why. One that crashed, or did not
+    // find its monitor, is missed.
+    static void forget(GPid ended, gint status, gpointer overlays) {
+        auto* self = static_cast<Overlays*>(overlays);
+        const auto found = std::find_if(self->mProcesses.begin(), self->mProcesses.end(),
+                                        [ended](const auto& each) { return each.second == ended; });
+        if (found == self->mProcesses.end()) return;
+        if (status == 0) self->mFinished.insert(found->first);
+        self->mProcesses.erase(found);
+        g_timeout_add_seconds(kSecondsToRetry, status == 0 ? endIfFinished : coverAnew, self);
+    }
+
+    static gboolean endIfFinished(gpointer self) {
+        if (!static_cast<Overlays*>(self)->mFinished.empty()) RunLoop::stop();
         return G_SOURCE_REMOVE;
     }
 
-    std::map<GdkMonitor*, pid_t> mProcesses;  // the monitors only as names
+    static gboolean coverAnew(gpointer overlays) {
+        auto* self = static_cast<Overlays*>(overlays);
+        if (++self->mRestarts > kMostRestarts) RunLoop::stop();
+        for (GdkMonitor* monitor : self->uncovered()) cover(self, monitor);
+        return G_SOURCE_REMOVE;
+    }
+
+    std::vector<GdkMonitor*> uncovered() const {
+        auto found = monitors();
+        std::erase_if(found, [this](GdkMonitor* monitor) { return mProcesses.contains(monitor); });
+        return found;
+    }
+
+    // The monitors only as names, and only those that are there.
+    std::map<GdkMonitor*, pid_t> mProcesses;
+    std::set<GdkMonitor*> mFinished;
+    int mRestarts = 0;  // since a monitor went
 };
 
 }  // namespace
@@ -125,8 +166,11 @@ int runOverlays() {
 bool isOverlay() { return std::getenv(kVariable) != nullptr; }
 
 GdkMonitor* overlayMonitor() {
-    const char* number = std::getenv(kVariable);
-    return number ? gdk_display_get_monitor(gdk_display_get_default(), std::atoi(number)) : nullptr;
+    const char* name = std::getenv(kVariable);
+    const auto all = monitors();
+    const auto found =
+        std::find_if(all.begin(), all.end(), [name](auto each) { return nameOf(each) == name; });
+    return found == all.end() ? nullptr : *found;
 }
 
 void endOverlays() {

@@ -8,10 +8,10 @@
 // Runs the first process until a signal or a user's input, which reaches one of the others, ends all of them.
 int runOverlays();
 
-// The monitor that this process, one of the others, is to cover; null in any other process, and when the
-// monitor has gone meanwhile.
-GdkMonitor* overlayMonitor();
+// Whether this process is one of the others.
 bool isOverlay();
+// The monitor that it is to cover; null when monitors have come or gone since it was started.
+GdkMonitor* overlayMonitor();
 
 // Tells the first process of the user's input.
 void endOverlays();

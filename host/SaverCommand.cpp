@@ -1,6 +1,7 @@
 #include "host/SaverCommand.h"
 
 #include <gtk/gtk.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 
 #include <cerrno>
@@ -48,8 +49,9 @@ void beNice() {
     if (errno == 0 && now < kNiceness) setpriority(PRIO_PROCESS, 0, kNiceness);
 }
 
-// Null, and no error, when the monitor has gone already.
+// Null when monitors have come or gone meanwhile.
 std::unique_ptr<Window> openOverlay() {
+    prctl(PR_SET_NAME, "tellmar");  // it was started through a link of another name
     GdkMonitor* monitor = overlayMonitor();
     return monitor ? Window::cover(monitor, endOverlays) : nullptr;
 }

@@ -17,7 +17,8 @@ run_packages=(
 )
 test_packages=(
     python3 x11-utils clang-format clang-tidy
-    xscreensaver mate-screensaver dbus-daemon sway xserver-xorg-core xserver-xorg-video-dummy
+    xscreensaver mate-screensaver dbus-daemon sway swayidle cage xwayland
+    xserver-xorg-core xserver-xorg-video-dummy
 )
 package_packages=(dpkg-dev debhelper fakeroot)
 package_test_packages=(lintian debootstrap appstream desktop-file-utils)

@@ -21,6 +21,12 @@ constexpr unsigned long kPinkPixel = 0xFFFF00FF;
 // A window that ends between two requests must not end the test.
 int ignoreError(::Display*, XErrorEvent*) { return 0; }
 
+// As a window manager does; clients do without what no name is known for.
+void makeNamesKnown(::Display* connection) {
+    for (const char* name : {"WM_PROTOCOLS", "WM_DELETE_WINDOW", "_NET_WM_NAME", "UTF8_STRING"})
+        XInternAtom(connection, name, False);
+}
+
 std::string firstLine(const std::string& path) {
     std::ifstream file(path);
     std::string line;
@@ -59,6 +65,7 @@ TestDisplay::TestDisplay(const std::vector<std::string>& server) {
     XSetErrorHandler(ignoreError);
     mConnection = XOpenDisplay(mName.c_str());
     if (!mConnection) std::abort();
+    makeNamesKnown(mConnection);
 }
 
 TestDisplay::~TestDisplay() { XCloseDisplay(mConnection); }
@@ -165,5 +172,16 @@ void TestDisplay::press(const std::string& key) {
     const unsigned code = XKeysymToKeycode(mConnection, XStringToKeysym(key.c_str()));
     XTestFakeKeyEvent(mConnection, code, True, CurrentTime);
     XTestFakeKeyEvent(mConnection, code, False, CurrentTime);
+    XSync(mConnection, False);
+}
+
+void TestDisplay::movePointer(int x, int y) {
+    XTestFakeMotionEvent(mConnection, DefaultScreen(mConnection), x, y, CurrentTime);
+    XSync(mConnection, False);
+}
+
+void TestDisplay::click() {
+    XTestFakeButtonEvent(mConnection, 1, True, CurrentTime);
+    XTestFakeButtonEvent(mConnection, 1, False, CurrentTime);
     XSync(mConnection, False);
 }

@@ -44,6 +44,8 @@ class TestDisplay {
     void close(Window window);
     // Presses and releases a key by its X name, such as "Return".
     void press(const std::string& key);
+    void movePointer(int x, int y);
+    void click();
 
   protected:
     _XDisplay* connection() const { return mConnection; }

@@ -45,10 +45,10 @@ void standardAlert(AlertType type, const std::string& rawText, const std::string
     std::fprintf(stderr, "tellmar: %s\n%s", text.c_str(), explanation.c_str());
     if (!gdk_display_get_default()) return;
     Window* window = Window::current();
-    if (window && window->isEmbedded())
-        window->showNotice(text, explanation, kNoticeSeconds);
-    else
+    if (!window || window->takesDialogs())
         showDialog(type, text, explanation);
+    else
+        window->showNotice(text, explanation, kNoticeSeconds);
 }
 
 void beep() {

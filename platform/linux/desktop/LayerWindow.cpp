@@ -14,15 +14,20 @@ constexpr double kRealMove = 5;  // pixels; what is less comes from a table that
 
 using Action = void (*)();
 
-bool hasMoved(const GdkEventMotion& motion) {
-    static const double startX = motion.x_root, startY = motion.y_root;
-    return std::hypot(motion.x_root - startX, motion.y_root - startY) >= kRealMove;
+// From where the pointer came to lie on the window.
+bool hasMoved(const GdkEvent* event) {
+    static double startX, startY;
+    double x = 0, y = 0;
+    gdk_event_get_coords(event, &x, &y);
+    if (event->type == GDK_ENTER_NOTIFY) startX = x, startY = y;
+    return std::hypot(x - startX, y - startY) >= kRealMove;
 }
 
 gboolean passOn(GtkWidget*, GdkEvent* event, gpointer action) {
     switch (event->type) {
+        case GDK_ENTER_NOTIFY:
         case GDK_MOTION_NOTIFY:
-            if (!hasMoved(event->motion)) return FALSE;
+            if (!hasMoved(event)) return FALSE;
             [[fallthrough]];
         case GDK_KEY_PRESS:
         case GDK_BUTTON_PRESS:
@@ -53,7 +58,7 @@ void coverAsLayer(GtkWindow* window, GdkMonitor* monitor) {
 
 void onAnyInput(GtkWidget* window, void (*action)()) {
     gtk_widget_add_events(window, GDK_KEY_PRESS_MASK | GDK_BUTTON_PRESS_MASK | GDK_SCROLL_MASK |
-                                      GDK_TOUCH_MASK | GDK_POINTER_MOTION_MASK);
+                                      GDK_TOUCH_MASK | GDK_ENTER_NOTIFY_MASK | GDK_POINTER_MOTION_MASK);
     g_signal_connect(window, "event", G_CALLBACK(passOn), reinterpret_cast<gpointer>(action));
 }
 

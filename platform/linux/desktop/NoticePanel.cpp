@@ -22,7 +22,8 @@ ObjectRef<PangoLayout> makeLayout(cairo_t* cairo, const Size& area, const std::s
     pango_layout_set_width(layout.get(),
                            static_cast<int>(std::max(area.width * 0.8 - 2 * kPadding, 40.0)) * PANGO_SCALE);
     pango_layout_set_wrap(layout.get(), PANGO_WRAP_WORD_CHAR);
-    pango_layout_set_text(layout.get(), text.c_str(), -1);
+    const auto visible = text.find_last_not_of('\n') + 1;
+    pango_layout_set_text(layout.get(), text.c_str(), static_cast<int>(visible));
     return layout;
 }
 

@@ -37,6 +37,7 @@ void coverMonitor(GtkWindow* window) {
     gtk_window_set_default_size(window, area.width, area.height);
     gtk_window_move(window, area.x, area.y);
     gtk_window_fullscreen(window);
+    gtk_window_set_decorated(window, FALSE);  // not every compositor tells it that it fills the screen
 }
 
 void tellFadeEnded(View& view, bool isVisible) {
@@ -55,7 +56,7 @@ std::unique_ptr<Window> Window::open(const Size& size, bool fullscreen) {
     if (fullscreen) coverMonitor(GTK_WINDOW(topLevel));
     g_signal_connect(topLevel, "key-press-event", G_CALLBACK(quitOnKey), nullptr);
 
-    std::unique_ptr<Window> window(new Window(topLevel, false));
+    std::unique_ptr<Window> window(new Window(topLevel, true));
     gtk_widget_show_all(topLevel);
     if (fullscreen) hideCursor(topLevel);
     window->waitUntilShown();
@@ -80,15 +81,15 @@ std::unique_ptr<Window> Window::embed(unsigned long hostWindow) {
         std::fprintf(stderr, "tellmar: there is no window 0x%lx\n", hostWindow);
         return nullptr;
     }
-    std::unique_ptr<Window> window(new Window(gtk_window_new(GTK_WINDOW_POPUP), true));
+    std::unique_ptr<Window> window(new Window(gtk_window_new(GTK_WINDOW_POPUP), false));
     window->fillHost(host.get());
     window->mHost = std::move(host);
     window->waitUntilShown();
     return window;
 }
 
-Window::Window(GtkWidget* topLevel, bool isEmbedded)
-    : mTopLevel(topLevel), mArea(gtk_drawing_area_new()), mIsEmbedded(isEmbedded) {
+Window::Window(GtkWidget* topLevel, bool takesDialogs)
+    : mTopLevel(topLevel), mArea(gtk_drawing_area_new()), mTakesDialogs(takesDialogs) {
     gtk_container_add(GTK_CONTAINER(mTopLevel), mArea);
     connectSignals();
     currentWindow = this;

@@ -30,7 +30,9 @@ class Window {
     static Window* current();
 
     Size size() const;
-    bool isEmbedded() const { return mIsEmbedded; }
+    bool isEmbedded() const { return mHost != nullptr; }
+    // Whether a dialog can lie above it and be answered.
+    bool takesDialogs() const { return mTakesDialogs; }
     // Smaller than half its monitor both ways: a host's settings dialog shows such a window.
     bool isThumbnail() const;
 
@@ -48,13 +50,13 @@ class Window {
     // up.
     void crossFade(double seconds, const std::function<void()>& applyChange);
 
-    // A panel with both texts, drawn over everything, for a while: for windows that no input reaches.
+    // A panel with both texts, drawn over everything, for a while: for windows that take no dialogs.
     void showNotice(const std::string& text, const std::string& explanation, double seconds);
 
     GtkWindow* gtkWindow() { return GTK_WINDOW(mTopLevel); }
 
   private:
-    Window(GtkWidget* topLevel, bool isEmbedded);
+    Window(GtkWidget* topLevel, bool takesDialogs);
     void connectSignals();
     void fillHost(GdkWindow* host);
     void waitUntilShown();
@@ -67,7 +69,7 @@ class Window {
     GtkWidget* mTopLevel;  // owned, destroyed with this
     GtkWidget* mArea;      // owned by mTopLevel
     ObjectRef<GdkWindow> mHost;
-    bool mIsEmbedded;
+    bool mTakesDialogs;
     bool mIsPainted = false;
     std::unique_ptr<ScreenSaverView> mRoot;
     std::function<void()> mResizeHandler;
