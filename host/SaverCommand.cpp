@@ -115,6 +115,7 @@ int runSaver(const Options& options) {
         return runOverlays();
     std::unique_ptr<Window> window = openWindow(options);
     if (!window) return 1;
+    if (RunLoop::isStopping()) return 0;  // a host that has changed its mind waits for the end
     Saver saver(std::move(window), options);
     if (!saver.start()) return 1;
     RunLoop::run();
