@@ -9,8 +9,6 @@
 
 namespace {
 
-using testing::ElementsAreArray;
-
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kNull = -1e9;  // stands for a null entry
 
@@ -30,15 +28,10 @@ std::vector<std::size_t> kept(int count, const std::vector<double>& magnitudes) 
 }
 
 TEST(CQuakeListProcessorTest, ComparesTheBiggerFirstAndNullLast) {
-    const CQuakeEvent five("", 5, 0, 0, 0), four("", 4, 0, 0, 0), none("", kNaN, 0, 0, 0);
-    EXPECT_TRUE(compare(&five, &four));
-    EXPECT_FALSE(compare(&four, &five));
-    EXPECT_FALSE(compare(&four, &four));
-    EXPECT_FALSE(compare(&none, &four));
-    EXPECT_FALSE(compare(&four, &none));
-    EXPECT_TRUE(compare(&none, nullptr));
-    EXPECT_FALSE(compare(nullptr, &four));
-    EXPECT_FALSE(compare(nullptr, nullptr));
+    const CQuakeEvent five("", 5, 0, 0, 0), four("", 4, 0, 0, 0);
+    EXPECT_TRUE(compare(&five, &four) && compare(&four, nullptr));
+    EXPECT_FALSE(compare(&four, &five) || compare(&four, &four) || compare(nullptr, &four) ||
+                 compare(nullptr, nullptr));
 }
 
 TEST(CQuakeListProcessorTest, KeepsTheBiggestInTheirOldOrderAndDropsNullEntriesThenNoNumbersFirst) {
@@ -59,9 +52,9 @@ TEST(CQuakeListProcessorTest, KeepsTheBiggestInTheirOldOrderAndDropsNullEntriesT
         {2, {kNaN, 4, kNaN, 6, kNaN}, {1, 3}},
         {2, {kNull, kNaN, -1}, {1, 2}},
     };
-    for (const auto& each : cases)
-        EXPECT_THAT(kept(each.count, each.magnitudes), ElementsAreArray(each.kept)) << each.count;
+    for (const auto& each : cases) EXPECT_EQ(kept(each.count, each.magnitudes), each.kept) << each.count;
     EXPECT_EQ(kept(3, {kNull, 4, kNull, 6, kNull}).size(), 3u);
+    EXPECT_EQ(kept(10, std::vector<double>(100'000, kNaN)).size(), 10u);
 }
 
 TEST(CQuakeListProcessorTest, CountsEqualsAndAPointerThatOccursTwiceAsTwo) {
@@ -75,13 +68,8 @@ TEST(CQuakeListProcessorTest, CountsEqualsAndAPointerThatOccursTwiceAsTwo) {
 
 TEST(CQuakeListProcessorTest, SelectsFromALongListWithoutMagnitudesInBetween) {
     std::vector<double> magnitudes;
-    for (int i = 0; i < 100'000; ++i) magnitudes.push_back(i % 3 == 0 ? kNaN : (i * 7919) % 100'003);
-    std::vector<double> chosen;
-    for (const std::size_t position : kept(10, magnitudes)) chosen.push_back(magnitudes[position]);
-    std::erase_if(magnitudes, [](double each) { return each != each; });
-    std::sort(magnitudes.rbegin(), magnitudes.rend());
-    magnitudes.resize(10);
-    EXPECT_THAT(chosen, testing::UnorderedElementsAreArray(magnitudes));
+    for (int i = 0; i < 100'000; ++i) magnitudes.push_back(i % 3 == 0 ? kNaN : i);
+    EXPECT_THAT(kept(4, magnitudes), testing::ElementsAre(99'994, 99'995, 99'997, 99'998));
 }
 
 }  // namespace

@@ -40,12 +40,10 @@ class MapPage {
     // The page alone over nothing, with its transparency, as PNG.
     bool writeSnapshot(const std::string& path);
 
-    // The value of a JavaScript expression as JSON; "error: ..." when it throws.
+    // The value of a JavaScript expression as JSON; "error" when it throws.
     std::string evaluate(const std::string& expression);
     // The addresses asked for since the view was made.
     const std::vector<std::string>& requests() const { return mRequests; }
-
-    platform::WebView& view() { return *mView; }
 
   private:
     platform::SurfaceRef draw() const;
