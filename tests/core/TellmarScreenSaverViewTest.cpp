@@ -8,7 +8,7 @@
 namespace {
 
 using platform::Rect, platform::View;
-using standins::desktop, standins::Drawing;
+using standins::desktop, standins::Drawing, standins::Fade;
 using testing::ElementsAre, testing::HasSubstr, testing::IsEmpty, testing::SizeIs;
 using Mode = TellmarScreenSaverView::Mode;
 
@@ -55,18 +55,6 @@ class TellmarScreenSaverViewTest : public standins::Test {
         return views;
     }
 
-    void expectFade(std::size_t number, View* in, View* out, double duration) {
-        ASSERT_GT(desktop.fades.size(), number);
-        const auto& [views, seconds] = desktop.fades[number];
-        ASSERT_THAT(views, SizeIs(2));
-        EXPECT_EQ(views[0].target, in);
-        EXPECT_EQ(views[0].effect, platform::NSViewAnimationFadeInEffect);
-        EXPECT_EQ(views[1].target, out);
-        EXPECT_EQ(views[1].effect, platform::NSViewAnimationFadeOutEffect);
-        for (const auto& each : views) EXPECT_EQ(each.endFrame, kBounds);
-        EXPECT_EQ(seconds, duration);
-    }
-
     platform::Canvas mCanvas{std::make_unique<platform::Canvas::Backing>()};
     TellmarScreenSaverView mView;
 };
@@ -106,28 +94,27 @@ TEST_F(TellmarScreenSaverViewTest, HoldsTheSplashUntilTheSecondTickThatFindsBCom
     tick();
     EXPECT_EQ(mView.mode(), Mode::Cycling);
     EXPECT_THAT(visible(), ElementsAre(quakeViewB()));
-    EXPECT_THAT(desktop.fades, SizeIs(1));
-    expectFade(0, quakeViewB(), splash(), 1.0);
+    EXPECT_THAT(desktop.fades, ElementsAre(Fade{quakeViewB(), splash(), 1.0}));
     for (View* each : {quakeViewA(), quakeViewB()}) EXPECT_THAT(loadsOf(each), SizeIs(2));
 }
 
 TEST_F(TellmarScreenSaverViewTest, SwapsAtEveryTickAndLoadsIntoTheViewThatWentOutOfSight) {
     startCycling();
-    for (std::size_t swap = 1; swap <= 3; ++swap) {
-        View *const in = swap % 2 ? quakeViewA() : quakeViewB(), *const out =
-                                                                     swap % 2 ? quakeViewB() : quakeViewA();
+    View *const a = quakeViewA(), *const b = quakeViewB();
+    for (View* const shown : {a, b, a}) {
         tick();
-        EXPECT_THAT(visible(), ElementsAre(in));
-        expectFade(swap, in, out, platform::ViewAnimation::kDefaultDuration);
-        EXPECT_TRUE(loadsOf(out).back().superviewWasHidden);
+        EXPECT_THAT(visible(), ElementsAre(shown));
+        EXPECT_TRUE(loadsOf(shown == a ? b : a).back().superviewWasHidden);
+        EXPECT_EQ(shown->frame(), kBounds);
     }
-    EXPECT_THAT(desktop.fades, SizeIs(4));
-    const auto &ofA = loadsOf(quakeViewA()), &ofB = loadsOf(quakeViewB());
-    ASSERT_THAT(ofA, SizeIs(2));
-    ASSERT_THAT(ofB, SizeIs(3));
-    EXPECT_THAT(ofB[1].page, HasSubstr("(1.000, "));
-    EXPECT_THAT(ofA[1].page, HasSubstr("(0.000, "));
-    EXPECT_THAT(ofB[2].page, HasSubstr("(3.000, "));
+    constexpr double kUsual = platform::ViewAnimation::kDefaultDuration;
+    EXPECT_THAT(desktop.fades, ElementsAre(Fade{b, splash(), 1.0}, Fade{a, b, kUsual}, Fade{b, a, kUsual},
+                                           Fade{a, b, kUsual}));
+    ASSERT_THAT(loadsOf(a), SizeIs(2));
+    ASSERT_THAT(loadsOf(b), SizeIs(3));
+    EXPECT_THAT(loadsOf(b)[1].page, HasSubstr("(1.000, "));
+    EXPECT_THAT(loadsOf(a)[1].page, HasSubstr("(0.000, "));
+    EXPECT_THAT(loadsOf(b)[2].page, HasSubstr("(3.000, "));
 }
 
 TEST_F(TellmarScreenSaverViewTest, EndsTheLastFadeBeforeTheNextAndGoesOnAfterAStop) {

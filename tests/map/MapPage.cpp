@@ -3,6 +3,7 @@
 #include <webkit2/webkit2.h>
 
 #include <cstdint>
+#include <cstdlib>
 #include <utility>
 
 #include "mappages/MapsPageWriter.h"
@@ -76,6 +77,14 @@ struct Awaited {
 
 }  // namespace
 
+void MapPage::useDisplay(const std::string& name) {
+    setenv("DISPLAY", name.c_str(), 1);
+    setenv("GDK_BACKEND", "x11", 1);
+    setenv("NO_AT_BRIDGE", "1", 1);
+    setenv("WEBKIT_DISABLE_DMABUF_RENDERER", "1", 1);
+    gtk_init(nullptr, nullptr);
+}
+
 MapPage::MapPage(const platform::Size& screen) : mView(std::make_unique<platform::WebView>()) {
     mView->initWithFrame({-kOverhang, 0, screen.width + kOverhang, screen.height + kOverhang}, "", "");
     mView->setAllowsScrolling(false);
@@ -139,10 +148,6 @@ SurfaceRef MapPage::draw() const {
 
 Picture MapPage::pictureNow() const { return pictureOf(draw().get()); }
 
-bool MapPage::writePicture(const std::string& path) const {
-    return cairo_surface_write_to_png(mSurface.get(), path.c_str()) == CAIRO_STATUS_SUCCESS;
-}
-
 bool MapPage::writeSnapshot(const std::string& path) {
     Awaited<SurfaceRef> snapshot;
     webkit_web_view_get_snapshot(
@@ -152,8 +157,8 @@ bool MapPage::writeSnapshot(const std::string& path) {
                 SurfaceRef(webkit_web_view_get_snapshot_finish(WEBKIT_WEB_VIEW(web), async, nullptr)));
         },
         &snapshot);
-    mSurface = snapshot.wait();
-    return mSurface && writePicture(path);
+    const SurfaceRef surface = snapshot.wait();
+    return surface && cairo_surface_write_to_png(surface.get(), path.c_str()) == CAIRO_STATUS_SUCCESS;
 }
 
 std::string MapPage::evaluate(const std::string& expression) {

@@ -33,18 +33,6 @@ TEST_F(DisplayCycle, TheSplashFillsTheWindowWithItsTextAtTheUpperLeft) {
     EXPECT_LT(1000, splash.count(340, 160, 940, 560, [](const Color& color) { return !isSplash(color); }));
 }
 
-TEST_F(DisplayCycle, TheVerboseTraceTellsOfFetchPagesTicksAndFades) {
-    program.start({"--demo", "--verbose", "--speed", "30"});
-    ASSERT_TRUE(program.waitForLines("tellmar: fade: ", 2));
-    const std::string trace = program.errors();
-    const auto fetch = trace.find("tellmar: fetch "), page = trace.find("tellmar: page: loaded in "),
-               tick = trace.find("tellmar: tick 1\n"), fade = trace.find("tellmar: fade: ");
-    EXPECT_LT(fetch, page);
-    EXPECT_LT(page, fade);
-    EXPECT_LT(tick, fade);
-    EXPECT_EQ(1, program.countLines("tellmar: fetch "));
-}
-
 TEST_F(DisplayCycle, NoFrameOfAFadeHasAnUnpaintedOrAWhiteEdge) {
     program.start({"--demo", "--verbose", "--speed", "15"});
     ASSERT_TRUE(waitForCorners(isSplash));

@@ -28,7 +28,8 @@ class End : public ProgramTest {
 
 TEST_F(End, ASignalEndsTheSplash) {
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
-        Program ending(display);
+        const TestDisplay another;
+        Program ending(another);
         ending.start({"--demo", "--verbose"});
         ASSERT_TRUE(ending.waitForLines("page: loaded"));
         ASSERT_FALSE(ending.temporaryFolders().empty());
@@ -63,12 +64,13 @@ TEST_F(End, ASignalOrTheEndOfTheHostsWindowEndsAFetchThatHangs) {
 
 TEST_F(End, AKeyOrClosingEndsAWindowOfItsOwn) {
     for (const std::string key : {"Escape", "q", ""}) {
-        Program ending(display);
+        TestDisplay another;
+        Program ending(another);
         ending.start({"--demo", "--verbose"});
         ASSERT_TRUE(ending.waitForLines("page: loaded"));
-        const auto window = display.windowWithTitle("Tellmar");
-        display.focus(window);
-        key.empty() ? display.close(window) : display.press(key);
+        const auto window = another.windowWithTitle("Tellmar");
+        another.focus(window);
+        key.empty() ? another.close(window) : another.press(key);
         EXPECT_EQ(0, ending.waitForStatus()) << key;
     }
 }

@@ -45,11 +45,12 @@ TEST_F(HostWindow, ThePictureFillsAWindowOfAnotherDepthGivenByTheEnvironment) {
 
 TEST_F(HostWindow, TheProgramEndsWithItsWindowAtWhateverMoment) {
     for (const char* moment : {"fetch ", "page: loaded", "tick 2", "fade: ", "tick 3"}) {
-        Program ending(display);
-        const auto window = display.createWindow(1280, 720);
+        TestDisplay another;
+        Program ending(another);
+        const auto window = another.createWindow(1280, 720);
         ending.start({"--demo", "--verbose", "--speed", "20", "--window-id", hexadecimal(window)});
         EXPECT_TRUE(ending.waitForLines(moment)) << moment;
-        display.destroyWindow(window);
+        another.destroyWindow(window);
         EXPECT_EQ(0, ending.waitForStatus()) << moment << ending.errors();
         EXPECT_TRUE(ending.temporaryFolders().empty()) << moment;
     }

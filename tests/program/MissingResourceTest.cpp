@@ -74,24 +74,16 @@ TEST_F(MissingResource, WithoutPicturesTheSplashHasItsBackgroundAndItsTexts) {
     EXPECT_EQ(640 * 360, splash.count(320, 180, 960, 540, isSplash));
 }
 
-TEST_F(MissingResource, WithoutItsPictureThePreviewHasItsText) {
-    removeResource("google_maps_nz_pre.png");
-    program.start({"--demo", "--preview", "--verbose"});
-    EXPECT_TRUE(program.waitForLines("page: loaded"));
-    // Over the splash, whose own text begins lower.
-    EXPECT_TRUE(
-        waitForPicture([](const Picture& picture) { return picture.count(5, 2, 565, 9, isDark) > 20; }));
-}
-
 TEST_F(MissingResource, AFolderThatCannotBeHadKeepsNoMapAway) {
     for (const char* name : {"HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR", "TMPDIR"}) {
         program.environment[name] = program.path("missing");
-        Program lacking(display);
+        const TestDisplay another;
+        Program lacking(another);
         std::ofstream(lacking.path("file")) << "in the way";
         lacking.environment[name] = lacking.path("file/folder");
         lacking.start({"--demo", "--verbose", "--speed", "50"});
         EXPECT_TRUE(lacking.waitForLines("fade: ", 2)) << name << lacking.errors();
-        EXPECT_TRUE(isMap(display.picture().at(0, 0))) << name;
+        EXPECT_TRUE(isMap(another.picture().at(0, 0))) << name;
     }
     program.start({"--demo", "--verbose", "--speed", "50"});
     EXPECT_TRUE(program.waitForLines("fade: ", 2)) << program.errors();

@@ -9,7 +9,7 @@
 #include "tests/program/TestDisplay.h"
 #include "tests/program/Waiting.h"
 
-// The program on a display of its own.
+// The program on a display of its own; a second one on the same display would find what the first left there.
 class ProgramTest : public testing::Test {
   protected:
     // Waits until the screen's picture satisfies the condition.

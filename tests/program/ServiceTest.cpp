@@ -57,11 +57,4 @@ TEST_F(Service, AnAnswerIsKeptInTheUsersCacheUnlessThatIsOff) {
     EXPECT_EQ(server.requestCount(), 3);
 }
 
-TEST_F(Service, AServiceThatIsNoURLIsAComplaint) {
-    for (const std::string address : {"quakes", "ftp://127.0.0.1/", "https://"}) {
-        EXPECT_EQ(2, program.run({"--list", "--service", address}));
-        EXPECT_THAT(program.errors(), HasSubstr("not " + address + "\n"));
-    }
-}
-
 }  // namespace

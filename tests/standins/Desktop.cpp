@@ -151,9 +151,13 @@ void ViewAnimation::setAnimationBlockingMode(int) {}
 void ViewAnimation::setDuration(double seconds) { mDuration = seconds; }
 
 void ViewAnimation::startAnimation() {
-    desktop.fades.push_back({mDescriptions, mDuration});
-    for (const auto& each : mDescriptions)
-        each.target->setHidden(each.effect == NSViewAnimationFadeOutEffect);
+    standins::Fade fade{.seconds = mDuration};
+    for (const auto& [view, endFrame, effect] : mDescriptions) {
+        (effect == NSViewAnimationFadeInEffect ? fade.in : fade.out) = view;
+        view->setHidden(effect == NSViewAnimationFadeOutEffect);
+        view->setFrame(endFrame);
+    }
+    desktop.fades.push_back(fade);
 }
 
 void ViewAnimation::stopAnimation() { ++desktop.fadesStopped; }

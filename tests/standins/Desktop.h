@@ -65,10 +65,12 @@ struct Drawing {
     bool operator==(const Drawing&) const = default;
 };
 
-// It is over, and has hidden or shown its views, when its start returns.
+// It is over, and has hidden and shown its views, when its start returns.
 struct Fade {
-    std::vector<platform::ViewAnimationDescription> views;
-    double duration;
+    platform::View *in = nullptr, *out = nullptr;
+    double seconds;
+
+    bool operator==(const Fade&) const = default;
 };
 
 // All that the core sees of a desktop, and what it has done there.

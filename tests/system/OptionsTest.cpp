@@ -46,6 +46,8 @@ TEST(Options, AValueThatIsNoneIsNamedAndChangesNothing) {
         EXPECT_FALSE(options.hostWindow) << window;
         EXPECT_EQ(1U, options.complaints.size()) << window;
     }
+    for (const std::string address : {"quakes", "ftp://127.0.0.1/", "https://"})
+        EXPECT_THAT(parse({"--service", address}).complaints, ElementsAre(EndsWith("not " + address)));
     for (const char* option : {"--speed", "--feed", "--window-id"})
         EXPECT_THAT(parse({option}).complaints, ElementsAre(HasSubstr(option))) << option;
 }
