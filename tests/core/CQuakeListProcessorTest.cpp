@@ -35,24 +35,16 @@ TEST(CQuakeListProcessorTest, ComparesTheBiggerFirstAndNullLast) {
 }
 
 TEST(CQuakeListProcessorTest, KeepsTheBiggestInTheirOldOrderAndDropsNullEntriesThenNoNumbersFirst) {
+    using Positions = std::vector<std::size_t>;
     const std::vector<double> twelve{5.1, 4.0, 6.2, 5.0, 7.8, 4.1, 5.9, 6.0, 4.2, 4.3, 6.6, 4.9};
-    const struct {
-        int count;
-        std::vector<double> magnitudes;
-        std::vector<std::size_t> kept;
-    } cases[] = {
-        {10, twelve, {0, 2, 3, 4, 6, 7, 8, 9, 10, 11}},
-        {1, twelve, {4}},
-        {3, {4, 6, 5}, {0, 1, 2}},
-        {10, {4, 6, 5}, {0, 1, 2}},
-        {10, {}, {}},
-        {0, {4, 5}, {}},
-        {-3, {4, 5}, {}},
-        {2, {kNull, 4, kNull, 6, kNull}, {1, 3}},
-        {2, {kNaN, 4, kNaN, 6, kNaN}, {1, 3}},
-        {2, {kNull, kNaN, -1}, {1, 2}},
-    };
-    for (const auto& each : cases) EXPECT_EQ(kept(each.count, each.magnitudes), each.kept) << each.count;
+    EXPECT_EQ(kept(10, twelve), (Positions{0, 2, 3, 4, 6, 7, 8, 9, 10, 11}));
+    EXPECT_EQ(kept(1, twelve), (Positions{4}));
+    for (const int count : {3, 10}) EXPECT_EQ(kept(count, {4, 6, 5}), (Positions{0, 1, 2}));
+    for (const int count : {0, -3}) EXPECT_EQ(kept(count, {4, 5}), Positions{});
+    EXPECT_EQ(kept(10, {}), Positions{});
+    EXPECT_EQ(kept(2, {kNull, 4, kNull, 6, kNull}), (Positions{1, 3}));
+    EXPECT_EQ(kept(2, {kNaN, 4, kNaN, 6, kNaN}), (Positions{1, 3}));
+    EXPECT_EQ(kept(2, {kNull, kNaN, -1}), (Positions{1, 2}));
     EXPECT_EQ(kept(3, {kNull, 4, kNull, 6, kNull}).size(), 3u);
     EXPECT_EQ(kept(10, std::vector<double>(100'000, kNaN)).size(), 10u);
 }

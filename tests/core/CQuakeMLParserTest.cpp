@@ -34,28 +34,19 @@ TEST_F(CQuakeMLParserTest, AsksOnceForTheLastEightDays) {
 }
 
 TEST_F(CQuakeMLParserTest, CountsDaysOnTheLocalCalendar) {
-    const std::string newZealand = desktop.zone;
-    const struct {
-        std::time_t now;
-        std::string zone;
-        int days;
-        std::string range;
-    } cases[] = {
-        // 2010-01-04T23:00:00Z, noon of the next day in New Zealand
-        {1262646000, newZealand, 8, "startDate=2009-12-28&endDate=2010-01-05"},
-        {1262646000, "UTC0", 0, "startDate=2010-01-04&endDate=2010-01-04"},
-        // in a leap year
-        {1204545600, "UTC0", 8, "startDate=2008-02-24&endDate=2008-03-03"},
-        // 2009-10-04T00:05+1300; eight days before, clocks stood at +1200
-        {1254567900, newZealand, 8, "startDate=2009-09-26&endDate=2009-10-04"},
-    };
-    for (const auto& each : cases) {
-        desktop.now = each.now;
-        desktop.zone = each.zone;
+    const auto range = [](std::time_t now, int days) {
+        desktop.now = now;
         char buffer[256];
-        CQuakeMLParser().GetDateRange(each.days, buffer);
-        EXPECT_EQ(buffer, each.range);
-    }
+        CQuakeMLParser().GetDateRange(days, buffer);
+        return std::string(buffer);
+    };
+    // 2010-01-04T23:00:00Z, noon of the next day in New Zealand
+    EXPECT_EQ(range(1262646000, 8), "startDate=2009-12-28&endDate=2010-01-05");
+    // 2009-10-04T00:05+1300; eight days before, clocks stood at +1200
+    EXPECT_EQ(range(1254567900, 8), "startDate=2009-09-26&endDate=2009-10-04");
+    desktop.zone = "UTC0";
+    EXPECT_EQ(range(1262646000, 0), "startDate=2010-01-04&endDate=2010-01-04");
+    EXPECT_EQ(range(1204545600, 8), "startDate=2008-02-24&endDate=2008-03-03");  // in a leap year
 }
 
 TEST_F(CQuakeMLParserTest, ReadsAWholeAnswerInItsOrder) {
@@ -107,7 +98,8 @@ TEST_F(CQuakeMLParserTest, FindsNothingInAnAnswerOfAnotherShape) {
     for (const std::string& answer :
          {std::string(), std::string("<!DOCTYPE html><html><body>503<br></body></html>"),
           std::string("<quakeml/>"), std::string("<quakeml>eventParameters</quakeml>"),
-          "<quakeml>" + event + "</quakeml>", "<quakeml><eventParameters>" + event,
+          "<feed><eventParameters>" + event + "</eventParameters></feed>", "<quakeml>" + event + "</quakeml>",
+          "<quakeml><eventParameters>" + event,
           "<q:quakeml xmlns:q=\"urn:q\"><eventParameters>" + event + "</eventParameters></q:quakeml>",
           feedOf("event<Event/><events/><!-- <event/> -->")})
         EXPECT_THAT(parse(answer), IsEmpty()) << answer;

@@ -71,16 +71,7 @@ TEST_F(EventAnswerTest, AnEventReachesTheParserInItsOwnUnitsWithoutItsPicks) {
 }
 
 TEST_F(EventAnswerTest, TheDocumentIsTheSameHoweverItsBytesComeAndNothingWhereTheyEndEarly) {
-    const std::string expected =
-        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-        "<quakeml xmlns=\"http://quakeml.org/xmlns/quakeml/1.0\"><eventParameters>\n"
-        "<event publicID=\"smi:e\"><type>earthquake</type><origin publicID=\"smi:o1\">"
-        "<time><value>2016-11-13T11:02:56.345Z</value></time><latitude><value>-42.69</value></latitude>"
-        "<longitude><value>173.02</value></longitude><depth><value>15.1155</value></depth></origin>"
-        "<magnitude publicID=\"smi:m1\"><mag><value>7.8</value></mag></magnitude></event>\n"
-        "</eventParameters></quakeml>\n";
-    for (const std::size_t piece : {std::size_t(1), kWhole.size()})
-        EXPECT_EQ(translate(kWhole, piece).document, expected);
+    EXPECT_EQ(translate(kWhole, 1).document, translate(kWhole, kWhole.size()).document);
     for (const std::size_t size : {kWhole.size() - 1, kWhole.find("</event>") + 8, kWhole.size() / 2}) {
         const Translation cut = translate(kWhole.substr(0, size));
         EXPECT_FALSE(cut.isGood) << size;
@@ -126,21 +117,16 @@ TEST_F(EventAnswerTest, TheTypeIsPassedOnAsItIs) {
 }
 
 TEST_F(EventAnswerTest, DepthBecomesKilometresWhereItIsANumber) {
-    const std::pair<const char*, const char*> cases[] = {{"8164.0625", ", 8.1640625 km"},
-                                                         {"-1500", ", -1.5 km"},
-                                                         {" +5.0E3\n", ", 5 km"},
-                                                         {"0", ", 0 km"},
-                                                         {"", ", 0 km"},
-                                                         {"deep", ", 0 km"},
-                                                         {"12 km", ", 0 km"},
-                                                         {"1,5", ", 0 km"},
-                                                         {"NaN", ", 0 km"},
-                                                         {"INF", ", 0 km"},
-                                                         {"1e999", ", 0 km"},
-                                                         {"0x10", ", 0 km"}};
-    for (const auto& [text, kilometres] : cases)
-        EXPECT_THAT(quake(kType + originOf("o", "1", "<depth>" + valueOf(text) + "</depth>") + kMagnitude),
-                    testing::EndsWith(kilometres));
+    const auto inKilometres = [](const std::string& depth) {
+        const std::string all =
+            quake(kType + originOf("o", "1", "<depth>" + valueOf(depth) + "</depth>") + kMagnitude);
+        return all.substr(all.rfind(", ") + 2);
+    };
+    EXPECT_EQ(inKilometres("8164.0625"), "8.1640625 km");
+    EXPECT_EQ(inKilometres("-1500"), "-1.5 km");
+    EXPECT_EQ(inKilometres(" +5.0E3\n"), "5 km");
+    for (const char* none : {"0", "", "deep", "12 km", "1,5", "NaN", "INF", "1e999", "0x10"})
+        EXPECT_EQ(inKilometres(none), "0 km") << none;
 }
 
 TEST_F(EventAnswerTest, WhatAnEventLacksStaysMissing) {

@@ -47,27 +47,18 @@ TEST_F(OrvStrTest, ReplacingOnceOverTheTextEqualsSearchingFromItsStart) {
 }
 
 TEST_F(OrvStrTest, ReplacingMayIgnoreCase) {
-    const struct {
-        const char *text, *find, *replace;
-        bool ignoreCase;
-        Replaced result;
-    } cases[] = {
-        {"x&y&z", "&", "&amp;", false, {1, "x&amp;y&z"}},
-        {"plain", "", "x", false, {0, "plain"}},
-        {"Say ABC", "abc", "-", false, {0, "Say ABC"}},
-        {"Say ABC, Abc!", "abc", "Xyz", true, {2, "Say Xyz, Xyz!"}},
-        {"Say abc", "ABC", "-", true, {1, "Say -"}},
-        // The inserted text is compared as it stands: "B" is no match for the lower-cased pattern.
-        {"b-b", "b", "B", true, {2, "B-B"}},
-    };
-    for (const auto& each : cases)
-        EXPECT_EQ(replaced(each.text, each.find, each.replace, each.ignoreCase), each.result) << each.text;
+    EXPECT_EQ(replaced("plain", "", "x"), Replaced(0, "plain"));
+    EXPECT_EQ(replaced("Say ABC", "abc", "-"), Replaced(0, "Say ABC"));
+    EXPECT_EQ(replaced("Say ABC, Abc!", "abc", "Xyz", true), Replaced(2, "Say Xyz, Xyz!"));
+    EXPECT_EQ(replaced("Say abc", "ABC", "-", true), Replaced(1, "Say -"));
+    // The inserted text is compared as it stands: "B" is no match for the lower-cased pattern.
+    EXPECT_EQ(replaced("b-b", "b", "B", true), Replaced(2, "B-B"));
     EXPECT_EQ(OrvStr::ReplaceStrings(nullptr, "a", "b", false), 0);
 }
 
 TEST_F(OrvStrTest, TextAlreadyInTheEncodingIsItsOwnStorageAndOtherIsConverted) {
-    const std::string ascii(3000, 'a'), accented = "T\xC5\xABpuna" + ascii,
-                                        longest = repeated("\xC3\xA9", 1023);
+    const std::string ascii(3000, 'a'), accented = "T\xC5\xABpuna" + ascii;
+    const std::string longest = repeated("\xC3\xA9", 1023);
     EXPECT_EQ(OrvStr::GetCStrFromCFStr(ascii, kCFStringEncodingMacRoman), ascii.c_str());
     EXPECT_EQ(OrvStr::GetCStrFromCFStr(accented, kCFStringEncodingUTF8), accented.c_str());
     // Wherever the accent stands among the bytes that are looked at together.
