@@ -63,6 +63,7 @@ TEST_F(OrvStrTest, TextAlreadyInTheEncodingIsItsOwnStorageAndOtherIsConverted) {
     EXPECT_EQ(OrvStr::GetCStrFromCFStr(accented, kCFStringEncodingUTF8), accented.c_str());
     // Wherever the accent stands among the bytes that are looked at together.
     EXPECT_STREQ(OrvStr::GetCStrFromCFStr("aaaaaaaa\xC3\xA9", kCFStringEncodingMacRoman), "aaaaaaaa\x8E");
+    EXPECT_STREQ(OrvStr::GetCStrFromCFStr("\xC3\xA9llo llo", kCFStringEncodingMacRoman), "\x8Ello llo");
     EXPECT_EQ(OrvStr::GetCStrFromCFStr(longest, kCFStringEncodingMacRoman), std::string(1023, '\x8E'));
     for (const std::string& text : {longest + "\xC3\xA9", std::string("T\xC5\xABpuna"), std::string("\xFF")})
         EXPECT_EQ(OrvStr::GetCStrFromCFStr(text, kCFStringEncodingMacRoman), nullptr) << text;

@@ -81,6 +81,7 @@ TEST_P(BadFeedTest, LeavesTheSplashOrAMapOnTheScreen) {
     prepare(server);
     const std::string feed = address.empty() ? server.url() : address;
     program.start({"--fullscreen", "--verbose", "--speed", "50", "--feed", feed});
+    ASSERT_TRUE(program.waitForLines("fetch ")) << program.errors();
     ASSERT_TRUE(program.waitForLines(hasQuake ? "fade: " : "tick ", 4)) << program.errors();
     EXPECT_TRUE(waitForCorners(hasQuake ? isMap : isSplash));
     EXPECT_EQ(hasQuake, program.countLines("page: loaded") > 0);
