@@ -47,6 +47,8 @@ class MapPage {
     // The addresses asked for since the view was made.
     const std::vector<std::string>& requests() const { return mRequests; }
 
+    platform::WebView& view() { return *mView; }
+
   private:
     platform::SurfaceRef draw() const;
 
