@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "support/Text.h"
+
 namespace {
 
 constexpr std::string_view kProgram = "tellmar";
@@ -18,12 +20,6 @@ struct Span {
 
 std::string_view part(std::string_view text, Span span) {
     return text.substr(span.begin, span.end - span.begin);
-}
-
-std::string_view trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(kBlanks);
-    if (first == text.npos) return {};
-    return text.substr(first, text.find_last_not_of(kBlanks) + 1 - first);
 }
 
 // Each without the end of its last line.
@@ -43,7 +39,7 @@ std::vector<Span> entriesOf(std::string_view text) {
 }
 
 bool isNamed(std::string_view entry, std::string_view name) {
-    const std::string_view key = trimmed(entry.substr(0, entry.find(':')));
+    const std::string_view key = trimmed(entry.substr(0, entry.find(':')), kBlanks);
     const auto same = [](char a, char b) { return (a >= 'A' && a <= 'Z' ? a + ('a' - 'A') : a) == b; };
     return entry.find(':') != entry.npos &&
            std::equal(key.begin(), key.end(), name.begin(), name.end(), same);
@@ -82,11 +78,11 @@ std::string joined(std::string_view program) {
         else if (++i < program.size() && program[i] != '\n' && program[i] != 'n')
             line += program[i];
     }
-    return std::string(trimmed(line));
+    return std::string(trimmed(line, kBlanks));
 }
 
 void skip(std::string_view& line, std::size_t count) {
-    line = trimmed(line.substr(std::min(count, line.size())));
+    line = trimmed(line.substr(std::min(count, line.size())), kBlanks);
 }
 
 // The form of a line: [-] [VISUAL:] ["TITLE"] COMMAND; the dash switches it off.

@@ -38,7 +38,6 @@ class ViewAnimation {
 
   private:
     std::vector<ViewAnimationDescription> mDescriptions;
-    int mBlockingMode = NSAnimationBlocking;
     double mDuration = kDefaultDuration;
 };
 

@@ -4,17 +4,11 @@
 #include <cmath>
 
 #include "service/EventTime.h"
+#include "support/Text.h"
 
 namespace {
 
-constexpr char kSpace[] = " \t\r\n";
 constexpr double kMetresPerKilometre = 1000;
-
-std::string_view trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(kSpace);
-    if (first == text.npos) return {};
-    return text.substr(first, text.find_last_not_of(kSpace) - first + 1);
-}
 
 std::string escaped(std::string_view text) {
     std::string result;

@@ -14,6 +14,7 @@
 #include "support/CErr.h"
 #include "support/HFSUniStr255.h"
 #include "support/PascalString.h"
+#include "support/Text.h"
 
 namespace {
 
@@ -29,19 +30,6 @@ bool isBlank(char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; 
 std::string lowered(std::string text) {
     OrvStr::strlwr(text.data());
     return text;
-}
-
-// Eight bytes at a time: texts asked for in Mac Roman are nearly always ASCII.
-bool isASCII(std::string_view text) {
-    constexpr std::uint64_t kHighBits = 0x8080808080808080;
-    std::size_t i = 0;
-    for (; i + sizeof(std::uint64_t) <= text.size(); i += sizeof(std::uint64_t)) {
-        std::uint64_t bytes;
-        std::memcpy(&bytes, text.data() + i, sizeof bytes);
-        if ((bytes & kHighBits) != 0) return false;
-    }
-    return std::all_of(text.begin() + i, text.end(),
-                       [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
 // Whether pattern starts before the end of the inserted text at the end of done and ends in it or in rest. It

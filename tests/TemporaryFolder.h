@@ -2,6 +2,9 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
 #include <system_error>
 
 // A new folder that is the current one, and is gone, with all in it, at the end of the test.
@@ -26,3 +29,14 @@ class TemporaryFolder {
   private:
     std::filesystem::path mPrevious, mPath;
 };
+
+// All of a file; empty where there is none.
+inline std::string contentsOf(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// How many there are, folders counted.
+inline int filesIn(const std::string& folder = ".") {
+    return static_cast<int>(std::distance(std::filesystem::directory_iterator(folder), {}));
+}

@@ -1,16 +1,12 @@
 #include "xml/CXMLNode.h"
 
-#include <algorithm>
 #include <cstring>
 #include <string_view>
 
 #include "support/CErr.h"
+#include "support/Text.h"
 
 namespace {
-
-bool IsASCII(std::string_view text) {
-    return std::none_of(text.begin(), text.end(), [](unsigned char byte) { return byte > 0x7F; });
-}
 
 // The start of a UTF-8 text, at most room bytes of it, never half a character.
 std::string_view WholeCharacters(std::string_view text, std::size_t room) {
@@ -47,6 +43,6 @@ void CXMLNode::SetNode(CFXMLNodeRef node, const char* location) {
 std::optional<std::string> CXMLNode::CreateString(const char* text, CFStringEncoding encoding) {
     if (!text) return std::nullopt;
     // ASCII is the same in every encoding of C strings.
-    if (IsASCII(text)) return text;
+    if (isASCII(text)) return text;
     return platform::convertText(text, encoding, kCFStringEncodingUTF8);
 }

@@ -37,30 +37,24 @@ TEST(CXMLTreeNodeTest, ChildrenAreFoundByKeyInTheirOrder) {
     EXPECT_THAT(children, ElementsAre(first, nullptr, second, text));
 }
 
-TEST(CXMLTreeNodeTest, TheEndOfANodeIsTheEndOfAllBelowItFirstChildFirst) {
+TEST(CXMLTreeNodeTest, TheEndOfANodeIsTheEndOfAllBelowItFirstChildFirstHoweverDeep) {
     std::vector<std::string> ended;
-    {
-        ToldElement root("root", ended);
-        auto* a = new ToldElement("a", ended);
-        a->AddChild(new ToldElement("a1", ended));
-        a->AddChild(new ToldElement("a2", ended));
-        root.AddChild(a);
-        root.AddChild(nullptr);
-        root.AddChild(new ToldElement("b", ended));
-    }
-    EXPECT_THAT(ended, ElementsAre("root", "a", "a1", "a2", "b"));
-}
-
-TEST(CXMLTreeNodeTest, ADeepTreeEndsWithoutADeepStack) {
-    auto* root = newElement("root");
-    CXMLTreeNode* last = root;
+    auto* const root = new ToldElement("root", ended);
+    auto* const a = new ToldElement("a", ended);
+    a->AddChild(new ToldElement("a1", ended));
+    a->AddChild(new ToldElement("a2", ended));
+    for (CXMLNode* child : {static_cast<CXMLNode*>(a), static_cast<CXMLNode*>(nullptr)})
+        root->AddChild(child);
+    CXMLTreeNode* last = new ToldElement("b", ended);
+    root->AddChild(last);
     for (int depth = 0; depth < 100'000; ++depth) {
-        auto* child = newElement("a");
+        auto* child = newElement("deep");
         last->AddChild(child);
         last->GetTree()->AppendChild(child->GetTree());
         last = child;
     }
     delete root;
+    EXPECT_THAT(ended, ElementsAre("root", "a", "a1", "a2", "b"));
 }
 
 }  // namespace

@@ -4,23 +4,20 @@
 
 #include <string>
 
-namespace {
-
-TEST(EventTimeTest, EveryPrecisionBecomesMilliseconds) {
-    EXPECT_EQ(eventTimeInUTC("2011-02-21T23:51:42.34Z"), "2011-02-21T23:51:42.340Z");
-    EXPECT_EQ(eventTimeInUTC("2011-02-21T23:51:42Z"), "2011-02-21T23:51:42.000Z");
-    EXPECT_EQ(eventTimeInUTC("2011-02-21T23:51:42.9999999Z"), "2011-02-21T23:51:42.999Z");
-    EXPECT_EQ(eventTimeInUTC("2011-02-21T23:51:42.5"), "2011-02-21T23:51:42.500Z");
-    EXPECT_EQ(eventTimeInUTC("2011-02-21T23:51:42.Z"), "2011-02-21T23:51:42.000Z");
-}
-
-TEST(EventTimeTest, EveryZoneBecomesUTC) {
-    EXPECT_EQ(eventTimeInUTC("2016-11-14T00:02:56"), "2016-11-14T00:02:56.000Z");
-    EXPECT_EQ(eventTimeInUTC("2016-11-14T00:02:56+13:00"), "2016-11-13T11:02:56.000Z");
-    EXPECT_EQ(eventTimeInUTC("2015-12-31T23:30:00.25-03:30"), "2016-01-01T03:00:00.250Z");
-    EXPECT_EQ(eventTimeInUTC("2016-03-01T01:00:00+0200"), "2016-02-29T23:00:00.000Z");
-    EXPECT_EQ(eventTimeInUTC("2016-03-01T01:00:00-02"), "2016-03-01T03:00:00.000Z");
-    EXPECT_EQ(eventTimeInUTC("2016-12-31T23:59:60Z"), "2017-01-01T00:00:00.000Z");
+TEST(EventTimeTest, EveryPrecisionBecomesMillisecondsAndEveryZoneUTC) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"2011-02-21T23:51:42.34Z", "2011-02-21T23:51:42.340Z"},
+        {"2011-02-21T23:51:42.9999999Z", "2011-02-21T23:51:42.999Z"},
+        {"2011-02-21T23:51:42.5", "2011-02-21T23:51:42.500Z"},
+        {"2011-02-21T23:51:42.Z", "2011-02-21T23:51:42.000Z"},
+        {"2016-11-14T00:02:56", "2016-11-14T00:02:56.000Z"},
+        {"2016-11-14T00:02:56+13:00", "2016-11-13T11:02:56.000Z"},
+        {"2015-12-31T23:30:00.25-03:30", "2016-01-01T03:00:00.250Z"},
+        {"2016-03-01T01:00:00+0200", "2016-02-29T23:00:00.000Z"},
+        {"2016-03-01T01:00:00-02", "2016-03-01T03:00:00.000Z"},
+        {"2016-12-31T23:59:60Z", "2017-01-01T00:00:00.000Z"},
+    };
+    for (const auto& [text, time] : cases) EXPECT_EQ(eventTimeInUTC(text), time);
 }
 
 TEST(EventTimeTest, WhatIsNoTimeStaysAsItIs) {
@@ -31,5 +28,3 @@ TEST(EventTimeTest, WhatIsNoTimeStaysAsItIs) {
           "2016-11-13T11:02:56Z and more", "-016-11-13T11:02:56Z"})
         EXPECT_EQ(eventTimeInUTC(text), text);
 }
-
-}  // namespace

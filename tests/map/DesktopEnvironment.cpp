@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
-#include <gtk/gtk.h>
 
 #include <cstdlib>
 #include <memory>
 
+#include "tests/map/MapPage.h"
 #include "tests/program/TestDisplay.h"
 
 namespace {
@@ -12,13 +12,9 @@ namespace {
 class DesktopEnvironment : public testing::Environment {
   public:
     void SetUp() override {
-        mDisplay = std::make_unique<TestDisplay>(1920, 1080);
-        setenv("DISPLAY", mDisplay->name().c_str(), 1);
-        setenv("GDK_BACKEND", "x11", 1);
-        setenv("NO_AT_BRIDGE", "1", 1);
         setenv("TZ", "UTC", 1);
-        setenv("WEBKIT_DISABLE_DMABUF_RENDERER", "1", 1);
-        ASSERT_TRUE(gtk_init_check(nullptr, nullptr));
+        mDisplay = std::make_unique<TestDisplay>(1920, 1080);
+        MapPage::useDisplay(mDisplay->name());
     }
 
   private:

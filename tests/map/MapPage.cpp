@@ -2,7 +2,9 @@
 
 #include <webkit2/webkit2.h>
 
-#include <cstring>
+#include <cstdint>
+#include <cstdlib>
+#include <utility>
 
 #include "mappages/MapsPageWriter.h"
 #include "platform/NotificationCenter.h"
@@ -47,30 +49,41 @@ WebKitWebView* newestWebView() {
 }
 
 Picture pictureOf(cairo_surface_t* surface) {
-    Picture picture;
     cairo_surface_flush(surface);
-    picture.width = cairo_image_surface_get_width(surface);
-    picture.height = cairo_image_surface_get_height(surface);
-    picture.pixels.reserve(static_cast<std::size_t>(picture.width) *
-                           static_cast<std::size_t>(picture.height));
+    Picture picture{cairo_image_surface_get_width(surface), cairo_image_surface_get_height(surface), {}};
     for (int y = 0; y < picture.height; ++y) {
-        const unsigned char* row =
-            cairo_image_surface_get_data(surface) + y * cairo_image_surface_get_stride(surface);
-        for (int x = 0; x < picture.width; ++x) {
-            std::uint32_t pixel;
-            std::memcpy(&pixel, row + 4 * x, sizeof pixel);
-            picture.pixels.push_back(pixel & 0xFFFFFF);
-        }
+        const auto* row = reinterpret_cast<const std::uint32_t*>(cairo_image_surface_get_data(surface) +
+                                                                 y * cairo_image_surface_get_stride(surface));
+        for (int x = 0; x < picture.width; ++x) picture.pixels.push_back(row[x] & 0xFFFFFF);
     }
     return picture;
 }
 
-struct Answer {
+// What WebKit hands out later.
+template <typename Result>
+struct Awaited {
     bool isThere = false;
-    std::string text;
+    Result result;
+
+    void take(Result given) {
+        result = std::move(given);
+        isThere = true;
+    }
+    Result wait() {
+        waitUntil([this] { return isThere; });
+        return std::move(result);
+    }
 };
 
 }  // namespace
+
+void MapPage::useDisplay(const std::string& name) {
+    setenv("DISPLAY", name.c_str(), 1);
+    setenv("GDK_BACKEND", "x11", 1);
+    setenv("NO_AT_BRIDGE", "1", 1);
+    setenv("WEBKIT_DISABLE_DMABUF_RENDERER", "1", 1);
+    gtk_init(nullptr, nullptr);
+}
 
 MapPage::MapPage(const platform::Size& screen) : mView(std::make_unique<platform::WebView>()) {
     mView->initWithFrame({-kOverhang, 0, screen.width + kOverhang, screen.height + kOverhang}, "", "");
@@ -135,47 +148,31 @@ SurfaceRef MapPage::draw() const {
 
 Picture MapPage::pictureNow() const { return pictureOf(draw().get()); }
 
-bool MapPage::writePicture(const std::string& path) const {
-    return cairo_surface_write_to_png(mSurface.get(), path.c_str()) == CAIRO_STATUS_SUCCESS;
-}
-
 bool MapPage::writeSnapshot(const std::string& path) {
-    struct Result {
-        bool isThere = false;
-        SurfaceRef surface;
-    } result;
+    Awaited<SurfaceRef> snapshot;
     webkit_web_view_get_snapshot(
         mWeb, WEBKIT_SNAPSHOT_REGION_VISIBLE, WEBKIT_SNAPSHOT_OPTIONS_TRANSPARENT_BACKGROUND, nullptr,
         [](GObject* web, GAsyncResult* async, gpointer out) {
-            static_cast<Result*>(out)->surface.reset(
-                webkit_web_view_get_snapshot_finish(WEBKIT_WEB_VIEW(web), async, nullptr));
-            static_cast<Result*>(out)->isThere = true;
+            static_cast<Awaited<SurfaceRef>*>(out)->take(
+                SurfaceRef(webkit_web_view_get_snapshot_finish(WEBKIT_WEB_VIEW(web), async, nullptr)));
         },
-        &result);
-    waitUntil([&] { return result.isThere; });
-    return result.surface &&
-           cairo_surface_write_to_png(result.surface.get(), path.c_str()) == CAIRO_STATUS_SUCCESS;
+        &snapshot);
+    const SurfaceRef surface = snapshot.wait();
+    return surface && cairo_surface_write_to_png(surface.get(), path.c_str()) == CAIRO_STATUS_SUCCESS;
 }
 
 std::string MapPage::evaluate(const std::string& expression) {
-    Answer answer;
+    Awaited<std::string> answer;
     const std::string script = "JSON.stringify(" + expression + ")";
     webkit_web_view_evaluate_javascript(
         mWeb, script.c_str(), -1, nullptr, nullptr, nullptr,
         [](GObject* web, GAsyncResult* async, gpointer out) {
-            auto& given = *static_cast<Answer*>(out);
-            GError* error = nullptr;
-            JSCValue* value = webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(web), async, &error);
-            if (value) {
-                given.text = platform::GText(jsc_value_to_string(value)).get();
-                g_object_unref(value);
-            } else {
-                given.text = std::string("error: ") + error->message;
-                g_error_free(error);
-            }
-            given.isThere = true;
+            JSCValue* value =
+                webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(web), async, nullptr);
+            static_cast<Awaited<std::string>*>(out)->take(
+                value ? platform::GText(jsc_value_to_string(value)).get() : "error");
+            if (value) g_object_unref(value);
         },
         &answer);
-    waitUntil([&] { return answer.isThere; });
-    return answer.text;
+    return answer.wait();
 }

@@ -18,6 +18,9 @@ typedef struct _WebKitWebView WebKitWebView;
 // A page in the module's own web view, as large as a quake view of that size gives it. For one at a time.
 class MapPage {
   public:
+    // Before the first page, and once.
+    static void useDisplay(const std::string& name);
+
     explicit MapPage(const platform::Size& screen);
     ~MapPage();
     MapPage(const MapPage&) = delete;
@@ -34,13 +37,12 @@ class MapPage {
     bool settle();
 
     const Picture& picture() const { return mPicture; }
-    bool writePicture(const std::string& path) const;
     // What the view would show now.
     Picture pictureNow() const;
     // The page alone over nothing, with its transparency, as PNG.
     bool writeSnapshot(const std::string& path);
 
-    // The value of a JavaScript expression as JSON; "error: ..." when it throws.
+    // The value of a JavaScript expression as JSON; "error" when it throws.
     std::string evaluate(const std::string& expression);
     // The addresses asked for since the view was made.
     const std::vector<std::string>& requests() const { return mRequests; }

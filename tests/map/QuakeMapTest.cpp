@@ -2,15 +2,13 @@
 
 #include <algorithm>
 #include <fstream>
-#include <sstream>
-#include <string>
-#include <vector>
 
 #include "platform/linux/system/FeedSubstitute.h"
 #include "quakes/CQuakeEvent.h"
 #include "quakes/CQuakeList.h"
 #include "tests/TemporaryFolder.h"
 #include "tests/map/MapPage.h"
+#include "tests/support/Feed.h"
 
 namespace {
 
@@ -32,19 +30,6 @@ constexpr Place kPlaces[] = {
     {"north-east", -13.5, -158.0, 6.0, 40},    {"south-west", -64.0, 149.0, 4.6, 1},
     {"south-east", -64.0, -158.0, 5.1, 10},    {"Chile", -35.0, -72.0, 8.8, 25},
 };
-
-void writeEvent(std::ostream& feed, const Place& place) {
-    const auto value = [&](const char* name, double number) {
-        feed << '<' << name << "><value>" << number << "</value></" << name << '>';
-    };
-    feed << "<event><type>earthquake</type><origin><time><value>2016-11-13T11:02:56.346Z</value></time>";
-    value("latitude", place.latitude);
-    value("longitude", place.longitude);
-    value("depth", place.depth);
-    feed << "</origin><magnitude>";
-    value("mag", place.magnitude);
-    feed << "<type>M</type></magnitude></event>";
-}
 
 // What stands outside the screen's visible part, and what stands on something else.
 constexpr char kClashes[] = R"js((() => {
@@ -70,79 +55,73 @@ constexpr char kClashes[] = R"js((() => {
   return faults;
 })())js";
 
+CQuakeEvent quakeAt(double latitude, double longitude, double magnitude = 7.8, double depth = 15) {
+    return {"2016-11-13T11:02:56.346Z", magnitude, latitude, longitude, depth};
+}
+
 bool isWhite(const Color& color) { return color.darkest() > 215; }
 
-class QuakeMapTest : public testing::Test {
-  protected:
-    QuakeMapTest() : mList(makeList()) {}
+// The point stands in the middle of what the screen shows, white inside and coloured rings around it.
+void checkMark(const Picture& picture) {
+    const int x = (picture.width + 10) / 2, y = (picture.height + 10) / 2;
+    for (const auto& [dx, dy] : {std::pair(0, 0), {-1, 0}, {0, -1}, {-1, -1}})
+        EXPECT_TRUE(isWhite(picture.at(x + dx, y + dy)));
+    int left = x, right = x;
+    while (isWhite(picture.at(left - 1, y))) --left;
+    while (isWhite(picture.at(right, y))) ++right;
+    EXPECT_NEAR((left + right) / 2.0, x, 0.6);
+}
 
-    // Each quake in turn, through the feed, the list and the writer.
-    void checkAll(const platform::Size& screen) {
-        MapPage page(screen);
-        for (std::size_t i = std::size(kPlaces); i-- > 0;) {
-            SCOPED_TRACE(kPlaces[i].name);
-            const CQuakeEvent* const quake = mList->GetNextQuake();
-            ASSERT_TRUE(quake);
-            ASSERT_NEAR(quake->mLatitude, kPlaces[i].latitude, 0.001);
-            ASSERT_TRUE(page.show(*quake));
-            checkPage(page, screen);
-        }
+void checkPage(MapPage& page) {
+    EXPECT_EQ(page.evaluate("tellmarLayout.missing"), "0");
+    EXPECT_EQ(page.evaluate(kClashes), "[]");
+    checkMark(page.picture());
+    EXPECT_TRUE(page.picture() == page.pictureNow()) << "the page went on drawing after its load";
+}
+
+// Each quake in turn, through the feed, the list and the writer.
+void checkAll(const platform::Size& screen) {
+    const TemporaryFolder currentFolder;
+    std::string events;
+    for (const auto& [name, latitude, longitude, magnitude, depth] : kPlaces)
+        events += FeedEvent{.latitude = valueOf(latitude),
+                            .longitude = valueOf(longitude),
+                            .depth = valueOf(depth),
+                            .mag = valueOf(magnitude)}
+                      .xml();
+    std::ofstream("feed.xml") << feedOf(events);
+    platform::setFeedSubstitute("file://" + currentFolder.path("feed.xml"));
+    CQuakeList list;
+    MapPage page(screen);
+    for (std::size_t i = std::size(kPlaces); i-- > 0;) {
+        SCOPED_TRACE(kPlaces[i].name);
+        const CQuakeEvent* const quake = list.GetNextQuake();
+        ASSERT_TRUE(quake);
+        ASSERT_NEAR(quake->mLatitude, kPlaces[i].latitude, 0.001);
+        ASSERT_TRUE(page.show(*quake));
+        checkPage(page);
     }
+}
 
-    void checkPage(MapPage& page, const platform::Size& screen) {
-        EXPECT_EQ(page.evaluate("tellmarLayout.missing"), "0");
-        EXPECT_EQ(page.evaluate(kClashes), "[]");
-        checkMark(page.picture(), screen);
-        EXPECT_TRUE(page.picture() == page.pictureNow()) << "the page went on drawing after its load";
-    }
+TEST(QuakeMapTest, EveryQuakeStandsFreeOnASmallScreen) { checkAll({200, 150}); }
+TEST(QuakeMapTest, EveryQuakeStandsFreeOnAUsualScreen) { checkAll({1280, 720}); }
+TEST(QuakeMapTest, EveryQuakeStandsFreeOnAnUprightScreen) { checkAll({1080, 1920}); }
 
-    // The point stands in the middle of what the screen shows, white inside and coloured rings around it.
-    void checkMark(const Picture& picture, const platform::Size& screen) {
-        const int x = 10 + static_cast<int>(screen.width) / 2, y = 10 + static_cast<int>(screen.height) / 2;
-        for (const auto& [dx, dy] : {std::pair(0, 0), {-1, 0}, {0, -1}, {-1, -1}})
-            EXPECT_TRUE(isWhite(picture.at(x + dx, y + dy)));
-        int left = x, right = x;
-        while (isWhite(picture.at(left - 1, y))) --left;
-        while (isWhite(picture.at(right, y))) ++right;
-        EXPECT_NEAR((left + right) / 2.0, x, 0.6);
-    }
-
-    TemporaryFolder mFolder;
-    std::unique_ptr<CQuakeList> mList;
-
-  private:
-    std::unique_ptr<CQuakeList> makeList() {
-        std::ofstream feed(mFolder.path("feed.xml"));
-        feed << R"(<quakeml xmlns="http://quakeml.org/xmlns/quakeml/1.0"><eventParameters>)";
-        for (const Place& place : kPlaces) writeEvent(feed, place);
-        feed << "</eventParameters></quakeml>";
-        feed.close();
-        platform::setFeedSubstitute("file://" + mFolder.path("feed.xml"));
-        return std::make_unique<CQuakeList>();
-    }
-};
-
-TEST_F(QuakeMapTest, EveryQuakeStandsFreeOnASmallScreen) { checkAll({200, 150}); }
-
-TEST_F(QuakeMapTest, EveryQuakeStandsFreeOnAUsualScreen) { checkAll({1280, 720}); }
-
-TEST_F(QuakeMapTest, EveryQuakeStandsFreeOnAnUprightScreen) { checkAll({1080, 1920}); }
-
-TEST_F(QuakeMapTest, OddScreensStayClear) {
+TEST(QuakeMapTest, OddScreensStayClear) {
     for (const platform::Size& screen :
          {platform::Size{320, 240}, {640, 400}, {700, 300}, {300, 900}, {2400, 500}, {3840, 2160}}) {
         SCOPED_TRACE(std::to_string(screen.width) + " x " + std::to_string(screen.height));
         MapPage page(screen);
-        ASSERT_TRUE(page.show(CQuakeEvent("2016-11-13T11:02:56.346Z", 7.8, -41.6, 174.2, 15)));
-        checkPage(page, screen);
+        ASSERT_TRUE(page.show(quakeAt(-41.6, 174.2)));
+        checkPage(page);
     }
 }
 
-TEST_F(QuakeMapTest, TextGrowsWithTheScreen) {
+TEST(QuakeMapTest, TextGrowsWithTheScreen) {
     std::vector<double> sizes;
     for (const platform::Size& screen : {platform::Size{1280, 720}, {1920, 1080}, {3840, 2160}}) {
         MapPage page(screen);
-        ASSERT_TRUE(page.show(*mList->GetNextQuake()));
+        ASSERT_TRUE(page.show(quakeAt(-41.6, 174.2)));
         sizes.push_back(std::stod(
             page.evaluate("parseFloat(getComputedStyle(document.getElementById('place')).fontSize)")));
     }
@@ -150,9 +129,9 @@ TEST_F(QuakeMapTest, TextGrowsWithTheScreen) {
     EXPECT_NEAR(sizes[2] / sizes[0], 3, 0.04);
 }
 
-TEST_F(QuakeMapTest, NothingButTheBundleIsAskedFor) {
+TEST(QuakeMapTest, NothingButTheBundleIsAskedFor) {
     MapPage page({1280, 720});
-    ASSERT_TRUE(page.show(CQuakeEvent("2016-11-13T11:02:56.346Z", 7.8, -42.69, 173.02, 15)));
+    ASSERT_TRUE(page.show(quakeAt(-42.69, 173.02)));
     page.evaluate(R"js((() => {
       for (const address of ["http://127.0.0.1:9/a.png", "https://127.0.0.1:9/b.png", "file:///etc/hostname"]) {
         document.body.append(Object.assign(new Image(), {src: address}));
@@ -161,19 +140,17 @@ TEST_F(QuakeMapTest, NothingButTheBundleIsAskedFor) {
     })())js");
     const auto& requests = page.requests();
     EXPECT_GT(requests.size(), 20u);
-    EXPECT_EQ(std::count_if(requests.begin(), requests.end(),
-                            [](const std::string& url) { return url.starts_with("file:///"); }),
-              1)
-        << "the page itself";
-    for (const std::string& url : requests)
-        EXPECT_TRUE(url.starts_with("bundle:///") || url.ends_with("/Tellmar.html")) << url;
+    const auto isOfBundle = [](const std::string& url) { return url.starts_with("bundle:///"); };
+    const auto other = std::find_if_not(requests.begin(), requests.end(), isOfBundle);
+    ASSERT_TRUE(other != requests.end() && other->ends_with("/Tellmar.html"));
+    EXPECT_TRUE(std::all_of(other + 1, requests.end(), isOfBundle));
 }
 
-TEST_F(QuakeMapTest, ShallowAndDeepLookDifferent) {
+TEST(QuakeMapTest, ShallowAndDeepLookDifferent) {
     MapPage page({1280, 720});
     std::vector<Color> colors;
     for (const double depth : {10.0, 200.0, 600.0}) {
-        ASSERT_TRUE(page.show(CQuakeEvent("2016-11-13T11:02:56.346Z", 7.0, -30, 187, depth)));
+        ASSERT_TRUE(page.show(quakeAt(-30, 187, 7.0, depth)));
         const int reach = static_cast<int>(std::stod(page.evaluate("currentMark.radius / 6")));
         colors.push_back(page.picture().at(650 + reach, 370));
     }
@@ -183,16 +160,16 @@ TEST_F(QuakeMapTest, ShallowAndDeepLookDifferent) {
     EXPECT_GT(colors[1].red, colors[2].red + 20);
 }
 
-TEST_F(QuakeMapTest, RingsSpreadOnceWhenThePageIsShown) {
+TEST(QuakeMapTest, RingsSpreadOnceWhenThePageIsShown) {
     MapPage page({1280, 720});
-    ASSERT_TRUE(page.show(*mList->GetNextQuake()));
+    ASSERT_TRUE(page.show(quakeAt(-41.6, 174.2)));
     const Picture before = page.pictureNow();
-    EXPECT_EQ(page.evaluate("document.querySelectorAll('.entrance').length"), "0");
+    const auto rings = [&] { return page.evaluate("document.querySelectorAll('.entrance').length"); };
+    EXPECT_EQ(rings(), "0");
     page.evaluate("(spreadRings(currentMark), 1)");
-    EXPECT_EQ(page.evaluate("document.querySelectorAll('.entrance').length"), "1");
+    EXPECT_EQ(rings(), "1");
     bool hasMoved = false;
-    while (page.evaluate("document.querySelectorAll('.entrance').length") == "1")
-        hasMoved = hasMoved || !(page.pictureNow() == before);
+    while (rings() == "1") hasMoved = hasMoved || !(page.pictureNow() == before);
     EXPECT_TRUE(hasMoved);
     ASSERT_TRUE(page.settle());
     EXPECT_TRUE(page.pictureNow() == before);

@@ -5,12 +5,9 @@
 
 #include "tests/program/Program.h"
 
-using testing::HasSubstr;
-using testing::StartsWith;
+using testing::HasSubstr, testing::StartsWith;
 
 namespace {
-
-const char kNoEvents[] = "<?xml version=\"1.0\"?><quakeml><eventParameters/></quakeml>";
 
 // What the program says for itself; the toolkit's warnings are another matter.
 int ownLines(const Program& program) { return program.countLines("tellmar: "); }
@@ -18,13 +15,12 @@ int ownLines(const Program& program) { return program.countLines("tellmar: "); }
 }  // namespace
 
 TEST(CommandLine, HelpAndVersionNeedNoDisplay) {
-    Program help, version;
-    EXPECT_EQ(0, help.run({"--help"}));
-    EXPECT_THAT(help.output(), StartsWith("Usage: tellmar"));
-    EXPECT_EQ("", help.errors());
-    EXPECT_EQ(0, version.run({"--version"}));
-    EXPECT_THAT(version.output(), StartsWith("tellmar "));
-    EXPECT_EQ("", version.errors());
+    for (const auto& [option, start] : {std::pair{"--help", "Usage: tellmar"}, {"--version", "tellmar "}}) {
+        Program program;
+        EXPECT_EQ(0, program.run({option}));
+        EXPECT_THAT(program.output(), StartsWith(start));
+        EXPECT_EQ("", program.errors());
+    }
 }
 
 TEST(CommandLine, WithoutADisplayOneLineSaysSo) {
@@ -41,30 +37,27 @@ TEST(CommandLine, WithoutADisplayOneLineSaysSo) {
 
 TEST(CommandLine, AWindowThatDoesNotExistIsNamedInOneLine) {
     TestDisplay display;
-    Program option(display), environment(display);
-    EXPECT_EQ(1, option.run({"--demo", "--window-id", "0x7654321"}));
-    EXPECT_THAT(option.errors(), HasSubstr("0x7654321"));
-    EXPECT_EQ(1, ownLines(option));
-    environment.environment["XSCREENSAVER_WINDOW"] = "0x7654321";
-    EXPECT_EQ(1, environment.run({"--demo"}));
-    EXPECT_THAT(environment.errors(), HasSubstr("0x7654321"));
-    EXPECT_EQ(1, ownLines(environment));
+    for (const bool isOption : {true, false}) {
+        Program program(display);
+        if (!isOption) program.environment["XSCREENSAVER_WINDOW"] = "0x7654321";
+        EXPECT_EQ(1, program.run({"--demo", isOption ? "--window-id=0x7654321" : "--root"}));
+        EXPECT_THAT(program.errors(), HasSubstr("0x7654321"));
+        EXPECT_EQ(1, ownLines(program));
+    }
 }
 
-TEST(CommandLine, AUserIsToldOfAnUnknownOption) {
-    Program program;
-    EXPECT_EQ(2, program.run({"--demo", "--colour", "red"}));
-    EXPECT_THAT(program.errors(), HasSubstr("--colour"));
-    EXPECT_THAT(program.errors(), HasSubstr("--help"));
-}
+TEST(CommandLine, AUserIsToldOfAnUnknownOptionAndAHostsSaverGoesOn) {
+    Program users;
+    EXPECT_EQ(2, users.run({"--demo", "--colour", "red"}));
+    EXPECT_THAT(users.errors(), HasSubstr("--colour"));
+    EXPECT_THAT(users.errors(), HasSubstr("--help"));
 
-TEST(CommandLine, AHostsSaverGoesOnInSpiteOfAnUnknownOption) {
     TestDisplay display;
-    Program program(display);
-    program.environment["XSCREENSAVER_WINDOW"] = std::to_string(display.createWindow(1280, 720));
-    program.start({"--demo", "--verbose", "--speed", "30", "--colour"});
-    EXPECT_TRUE(program.waitForLines("tick"));
-    EXPECT_EQ(1, program.countLines("--colour"));
+    Program hosts(display);
+    hosts.environment["XSCREENSAVER_WINDOW"] = std::to_string(display.createWindow(1280, 720));
+    hosts.start({"--demo", "--verbose", "--speed", "30", "--colour"});
+    EXPECT_TRUE(hosts.waitForLines("tick"));
+    EXPECT_EQ(1, hosts.countLines("--colour"));
 }
 
 TEST(CommandLine, TheListHasTheQuakesInTheOrderOfTheirAppearance) {
@@ -81,8 +74,7 @@ TEST(CommandLine, TheListHasTheQuakesInTheOrderOfTheirAppearance) {
 
 TEST(CommandLine, AListOfNothingSaysSo) {
     Program program;
-    std::ofstream(program.path("none.xml")) << kNoEvents;
+    std::ofstream(program.path("none.xml")) << "<quakeml><eventParameters/></quakeml>";
     EXPECT_EQ(0, program.run({"--list", "--feed=none.xml"}));
-    EXPECT_EQ(1, countOf(program.output(), "\n"));
-    EXPECT_THAT(program.output(), HasSubstr("no earthquakes"));
+    EXPECT_EQ("There are no earthquakes to show.\n", program.output());
 }

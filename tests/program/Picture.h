@@ -1,16 +1,16 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <vector>
 
 struct Color {
     int red, green, blue;
 
     bool operator==(const Color&) const = default;
-    int darkest() const { return red < green ? (red < blue ? red : blue) : (green < blue ? green : blue); }
-    int brightest() const { return red > green ? (red > blue ? red : blue) : (green > blue ? green : blue); }
+    int darkest() const { return std::min({red, green, blue}); }
+    int brightest() const { return std::max({red, green, blue}); }
 };
 
 // What a part of the screen showed at one moment.
@@ -34,6 +34,13 @@ struct Picture {
         for (int y = top; y < bottom; ++y)
             for (int x = left; x < right; ++x) found += condition(at(x, y));
         return found;
+    }
+
+    // Whether the pixels in the four corners of the upper left part satisfy the condition.
+    template <typename Condition>
+    bool hasCorners(int right, int bottom, const Condition& condition) const {
+        return condition(at(0, 0)) && condition(at(right - 1, 0)) && condition(at(0, bottom - 1)) &&
+               condition(at(right - 1, bottom - 1));
     }
 
     // As count, of the outermost pixels of the four sides.

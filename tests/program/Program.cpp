@@ -3,17 +3,11 @@
 #include <csignal>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 
 #include "tests/program/ProcessTree.h"
 #include "tests/program/Waiting.h"
 
 namespace fs = std::filesystem;
-
-std::string contentsOf(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 int countOf(const std::string& text, const std::string& part) {
     int count = 0;

@@ -48,5 +48,4 @@ class Program {
     std::unique_ptr<Child> mChild;
 };
 
-std::string contentsOf(const std::string& path);
 int countOf(const std::string& text, const std::string& part);

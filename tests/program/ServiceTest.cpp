@@ -21,58 +21,40 @@ constexpr char kListed[] = " 1       7.80    15.00 km    -42.690    173.020  201
 
 class Service : public testing::Test {
   protected:
+    Service() { server.serve(kAnswer); }
+
     LoopbackServer server;
+    Program program;
 };
 
 TEST_F(Service, ProcessesStartedTogetherMakeOneRequest) {
-    server.serve(kAnswer);
     std::array<Program, 4> programs;
-    for (Program& program : programs) {
-        program.environment["XDG_CACHE_HOME"] = programs[0].path("cache");
-        program.start({"--list", "--service", server.url()});
+    for (Program& each : programs) {
+        each.environment["XDG_CACHE_HOME"] = program.path("cache");
+        each.start({"--list", "--service", server.url()});
     }
-    for (Program& program : programs) {
-        EXPECT_EQ(0, program.waitForStatus());
-        EXPECT_THAT(program.output(), HasSubstr(kListed));
+    for (Program& each : programs) {
+        EXPECT_EQ(0, each.waitForStatus());
+        EXPECT_THAT(each.output(), HasSubstr(kListed));
     }
     EXPECT_EQ(server.requestCount(), 1);
 }
 
-TEST_F(Service, WithoutTheCacheEveryProcessAsks) {
-    server.serve(kAnswer);
-    for (int requests = 1; requests <= 2; ++requests) {
-        Program program;
-        EXPECT_EQ(0, program.run({"--list", "--no-cache", "--service", server.url()}));
-        EXPECT_THAT(program.output(), HasSubstr(kListed));
-        EXPECT_EQ(server.requestCount(), requests);
-        EXPECT_FALSE(std::filesystem::exists(program.path("home") + "/.cache"));
-    }
-}
-
-TEST_F(Service, AnAnswerIsKeptInTheUsersCache) {
-    Program program;
-    server.serve(kAnswer);
-    program.run({"--list", "--service", server.url()});
-    EXPECT_TRUE(std::filesystem::exists(program.path("home") + "/.cache/tellmar"));
+TEST_F(Service, AnAnswerIsKeptInTheUsersCacheUnlessThatIsOff) {
+    const auto cache = program.path("home/.cache/tellmar");
+    const auto list = [&](const char* option) {
+        return *program.run({"--list", option, "--service", server.url()});
+    };
+    EXPECT_EQ(0, list("--no-cache"));
+    EXPECT_FALSE(std::filesystem::exists(cache));
+    EXPECT_EQ(0, list("--verbose"));
+    EXPECT_TRUE(std::filesystem::exists(cache));
+    EXPECT_EQ(0, list("--no-cache"));
+    EXPECT_EQ(server.requestCount(), 3);
     server.serveStatus(404);
-    EXPECT_EQ(0, program.run({"--list", "--service", server.url()}));
-    EXPECT_THAT(program.output(), HasSubstr(kListed));
-}
-
-TEST_F(Service, ARefusalIsToldOnRequestAndLeavesTheListEmpty) {
-    server.serveStatus(400, "no such parameter\nmore\n");
-    Program program;
-    EXPECT_EQ(0, program.run({"--list", "--verbose", "--service", server.url()}));
-    EXPECT_THAT(program.errors(), HasSubstr("tellmar: the service says: no such parameter\n"));
-    EXPECT_THAT(program.output(), HasSubstr("There are no earthquakes to show.\n"));
-}
-
-TEST_F(Service, AServiceThatIsNoURLIsAComplaint) {
-    for (const char* address : {"quakes", "ftp://127.0.0.1/", "https://"}) {
-        Program program;
-        EXPECT_EQ(2, program.run({"--list", "--service", address}));
-        EXPECT_THAT(program.errors(), HasSubstr(std::string("not ") + address + "\n"));
-    }
+    EXPECT_EQ(0, list("--verbose"));
+    EXPECT_EQ(4, countOf(program.output(), kListed));
+    EXPECT_EQ(server.requestCount(), 3);
 }
 
 }  // namespace

@@ -12,10 +12,6 @@
 
 namespace {
 
-std::vector<std::string> virtualServer(int width, int height) {
-    return {"/usr/bin/Xvfb", "-screen", "0", std::to_string(width) + "x" + std::to_string(height) + "x24"};
-}
-
 constexpr unsigned long kPinkPixel = 0xFFFF00FF;
 
 // A window that ends between two requests must not end the test.
@@ -52,16 +48,18 @@ bool isVisible(::Display* connection, ::Window window) {
 
 }  // namespace
 
-TestDisplay::TestDisplay(int width, int height) : TestDisplay(virtualServer(width, height)) {}
+TestDisplay::TestDisplay(int width, int height)
+    : TestDisplay(
+          {"/usr/bin/Xvfb", "-screen", "0", std::to_string(width) + "x" + std::to_string(height) + "x24"}) {}
 
 TestDisplay::TestDisplay(const std::vector<std::string>& server) {
     std::vector<std::string> command = server;
     // The server writes its number to its own stdout once it is ready.
     for (const char* option : {"-displayfd", "1", "-nolisten", "tcp", "-noreset"}) command.push_back(option);
-    mServer = std::make_unique<Child>(command,
-                                      Child::Place{mFolder.path(), {}, mFolder.path("number"), "/dev/null"});
-    waitUntil([&] { return !firstLine(mFolder.path("number")).empty(); });
-    mName = ":" + firstLine(mFolder.path("number"));
+    const std::string number = mFolder.path("number");
+    mServer = std::make_unique<Child>(command, Child::Place{mFolder.path(), {}, number, "/dev/null"});
+    waitUntil([&] { return !firstLine(number).empty(); });
+    mName = ":" + firstLine(number);
     XSetErrorHandler(ignoreError);
     mConnection = XOpenDisplay(mName.c_str());
     if (!mConnection) std::abort();
@@ -92,14 +90,6 @@ bool TestDisplay::cursorIsVisible() const {
     for (int i = 0; i < cursor->width * cursor->height; ++i) isVisible |= (cursor->pixels[i] >> 24) != 0;
     XFree(cursor);
     return isVisible;
-}
-
-TestDisplay::Window TestDisplay::createWindow(int width, int height) {
-    return createWindow(width, height, 24);
-}
-
-TestDisplay::Window TestDisplay::createWindowWithAlpha(int width, int height) {
-    return createWindow(width, height, 32);
 }
 
 TestDisplay::Window TestDisplay::createWindow(int width, int height, int depth) {

@@ -26,9 +26,9 @@ class TestDisplay {
     bool cursorIsVisible() const;
 
     // Windows at the upper left corner, as a screen-saver host gives them; filled with pink.
-    Window createWindow(int width, int height);
+    Window createWindow(int width, int height) { return createWindow(width, height, 24); }
     // The same with 32 bits a pixel, in which the client's pictures have 24.
-    Window createWindowWithAlpha(int width, int height);
+    Window createWindowWithAlpha(int width, int height) { return createWindow(width, height, 32); }
     struct Area {
         int left = 0, top = 0, width = 0, height = 0;
     };

@@ -1,16 +1,16 @@
-#include "tests/standins/Alert.h"
+#include "tests/standins/Desktop.h"
 
-using standins::alertRecord;
+using standins::desktop;
 
 namespace platform {
 
 void standardAlert(AlertType type, const std::string& text, const std::string& explanation) {
-    alertRecord().alerts.push_back({type, text, explanation});
+    desktop.alerts.push_back({type, text, explanation});
 }
 
-void beep() { ++alertRecord().beeps; }
-void debugger() { ++alertRecord().debuggerStops; }
-void debugStr(const std::string& text) { alertRecord().debugTexts.push_back(text); }
-void log(const std::string& line) { alertRecord().logLines.push_back(line); }
+void beep() { ++desktop.beeps; }
+void debugger() { ++desktop.debuggerStops; }
+void debugStr(const std::string& text) { desktop.debugTexts.push_back(text); }
+void log(const std::string& line) { desktop.logLines.push_back(line); }
 
 }  // namespace platform

@@ -1,26 +1,29 @@
 #include "tests/standins/StandIns.h"
 
+#include "platform/NotificationCenter.h"
 #include "quakes/CQuakeList.h"
-#include "tests/standins/Alert.h"
-#include "tests/standins/Bundle.h"
-#include "tests/standins/Clock.h"
-#include "tests/standins/ConfigPanel.h"
-#include "tests/standins/ScreenSaverDefaults.h"
-#include "tests/standins/SystemInfo.h"
-#include "tests/standins/URLLoading.h"
-#include "tests/standins/ViewAnimation.h"
+#include "tests/support/Feed.h"
 
-standins::Test::Test() {
-    alertRecord() = {};
-    bundle() = {};
-    clock() = {};
-    configSheet() = {};
-    fades() = {};
-    machine() = {};
-    storedDefaults() = {};
-    urlLoading() = {};
+namespace standins {
+
+Test::Test() {
+    desktop = {};
     CQuakeList::mSingletonInstance = nullptr;
 }
+
+void Test::finishALoad() {
+    platform::NotificationCenter::post(platform::WebViewProgressFinishedNotification);
+}
+
+void Test::serveQuakes(const std::vector<double>& magnitudes) {
+    std::string events;
+    int latitude = 0;
+    for (const double magnitude : magnitudes)
+        events += FeedEvent{.latitude = valueOf(latitude++), .mag = valueOf(magnitude)}.xml();
+    desktop.answerToAll = feedOf(events);
+}
+
+}  // namespace standins
 
 // The quake list, its parser and the quakes live to the end of the process by design; tests make several.
 extern "C" const char* __lsan_default_suppressions();

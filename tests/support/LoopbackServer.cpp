@@ -6,34 +6,32 @@
 
 namespace {
 
-constexpr char kLoopback[] = "127.0.0.1";
 constexpr char kBinary[] = "application/octet-stream";
-constexpr std::size_t kBlock = 1 << 16;
 
-// Writes the next block of count bytes that begin at offset.
-bool sendBlock(httplib::DataSink& sink, std::size_t offset, std::size_t count) {
-    static const std::string block(kBlock, 'x');
-    return sink.write(block.data(), std::min(kBlock, count - offset));
+// Writes some of count bytes from offset on. An announced length ends a body by itself, chunks do not.
+bool sendSome(httplib::DataSink& sink, std::size_t offset, std::size_t count) {
+    static const std::string block(1 << 16, 'x');
+    if (offset < count) return sink.write(block.data(), std::min(block.size(), count - offset));
+    sink.done();
+    return true;
 }
+
+void waitALittle() { std::this_thread::sleep_for(std::chrono::milliseconds(5)); }
 
 }  // namespace
 
 LoopbackServer::LoopbackServer() {
     serveStatus(404);
     mServer.Get(".*", [this](const auto& request, auto& response) { handle(request, response); });
-    mPort = mServer.bind_to_any_port(kLoopback);
+    mPort = mServer.bind_to_any_port("127.0.0.1");
     mThread = std::thread([this] { mServer.listen_after_bind(); });
-    while (!mServer.is_running()) pause();
+    while (!mServer.is_running()) waitALittle();
 }
 
 LoopbackServer::~LoopbackServer() {
     mLeaving = true;
     mServer.stop();
     mThread.join();
-}
-
-std::string LoopbackServer::host() const {
-    return std::string("http://") + kLoopback + ":" + std::to_string(mPort);
 }
 
 void LoopbackServer::serve(const std::string& document, const std::string& contentType) {
@@ -47,18 +45,18 @@ void LoopbackServer::serveStatus(int status, const std::string& body, const std:
     });
 }
 
-void LoopbackServer::redirectTo(const std::string& location) {
-    answerWith([=](const auto&, auto& response) { response.set_redirect(location); });
+void LoopbackServer::serveAfter(const std::vector<int>& statuses, const std::string& document) {
+    const auto count = std::make_shared<std::atomic<std::size_t>>(0);
+    answerWith([=](const auto&, auto& response) {
+        const std::size_t number = (*count)++;
+        if (number == statuses.size()) return response.set_content(document, "application/xml");
+        response.status = statuses[number];
+        response.set_header("Location", "/again");
+    });
 }
 
-void LoopbackServer::redirectTimes(int times, const std::string& document) {
-    const auto left = std::make_shared<std::atomic<int>>(times);
-    answerWith([=](const auto&, auto& response) {
-        if ((*left)-- > 0)
-            response.set_redirect("/again");
-        else
-            response.set_content(document, kBinary);
-    });
+void LoopbackServer::redirectTo(const std::string& location) {
+    answerWith([=](const auto&, auto& response) { response.set_redirect(location); });
 }
 
 void LoopbackServer::cutOff(const std::string& document) {
@@ -72,15 +70,11 @@ void LoopbackServer::cutOff(const std::string& document) {
 void LoopbackServer::serveBytes(std::size_t count, bool announced) {
     answerWith([=](const auto&, auto& response) {
         if (announced)
-            response.set_content_provider(count, kBinary, [=](auto offset, auto, auto& sink) {
-                return sendBlock(sink, offset, count);
-            });
+            response.set_content_provider(
+                count, kBinary, [=](auto offset, auto, auto& sink) { return sendSome(sink, offset, count); });
         else
-            response.set_chunked_content_provider(kBinary, [=](auto offset, auto& sink) {
-                if (offset < count) return sendBlock(sink, offset, count);
-                sink.done();
-                return true;
-            });
+            response.set_chunked_content_provider(
+                kBinary, [=](auto offset, auto& sink) { return sendSome(sink, offset, count); });
     });
 }
 
@@ -94,7 +88,7 @@ void LoopbackServer::serveAsGzip(const std::string& bytes) {
 void LoopbackServer::trickle() {
     answerWith([this](const auto&, auto& response) {
         response.set_chunked_content_provider(kBinary, [this](auto, auto& sink) {
-            pause();
+            waitALittle();
             return !mLeaving && sink.write("<a>", 3);
         });
     });
@@ -102,7 +96,7 @@ void LoopbackServer::trickle() {
 
 void LoopbackServer::keepSilent() {
     answerWith([this](const auto&, auto&) {
-        while (!mLeaving) pause();
+        while (!mLeaving) waitALittle();
     });
 }
 
@@ -130,5 +124,3 @@ void LoopbackServer::handle(const httplib::Request& request, httplib::Response& 
     lock.unlock();
     answer(request, response);
 }
-
-void LoopbackServer::pause() const { std::this_thread::sleep_for(std::chrono::milliseconds(5)); }

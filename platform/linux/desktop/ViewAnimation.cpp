@@ -29,7 +29,7 @@ ViewAnimation::ViewAnimation(std::vector<ViewAnimationDescription> descriptions)
 
 ViewAnimation::~ViewAnimation() = default;
 
-void ViewAnimation::setAnimationBlockingMode(int mode) { mBlockingMode = mode; }
+void ViewAnimation::setAnimationBlockingMode(int) {}
 
 void ViewAnimation::setDuration(double seconds) { mDuration = seconds; }
 

@@ -9,6 +9,8 @@
 #include <limits>
 #include <string_view>
 
+#include "support/Text.h"
+
 namespace platform {
 
 namespace {
@@ -53,12 +55,7 @@ double number(std::string_view text) {
 }
 
 // Firmware pads its texts with blanks or ends them with a zero byte.
-std::string trimmed(std::string text) {
-    constexpr std::string_view kPadding(" \t\r\n\0", 5);
-    text.erase(text.find_last_not_of(kPadding) + 1);
-    text.erase(0, text.find_first_not_of(kPadding));
-    return text;
-}
+std::string unpadded(const std::string& text) { return std::string(trimmed(text, {" \t\r\n\0", 5})); }
 
 struct Family {
     std::string_view prefix;  // of the hardware type that uname gives
@@ -104,8 +101,8 @@ std::int32_t processorClock() {
 }
 
 std::string machineName() {
-    const std::string product = trimmed(firstLine("/sys/class/dmi/id/product_name"));
-    return product.empty() ? trimmed(firstLine("/proc/device-tree/model")) : product;
+    const std::string product = unpadded(firstLine("/sys/class/dmi/id/product_name"));
+    return product.empty() ? unpadded(firstLine("/proc/device-tree/model")) : product;
 }
 
 std::string processName() { return program_invocation_short_name; }

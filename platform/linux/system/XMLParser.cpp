@@ -11,12 +11,12 @@
 
 #include "platform/TextEncoding.h"
 #include "platform/XMLEncoding.h"
+#include "support/Text.h"
 
 namespace platform {
 
 namespace {
 
-constexpr char kSpace[] = " \t\r\n";
 constexpr std::string_view kDocumentType = "<!DOCTYPE";
 
 // Expat replaces entities in attributes' values, before 2.7 by a call within a call for each entity within
@@ -27,12 +27,6 @@ struct ParserDeleter {
     void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
 };
 using ParserOwner = std::unique_ptr<XML_ParserStruct, ParserDeleter>;
-
-std::string_view trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(kSpace);
-    if (first == text.npos) return {};
-    return text.substr(first, text.find_last_not_of(kSpace) - first + 1);
-}
 
 // Builds the tree of one document. Its source is UTF-8, so every position that expat tells is one in it.
 class TreeBuilder {
@@ -225,7 +219,7 @@ void TreeBuilder::reference() {
 
 void TreeBuilder::flushText(bool beforeReference) {
     if (mText.empty()) return;
-    if (beforeReference || mAfterReference || mText.find_first_not_of(kSpace) != mText.npos) {
+    if (beforeReference || mAfterReference || !trimmed(mText).empty()) {
         append(CFXMLNodeCreate(kCFXMLNodeTypeText, mText));
     }
     mText.clear();

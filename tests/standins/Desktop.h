@@ -1,0 +1,115 @@
+#pragma once
+
+#include <ctime>
+#include <functional>
+#include <list>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "platform/Alert.h"
+#include "platform/Canvas.h"
+#include "platform/ConfigPanel.h"
+#include "platform/SystemInfo.h"
+#include "platform/ViewAnimation.h"
+#include "platform/WebView.h"
+
+namespace platform {
+
+class Panel {};
+class Button {};
+class Slider {
+  public:
+    int value = 0;
+};
+
+struct Image {
+    std::string path;
+};
+struct Canvas::Backing {};
+
+// A web view that never loads by itself: tests post the notification when a load is to be over.
+struct WebView::Backing {
+    struct Load {
+        std::string url, page;  // the page as it lay on disk at the request
+        bool superviewWasHidden;
+    };
+
+    bool allowsScrolling = true;
+    std::vector<Load> loads;
+};
+
+}  // namespace platform
+
+namespace standins {
+
+struct Alert {
+    platform::AlertType type;
+    std::string text, explanation;
+
+    bool operator==(const Alert&) const = default;
+};
+
+// Something drawn; what its kind does not have stays as it is here. A point is a rectangle without a size.
+struct Drawing {
+    std::string what = "fill";  // or the text, or the image's path
+    platform::Rect place{};
+    platform::Color color{};
+    platform::CompositingOperation operation = platform::CompositingOperation::Copy;
+    double fraction = 1;
+    platform::TextAttributes attributes{};
+
+    bool operator==(const Drawing&) const = default;
+};
+
+// It is over, and has hidden and shown its views, when its start returns.
+struct Fade {
+    platform::View *in = nullptr, *out = nullptr;
+    double seconds;
+
+    bool operator==(const Fade&) const = default;
+};
+
+// All that the core sees of a desktop, and what it has done there.
+struct Desktop {
+    std::vector<Alert> alerts;
+    std::vector<std::string> debugTexts, logLines;
+    int beeps = 0, debuggerStops = 0;
+
+    std::string bundle = "Tellmar.saver";  // seen from the tests' data
+    std::set<std::string> resources{"map.html", "google_maps_nz.png", "google_maps_nz_pre.png"};
+    std::map<std::string, std::map<std::string, int>> storedDefaults;  // by module and key
+
+    std::time_t now = 1236042309;  // 2009-03-03T01:05:09Z
+    // New Zealand's rules, written out so that no zone database is needed.
+    std::string zone = "NZST-12NZDT,M9.5.0,M4.1.0/3";
+
+    platform::SystemNames systemNames = {"System", "node", "1.2.3", "hardware"};
+    std::int32_t systemVersion = 0x1049, processorClock = 1'600'000'000;
+    std::string machineName = "Model 7", processName = "Tellmar Tests";
+    std::vector<platform::Processor> processors = {{7, 3}, {18, 10}};
+
+    // The network; file URLs are read and written for real.
+    std::optional<std::string> answerToAll;  // for every URL; nothing: unreachable
+    std::vector<std::string> asked;
+
+    // The one sheet there is, and what its buttons do.
+    bool hasSheet = true;
+    int sheetLoads = 0, sheetEnds = 0;
+    platform::Panel panel;
+    platform::Slider zoomSlider, rateSlider;
+    platform::Button okButton, cancelButton;
+    std::function<void(platform::Button*)> ok, cancel;
+
+    std::vector<Drawing> drawings;
+    std::list<platform::Image> images;  // every one measures 600 by 400
+    std::vector<Fade> fades;
+    int fadesStopped = 0, fadesAlive = 0;
+};
+
+inline Desktop desktop;
+
+}  // namespace standins
