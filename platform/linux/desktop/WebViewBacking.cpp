@@ -91,6 +91,12 @@ void WebView::Backing::connectSignals() {
     g_signal_connect_swapped(mWeb, "web-process-terminated",
                              G_CALLBACK(+[](gpointer self) { static_cast<Backing*>(self)->processEnded(); }),
                              this);
+    // WebKit, asked to draw before its process has anything to show, waits for that up to half a second. The
+    // main loop has better to do, such as hearing of signals.
+    g_signal_connect(mWeb, "draw", G_CALLBACK(+[](GtkWidget*, cairo_t*, gpointer self) -> gboolean {
+                         return !static_cast<Backing*>(self)->mHasPicture;
+                     }),
+                     this);
     g_signal_connect(mWeb, "context-menu", G_CALLBACK(refuse), nullptr);
     g_signal_connect(mWeb, "permission-request", G_CALLBACK(deny), nullptr);
     g_signal_connect_swapped(mWindow, "damage-event", G_CALLBACK(+[](gpointer self) -> gboolean {
@@ -115,6 +121,12 @@ void WebView::Backing::setScrolls(bool scrolls) {
                                                               WEBKIT_USER_STYLE_LEVEL_USER, nullptr, nullptr);
     webkit_user_content_manager_add_style_sheet(contents, still);
     webkit_user_style_sheet_unref(still);
+}
+
+void WebView::Backing::draw(cairo_t* cairo) {
+    gdk_cairo_set_source_rgba(cairo, &kBackground);
+    cairo_paint(cairo);
+    gtk_widget_draw(GTK_WIDGET(mWeb), cairo);
 }
 
 void WebView::Backing::setVisible(bool isVisible) {
@@ -165,6 +177,7 @@ void WebView::Backing::waitForPicture() {
 
 void WebView::Backing::pictureIsThere() {
     mWaiting.reset();
+    mHasPicture = true;
     char line[80];
     std::snprintf(line, sizeof line, "page: loaded in %.0f ms",
                   static_cast<double>(g_get_monotonic_time() - mLoadStart) / 1000);
@@ -191,6 +204,7 @@ gboolean WebView::Backing::decidePolicy(WebKitPolicyDecision* decision, WebKitPo
 // Starts the web process again with this view's page, a few times: a page that ends it each time stays away.
 void WebView::Backing::processEnded() {
     trace("page: the web process ended");
+    mHasPicture = false;
     if (mPage.empty() || mRestartTimer || ++mRestarts > kMostRestarts) return;
     mRestartTimer = g_timeout_add(
         kRestartPause,

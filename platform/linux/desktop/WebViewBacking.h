@@ -23,7 +23,7 @@ class WebView::Backing {
     // Starts to load the page as if it came from that address.
     void load(std::string page, std::string url);
     void setVisible(bool isVisible);
-    void draw(cairo_t* cairo) { gtk_widget_draw(GTK_WIDGET(mWeb), cairo); }
+    void draw(cairo_t* cairo);
 
   private:
     void configure();
@@ -43,6 +43,7 @@ class WebView::Backing {
     gint64 mLoadStart = 0;  // microseconds
     int mRestarts = 0;
     guint mRestartTimer = 0;
+    bool mHasPicture = false;          // of any page
     bool mIsVisible = false;           // when the last fade ended
     ObjectRef<GCancellable> mWaiting;  // for the picture of a page; null when none is expected
 };
