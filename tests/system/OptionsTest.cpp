@@ -28,7 +28,7 @@ TEST(Options, OneDashOrTwoAndEitherFormOfAValueMeanTheSameAndTheLastOneCounts) {
         EXPECT_TRUE(options.complaints.empty()) << form[0];
     }
     EXPECT_TRUE(parse({"-root", "-fullscreen"}).fullscreen);
-    EXPECT_TRUE(parse({"--root"}).complaints.empty());
+    EXPECT_TRUE(parse({"--root", "--root"}).complaints.empty());
 }
 
 TEST(Options, AFeedIsAnAddressOrAFileSeenFromTheCurrentFolder) {
