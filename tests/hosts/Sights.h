@@ -17,6 +17,12 @@ inline bool showsSplash(const Picture& picture, const TestDisplay::Area& area) {
            isSplash(picture.at(area.left + area.width - 1, area.top + area.height - 1));
 }
 
+// A dialog lies over the middle of the part: large and light, as nothing on a map is.
+inline bool showsDialog(const Picture& picture, const TestDisplay::Area& area) {
+    const int x = area.left + area.width / 2, y = area.top + area.height / 2;
+    return picture.count(x - 100, y - 50, x + 100, y + 50, isLight) > 200 * 100 / 2;
+}
+
 // The small still image: dark text in its upper part, and nothing left black or in the host's colour.
 inline bool showsPreview(const Picture& picture, const TestDisplay::Area& area) {
     const int right = area.left + area.width, bottom = area.top + area.height;

@@ -23,6 +23,7 @@ TEST(Options, OneDashOrTwoAndEitherFormOfAValueMeanTheSameAndTheLastOneCounts) {
         EXPECT_THAT(options.complaints, IsEmpty()) << form[0];
     }
     EXPECT_TRUE(parse({"-root", "-fullscreen"}).fullscreen);
+    EXPECT_THAT(parse({"--root", "--root"}).complaints, IsEmpty());
 }
 
 TEST(Options, AFeedIsAnAddressOrAFileSeenFromTheCurrentFolder) {
