@@ -160,19 +160,4 @@ TEST(QuakeMapTest, ShallowAndDeepLookDifferent) {
     EXPECT_GT(colors[1].red, colors[2].red + 20);
 }
 
-TEST(QuakeMapTest, RingsSpreadOnceWhenThePageIsShown) {
-    MapPage page({1280, 720});
-    ASSERT_TRUE(page.show(quakeAt(-41.6, 174.2)));
-    const Picture before = page.pictureNow();
-    const auto rings = [&] { return page.evaluate("document.querySelectorAll('.entrance').length"); };
-    EXPECT_EQ(rings(), "0");
-    page.evaluate("(spreadRings(currentMark), 1)");
-    EXPECT_EQ(rings(), "1");
-    bool hasMoved = false;
-    while (rings() == "1") hasMoved = hasMoved || !(page.pictureNow() == before);
-    EXPECT_TRUE(hasMoved);
-    ASSERT_TRUE(page.settle());
-    EXPECT_TRUE(page.pictureNow() == before);
-}
-
 }  // namespace
