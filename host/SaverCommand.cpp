@@ -1,5 +1,6 @@
 #include "host/SaverCommand.h"
 
+#include <glib-unix.h>
 #include <gtk/gtk.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
@@ -47,6 +48,17 @@ void beNice() {
     errno = 0;
     const int now = getpriority(PRIO_PROCESS, 0);
     if (errno == 0 && now < kNiceness) setpriority(PRIO_PROCESS, 0, kNiceness);
+}
+
+gboolean stop(gpointer) {
+    RunLoop::stop();
+    return G_SOURCE_CONTINUE;
+}
+
+// From now on there is something to tidy up. Before, a signal may end the process as it usually does, which is
+// faster than the display's opening.
+void stopOnSignals() {
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) g_unix_signal_add(signal, stop, nullptr);
 }
 
 // Null when monitors have come or gone meanwhile.
@@ -111,6 +123,7 @@ class Saver {
 int runSaver(const Options& options) {
     if (options.hostWindow) beNice();
     if (!openDisplay(options.hostWindow.has_value())) return 1;
+    stopOnSignals();
     if (options.fullscreen && !options.hostWindow && !isOverlay() && platform::hasLayers())
         return runOverlays();
     std::unique_ptr<Window> window = openWindow(options);

@@ -1,5 +1,3 @@
-#include <glib-unix.h>
-
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
@@ -10,19 +8,9 @@
 #include "host/SaverCommand.h"
 #include "platform/linux/system/EventService.h"
 #include "platform/linux/system/FeedSubstitute.h"
-#include "platform/linux/system/RunLoop.h"
 #include "platform/linux/system/Trace.h"
 
 namespace {
-
-gboolean stop(gpointer) {
-    platform::RunLoop::stop();
-    return G_SOURCE_CONTINUE;
-}
-
-void stopOnSignals() {
-    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) g_unix_signal_add(signal, stop, nullptr);
-}
 
 // A user is told and asked again; a saver that a host started goes on.
 bool acceptComplaints(const Options& options) {
@@ -69,6 +57,5 @@ int main(int argc, char** argv) {
 
     platform::setVerbose(options.verbose);
     chooseSource(options);
-    stopOnSignals();
     return run(options);
 }
