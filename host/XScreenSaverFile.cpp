@@ -5,7 +5,9 @@
 #include <string_view>
 #include <vector>
 
-#include "support/Text.h"
+#include "platform/Text.h"
+
+using platform::trimmed;
 
 namespace {
 

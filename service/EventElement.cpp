@@ -3,8 +3,10 @@
 #include <charconv>
 #include <cmath>
 
+#include "platform/Text.h"
 #include "service/EventTime.h"
-#include "support/Text.h"
+
+using platform::trimmed;
 
 namespace {
 

@@ -11,10 +11,10 @@
 #include <string_view>
 
 #include "platform/StringList.h"
+#include "platform/Text.h"
 #include "support/CErr.h"
 #include "support/HFSUniStr255.h"
 #include "support/PascalString.h"
-#include "support/Text.h"
 
 namespace {
 
@@ -122,7 +122,7 @@ const unsigned char* OrvStr::GetPStrFromList(short listID, short index) {
 
 const char* OrvStr::ConvertedCStr(const std::string& text, CFStringEncoding encoding) {
     static char buffer[kCStringBufferSize];
-    if (encoding == kCFStringEncodingMacRoman && isASCII(text)) return text.c_str();
+    if (encoding == kCFStringEncodingMacRoman && platform::isASCII(text)) return text.c_str();
     const std::optional<std::string> converted = platform::convertText(text, kCFStringEncodingUTF8, encoding);
     if (!converted || converted->size() >= sizeof buffer) return nullptr;
     std::memcpy(buffer, converted->c_str(), converted->size() + 1);

@@ -9,7 +9,7 @@
 #include <limits>
 #include <string_view>
 
-#include "support/Text.h"
+#include "platform/Text.h"
 
 namespace platform {
 

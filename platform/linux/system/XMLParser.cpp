@@ -9,9 +9,9 @@
 #include <unordered_map>
 #include <vector>
 
+#include "platform/Text.h"
 #include "platform/TextEncoding.h"
 #include "platform/XMLEncoding.h"
-#include "support/Text.h"
 
 namespace platform {
 

@@ -1,8 +1,10 @@
-#include "support/Text.h"
+#include "platform/Text.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+
+namespace platform {
 
 std::string_view trimmed(std::string_view text, std::string_view blanks) {
     const std::size_t first = text.find_first_not_of(blanks);
@@ -22,3 +24,5 @@ bool isASCII(std::string_view text) {
     return std::all_of(text.begin() + i, text.end(),
                        [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
+
+}  // namespace platform
