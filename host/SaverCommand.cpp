@@ -55,8 +55,8 @@ gboolean stop(gpointer) {
     return G_SOURCE_CONTINUE;
 }
 
-// From now on there is something to tidy up. Before, a signal may end the process as it usually does, which is
-// faster than the display's opening.
+// From now on there is something to tidy up. Before, a signal may end the process as it usually does, which
+// is faster than the display's opening.
 void stopOnSignals() {
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) g_unix_signal_add(signal, stop, nullptr);
 }
