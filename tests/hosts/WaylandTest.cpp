@@ -86,16 +86,16 @@ class WaylandWithLayers : public Wayland {
 TEST_F(WaylandWithLayers, CoversMonitorsThatComeAndGoAndASignalEndsAll) {
     startSway();
     start();
-    EXPECT_TRUE(runs(1 + 1)) << mSession.log();
+    ASSERT_TRUE(runs(1 + 1)) << mSession.log();
     EXPECT_TRUE(showsMapOnUppermost()) << mSession.log();
+    const pid_t first = processes()[1];
     addMonitor();
     ASSERT_TRUE(runs(1 + 2));
     EXPECT_TRUE(showsMapOnUppermost()) << mSession.log();
 
-    const auto all = processes();
     removeMonitor(1);
     EXPECT_TRUE(runs(1 + 1));
-    EXPECT_THAT(processes(), Not(Contains(all[1])));
+    EXPECT_THAT(processes(), Not(Contains(first)));
     removeMonitor(2);
     EXPECT_TRUE(runs(1)) << mSession.log();
     addMonitor();
