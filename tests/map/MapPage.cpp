@@ -18,22 +18,7 @@ using platform::SurfaceRef;
 namespace {
 
 constexpr double kOverhang = 10;  // points past the left and the top edge
-constexpr guint kPatience = 30000;
-
-// Runs the main loop until done answers true. Returns false when that takes too long.
-bool waitUntil(const std::function<bool()>& done) {
-    bool isLate = false;
-    const guint timer = g_timeout_add(
-        kPatience,
-        [](gpointer flag) -> gboolean {
-            *static_cast<bool*>(flag) = true;
-            return G_SOURCE_CONTINUE;
-        },
-        &isLate);
-    RunLoop::runUntil([&] { return isLate || done(); });
-    g_source_remove(timer);
-    return !isLate;
-}
+constexpr int kPatience = 30000;  // milliseconds
 
 // The web view keeps its widget to itself, but GTK knows every window.
 WebKitWebView* newestWebView() {
@@ -70,7 +55,7 @@ struct Awaited {
         isThere = true;
     }
     Result wait() {
-        waitUntil([this] { return isThere; });
+        RunLoop::runUntil([this] { return isThere; });
         return std::move(result);
     }
 };
@@ -116,7 +101,7 @@ bool MapPage::show(const CQuakeEvent& quake) {
 bool MapPage::load(const std::string& path) {
     mIsFinished = false;
     mView->loadRequest({.url = path});
-    if (!waitUntil([this] { return mIsFinished; })) return false;
+    if (!RunLoop::runUntil([this] { return mIsFinished; }, kPatience)) return false;
     mPicture = pictureOf(mSurface.get());
     return true;
 }

@@ -8,7 +8,7 @@ namespace platform {
 
 namespace {
 
-constexpr guint kPatience = 500;  // milliseconds past the fade's end, for a widget that gets no frames
+constexpr int kPatience = 500;  // milliseconds past the fade's end, for a widget that gets no frames
 
 }  // namespace
 
@@ -24,15 +24,8 @@ void CrossFade::run(SurfaceRef after) {
             return G_SOURCE_CONTINUE;
         },
         this, nullptr);
-    const guint deadline = g_timeout_add(
-        static_cast<guint>(mSeconds * 1000) + kPatience,
-        [](gpointer self) -> gboolean {
-            static_cast<CrossFade*>(self)->giveUp();
-            return G_SOURCE_CONTINUE;
-        },
-        this);
-    RunLoop::runUntil([this] { return mIsOver || !gtk_widget_get_mapped(mArea.get()); });
-    g_source_remove(deadline);
+    RunLoop::runUntil([this] { return mIsOver || !gtk_widget_get_mapped(mArea.get()); },
+                      static_cast<int>(mSeconds * 1000) + kPatience);
     gtk_widget_remove_tick_callback(mArea.get(), frameCallback);
 }
 

@@ -15,6 +15,8 @@ namespace platform {
 
 namespace {
 
+constexpr int kPatience = 1000;  // milliseconds for the first drawing
+
 Window* currentWindow = nullptr;
 
 gboolean quitOnKey(GtkWidget*, GdkEventKey* event, gpointer) {
@@ -57,9 +59,7 @@ std::unique_ptr<Window> Window::open(const Size& size, bool fullscreen) {
     g_signal_connect(topLevel, "key-press-event", G_CALLBACK(quitOnKey), nullptr);
 
     std::unique_ptr<Window> window(new Window(topLevel, true));
-    gtk_widget_show_all(topLevel);
-    if (fullscreen) hideCursor(topLevel);
-    window->waitUntilShown();
+    window->show(fullscreen);
     return window;
 }
 
@@ -69,9 +69,7 @@ std::unique_ptr<Window> Window::cover(GdkMonitor* monitor, void (*endAll)()) {
     onAnyInput(topLevel, endAll);
 
     std::unique_ptr<Window> window(new Window(topLevel, false));
-    gtk_widget_show_all(topLevel);
-    hideCursor(topLevel);
-    window->waitUntilShown();
+    window->show(true);
     return window;
 }
 
@@ -84,7 +82,7 @@ std::unique_ptr<Window> Window::embed(unsigned long hostWindow) {
     std::unique_ptr<Window> window(new Window(gtk_window_new(GTK_WINDOW_POPUP), false));
     window->fillHost(host.get());
     window->mHost = std::move(host);
-    window->waitUntilShown();
+    window->show(true);
     return window;
 }
 
@@ -125,17 +123,13 @@ void Window::fillHost(GdkWindow* host) {
     followHostWindow(host, [this](const Size& size) {
         gtk_window_resize(GTK_WINDOW(mTopLevel), static_cast<int>(size.width), static_cast<int>(size.height));
     });
-    gtk_widget_show_all(mTopLevel);
-    hideCursor(mTopLevel);
 }
 
 // The size is known, and the window black, once it has been drawn.
-void Window::waitUntilShown() {
-    const gint64 patience = g_get_monotonic_time() + G_USEC_PER_SEC;
-    const guint timer = g_timeout_add(
-        50, [](gpointer) -> gboolean { return G_SOURCE_CONTINUE; }, nullptr);
-    RunLoop::runUntil([&] { return mIsPainted || g_get_monotonic_time() > patience; });
-    g_source_remove(timer);
+void Window::show(bool withoutCursor) {
+    gtk_widget_show_all(mTopLevel);
+    if (withoutCursor) hideCursor(mTopLevel);
+    RunLoop::runUntil([this] { return mIsPainted; }, kPatience);
 }
 
 Window* Window::current() { return currentWindow; }
@@ -235,16 +229,7 @@ void Window::showNotice(const std::string& text, const std::string& explanation,
     mNotice = text + "\n\n" + explanation;
     if (mFade) mFade->giveUp();
     gtk_widget_queue_draw(mArea);
-    bool seen = false;
-    const guint timer = g_timeout_add(
-        static_cast<guint>(seconds * 1000),
-        [](gpointer flag) -> gboolean {
-            *static_cast<bool*>(flag) = true;
-            return G_SOURCE_CONTINUE;
-        },
-        &seen);
-    RunLoop::runUntil([&] { return seen || !mTopLevel; });
-    g_source_remove(timer);
+    RunLoop::runFor(static_cast<int>(seconds * 1000));
     mNotice.clear();
     setNeedsDisplay();
 }

@@ -59,7 +59,7 @@ class Window {
     Window(GtkWidget* topLevel, bool takesDialogs);
     void connectSignals();
     void fillHost(GdkWindow* host);
-    void waitUntilShown();
+    void show(bool withoutCursor);
     void resized();
     void draw(cairo_t* cairo);
     void drawContent(cairo_t* cairo);

@@ -20,13 +20,18 @@ void RunLoop::runUntil(const std::function<bool()>& done) {
     while (!stopping && !done()) g_main_context_iteration(nullptr, true);
 }
 
-void RunLoop::runFor(int milliseconds) {
-    bool isOver = false;
+bool RunLoop::runUntil(const std::function<bool()>& done, int milliseconds) {
+    bool isLate = false, isDone = false;
     const auto end = [](gpointer flag) -> gboolean { return *static_cast<bool*>(flag) = true; };
     const guint timer =
-        g_timeout_add_full(G_PRIORITY_HIGH, static_cast<guint>(milliseconds), end, &isOver, nullptr);
-    runUntil([&] { return isOver; });
+        g_timeout_add_full(G_PRIORITY_HIGH, static_cast<guint>(milliseconds), end, &isLate, nullptr);
+    runUntil([&] { return isLate || (isDone = done()); });
     g_source_remove(timer);
+    return isDone;
+}
+
+void RunLoop::runFor(int milliseconds) {
+    runUntil([] { return false; }, milliseconds);
 }
 
 void RunLoop::pump() {

@@ -11,6 +11,8 @@ class RunLoop {
     static void run();
     // Runs until done answers true, asked after every dispatched event, or until the process is to stop.
     static void runUntil(const std::function<bool()>& done);
+    // The same for that long at most. Returns whether done answered true.
+    static bool runUntil(const std::function<bool()>& done, int milliseconds);
     // Runs for that long, or until the process is to stop.
     static void runFor(int milliseconds);
     // Dispatches a little of what is due now and returns without waiting.
