@@ -1,7 +1,5 @@
 #include "platform/XMLParser.h"
 
-#include <expat.h>
-
 #include <climits>
 #include <memory>
 #include <optional>
@@ -12,21 +10,13 @@
 #include "platform/Text.h"
 #include "platform/TextEncoding.h"
 #include "platform/XMLEncoding.h"
+#include "platform/linux/system/ExpatParser.h"
 
 namespace platform {
 
 namespace {
 
 constexpr std::string_view kDocumentType = "<!DOCTYPE";
-
-// Expat replaces entities in attributes' values, before 2.7 by a call within a call for each entity within
-// another.
-constexpr int kMaxEntities = 1000;
-
-struct ParserDeleter {
-    void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
-};
-using ParserOwner = std::unique_ptr<XML_ParserStruct, ParserDeleter>;
 
 // Builds the tree of one document. Its source is UTF-8, so every position that expat tells is one in it.
 class TreeBuilder {
@@ -59,7 +49,7 @@ class TreeBuilder {
     CFXMLTree* append(CFXMLNodeRef node);
     void fail() { XML_StopParser(mParser.get(), XML_FALSE); }
 
-    ParserOwner mParser;
+    ExpatParser mParser;
     std::string_view mSource;
     CFXMLTreeRef mDocument;
     std::vector<CFXMLTree*> mOpen;  // the document and the elements that have not ended

@@ -1,20 +1,18 @@
 #include "platform/XMLStream.h"
 
-#include <expat.h>
-
 #include <algorithm>
 #include <optional>
 #include <string>
 
 #include "platform/TextEncoding.h"
+#include "platform/XMLParser.h"
+#include "platform/linux/system/ExpatParser.h"
 
 namespace platform {
 
 namespace {
 
 constexpr char kSeparator = '\n';  // between namespace and name
-constexpr int kMostLevels = 1000;
-constexpr int kMostEntities = 1000;
 constexpr std::size_t kPieceBytes = 64 << 10;
 // Expat keeps markup that has not ended, and looks through all of it again with every piece.
 constexpr long long kMostPendingBytes = 1 << 20;
@@ -47,44 +45,39 @@ class XMLStream::Parser {
   public:
     explicit Parser(XMLStreamHandler& handler)
         : mHandler(handler), mParser(XML_ParserCreateNS(nullptr, kSeparator)) {
-        if (mParser) configure();
+        if (mParser) configure(mParser.get());
     }
-    ~Parser() {
-        if (mParser) XML_ParserFree(mParser);
-    }
-    Parser(const Parser&) = delete;
-    Parser& operator=(const Parser&) = delete;
 
     bool parse(std::string_view bytes, bool isLast) {
         if (!mIsGood) return false;
         mTaken += static_cast<long long>(bytes.size());
-        mIsGood = mParser &&
-                  XML_Parse(mParser, bytes.data(), static_cast<int>(bytes.size()), isLast) == XML_STATUS_OK;
-        mIsGood = mIsGood && mTaken - XML_GetCurrentByteIndex(mParser) <= kMostPendingBytes;
+        mIsGood = mParser && XML_Parse(mParser.get(), bytes.data(), static_cast<int>(bytes.size()), isLast) ==
+                                 XML_STATUS_OK;
+        mIsGood = mIsGood && mTaken - XML_GetCurrentByteIndex(mParser.get()) <= kMostPendingBytes;
         return mIsGood;
     }
 
   private:
     static Parser& self(void* data) { return *static_cast<Parser*>(data); }
 
-    void configure() {
-        XML_SetUserData(mParser, this);
-        XML_SetUnknownEncodingHandler(mParser, fillEncoding, nullptr);
-        XML_UseForeignDTD(mParser, XML_TRUE);  // an entity that nothing declares is no error
+    void configure(XML_Parser parser) {
+        XML_SetUserData(parser, this);
+        XML_SetUnknownEncodingHandler(parser, fillEncoding, nullptr);
+        XML_UseForeignDTD(parser, XML_TRUE);  // an entity that nothing declares is no error
         XML_SetElementHandler(
-            mParser,
+            parser,
             [](void* data, const char* name, const char** attributes) { self(data).start(name, attributes); },
             [](void* data, const char*) { self(data).end(); });
-        XML_SetCharacterDataHandler(mParser, [](void* data, const char* text, int size) {
+        XML_SetCharacterDataHandler(parser, [](void* data, const char* text, int size) {
             self(data).mHandler.characters({text, static_cast<std::size_t>(size)});
         });
         XML_SetEntityDeclHandler(
-            mParser, [](void* data, const char*, int, const char*, int, const char*, const char*, const char*,
-                        const char*) { self(data).entityDeclared(); });
+            parser, [](void* data, const char*, int, const char*, int, const char*, const char*, const char*,
+                       const char*) { self(data).entityDeclared(); });
     }
 
     void start(std::string_view name, const char* const* attributes) {
-        if (++mLevels > kMostLevels) return fail();
+        if (++mLevels > kMaxXMLDepth) return fail();
         const std::size_t separator = name.rfind(kSeparator);
         if (separator == name.npos) return mHandler.startElement({name, {}, attributes});
         mHandler.startElement({name.substr(separator + 1), name.substr(0, separator), attributes});
@@ -94,12 +87,12 @@ class XMLStream::Parser {
         mHandler.endElement();
     }
     void entityDeclared() {
-        if (++mEntities > kMostEntities) fail();
+        if (++mEntities > kMaxEntities) fail();
     }
-    void fail() { XML_StopParser(mParser, XML_FALSE); }
+    void fail() { XML_StopParser(mParser.get(), XML_FALSE); }
 
     XMLStreamHandler& mHandler;
-    XML_Parser mParser;
+    ExpatParser mParser;
     bool mIsGood = true;
     int mLevels = 0;
     int mEntities = 0;
