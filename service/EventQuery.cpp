@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "platform/Clock.h"
+#include "service/EventTime.h"
 
 const char kDefaultEventService[] = "https://service.geonet.org.nz/fdsnws/event/1/query";
 
@@ -72,17 +73,6 @@ sys_seconds startOfLocalDay(sys_days day) {
     sys_seconds start = midnight;
     for (int step = 0; step < 2; ++step) start = midnight - (shownAt(start) - start);
     return start;
-}
-
-std::string isoTime(sys_seconds time) {
-    const sys_days day = floor<days>(time);
-    const year_month_day date = day;
-    const hh_mm_ss clock(time - day);
-    char text[64];
-    std::snprintf(text, sizeof text, "%04d-%02u-%02uT%02d:%02d:%02d", int(date.year()),
-                  unsigned(date.month()), unsigned(date.day()), int(clock.hours().count()),
-                  int(clock.minutes().count()), int(clock.seconds().count()));
-    return text;
 }
 
 std::string decimal(double value) {

@@ -1,7 +1,6 @@
 #include "service/EventTime.h"
 
 #include <charconv>
-#include <chrono>
 #include <cstdio>
 #include <optional>
 
@@ -101,13 +100,19 @@ std::optional<sys_time<milliseconds>> readTime(std::string_view text) {
 std::string eventTimeInUTC(std::string_view text) {
     const auto time = readTime(text);
     if (!time) return std::string(text);
-    const sys_days day = floor<days>(*time);
+    const sys_seconds second = floor<seconds>(*time);
+    char fraction[16];
+    std::snprintf(fraction, sizeof fraction, ".%03dZ", int((*time - second).count()));
+    return isoTime(second) + fraction;
+}
+
+std::string isoTime(sys_seconds time) {
+    const sys_days day = floor<days>(time);
     const year_month_day date = day;
-    const hh_mm_ss clock(*time - day);
-    char result[64];
-    std::snprintf(result, sizeof result, "%04d-%02u-%02uT%02d:%02d:%02d.%03dZ", int(date.year()),
+    const hh_mm_ss clock(time - day);
+    char text[64];
+    std::snprintf(text, sizeof text, "%04d-%02u-%02uT%02d:%02d:%02d", int(date.year()),
                   unsigned(date.month()), unsigned(date.day()), int(clock.hours().count()),
-                  int(clock.minutes().count()), int(clock.seconds().count()),
-                  int(clock.subseconds().count()));
-    return result;
+                  int(clock.minutes().count()), int(clock.seconds().count()));
+    return text;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <string>
 #include <string_view>
 
@@ -7,3 +8,6 @@
 // writes it: UTC, milliseconds, Z. What follows the milliseconds is cut off. A text that is no such time
 // comes back as it is.
 std::string eventTimeInUTC(std::string_view text);
+
+// 2009-03-03T01:05:09
+std::string isoTime(std::chrono::sys_seconds time);
