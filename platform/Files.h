@@ -11,6 +11,10 @@ bool writeFileAtomically(const std::string& path, const std::string& data);
 
 bool isDirectory(const std::string& path);
 
+// Makes the folder and those above it, where they are not there, for this user alone. Returns false when that
+// fails.
+bool makePrivateFolder(const std::string& path);
+
 // The folder for this process's own temporary files, without a slash at its end: made on first use, private
 // to the process and removed when it ends. Empty when none can be made.
 std::string temporaryDirectory();

@@ -17,7 +17,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kPrivateFolder = 0700;
 constexpr char kPrefix[] = "answer-";
 // In the file's name and in its first line: versions that keep answers in another way use other files.
 constexpr char kVersion[] = "1";
@@ -118,7 +117,7 @@ std::optional<KeptAnswer> AnswerCache::newest(const std::string& service) const 
 
 bool AnswerCache::store(const KeptAnswer& answer) const {
     if (answer.document.size() > kMostDocumentBytes) return false;
-    if (g_mkdir_with_parents(mFolder.c_str(), kPrivateFolder) != 0) return false;
+    if (!makePrivateFolder(mFolder)) return false;
     const bool isStored = writeFileAtomically(pathFor(answer.url), write(answer));
     removeOldest();
     return isStored;

@@ -1,6 +1,7 @@
 #include "platform/Files.h"
 
 #include <fcntl.h>
+#include <glib.h>
 #include <stdlib.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
@@ -146,6 +147,11 @@ bool writeFileAtomically(const std::string& path, const std::string& data) {
 bool isDirectory(const std::string& path) {
     std::error_code error;
     return fs::is_directory(path, error);
+}
+
+bool makePrivateFolder(const std::string& path) {
+    constexpr int kPrivate = 0700;
+    return g_mkdir_with_parents(path.c_str(), kPrivate) == 0;
 }
 
 std::string temporaryDirectory() {

@@ -10,20 +10,20 @@
 #include <charconv>
 #include <string_view>
 
+#include "platform/Files.h"
 #include "platform/linux/system/RunLoop.h"
 
 namespace platform {
 
 namespace {
 
-constexpr int kPrivateFolder = 0700;
 constexpr int kPrivateFile = 0600;
 constexpr int kPollMilliseconds = 20;
 // Somewhat longer than a transfer may take.
 constexpr long long kLongestWaitMicroseconds = 35'000'000;
 
 int openLock(const std::string& folder) {
-    if (g_mkdir_with_parents(folder.c_str(), kPrivateFolder) != 0) return -1;
+    if (!makePrivateFolder(folder)) return -1;
     return open((folder + "/lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, kPrivateFile);
 }
 

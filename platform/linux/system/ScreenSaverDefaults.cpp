@@ -18,7 +18,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr char kGroup[] = "Settings";
-constexpr int kPrivateFolder = 0700;
 
 // Absent counts as empty. Damaged: read, but no key file. Unusable: not to be read, and so not to be
 // replaced.
@@ -98,7 +97,7 @@ struct ScreenSaverDefaults::Store {
 
     // Merges the changes into what is stored by now: another process may have written meanwhile.
     bool write() const {
-        if (g_mkdir_with_parents(folder.c_str(), kPrivateFolder) != 0) return false;
+        if (!makePrivateFolder(folder)) return false;
         const FolderLock lock(folder);
         KeyFile file;
         const FileState state = file.load(path);
