@@ -112,6 +112,11 @@ std::vector<Span> listedPrograms(std::string_view text) {
     return list ? programsOf(text, valueOf(text, *list)) : std::vector<Span>();
 }
 
+std::vector<Span> withoutBlankEnd(std::string_view text, std::vector<Span> programs) {
+    while (!programs.empty() && isBlank(text, programs.back())) programs.pop_back();
+    return programs;
+}
+
 bool hasSeparator(std::string_view program) { return program.ends_with("\\n"); }
 
 // The end of what is neither blank nor the mere continuation of a line.
@@ -150,8 +155,7 @@ void XScreenSaverFile::add(const std::string& command) {
         mText += "programs:\t" + line + "\n";
         return;
     }
-    auto programs = listedPrograms(mText);
-    while (!programs.empty() && isBlank(mText, programs.back())) programs.pop_back();
+    const auto programs = withoutBlankEnd(mText, listedPrograms(mText));
     if (programs.empty())
         mText.insert(valueOf(mText, *list).begin, "\t" + line);
     else if (hasSeparator(part(mText, programs.back())))
@@ -175,8 +179,7 @@ bool XScreenSaverFile::addingMovesChoice() const {
 }
 
 bool XScreenSaverFile::removingMovesChoice() const {
-    auto programs = listedPrograms(mText);
-    while (!programs.empty() && isBlank(mText, programs.back())) programs.pop_back();
+    const auto programs = withoutBlankEnd(mText, listedPrograms(mText));
     return findEntry(mText, "selected") && !programs.empty() &&
            placeOf(mText, programs.back()) == Place::None;
 }

@@ -42,23 +42,24 @@ class Question {
         : mUrl(url), mDocument(document), mCache(AnswerCache::userFolder()) {}
 
     LoadOutcome answer() {
-        if (useFresh()) return keptOutcome();
+        if (hasFresh()) return useKept();
         const RequestLock lock(mCache.folder());
         if (RunLoop::isStopping()) return {CURLE_ABORTED_BY_CALLBACK, "stopped", mUrl};
-        if (useFresh()) return keptOutcome();
+        if (hasFresh()) return useKept();
         if (lock.hasFailedMeanwhile(mUrl))
             return useEarlier({coreFoundationUnknownErr, "asked in vain by another process", mUrl});
         return ask(lock);
     }
 
   private:
-    bool useFresh() {
+    bool hasFresh() {
         mKept = mCache.find(mUrl);
-        if (!mKept || !isYounger(*mKept, kFreshSeconds)) return false;
-        mDocument = mKept->document;
-        return true;
+        return mKept && isYounger(*mKept, kFreshSeconds);
     }
-    LoadOutcome keptOutcome() const { return {0, {}, "what is kept of " + mKept->url}; }
+    LoadOutcome useKept() {
+        mDocument = std::move(mKept->document);
+        return {0, {}, "what is kept of " + mKept->url};
+    }
 
     LoadOutcome ask(const RequestLock& lock) {
         EventReply reply = askEventService(mUrl, mKept ? mKept->validators : Validators());
@@ -83,18 +84,17 @@ class Question {
     }
 
     LoadOutcome useEarlier(LoadOutcome failed) {
-        std::optional<KeptAnswer> earlier = mCache.newest(serviceAddress);
-        if (!earlier || !isYounger(*earlier, kUsableSeconds)) return failed;
+        mKept = mCache.newest(serviceAddress);
+        if (!mKept || !isYounger(*mKept, kUsableSeconds)) return failed;
         trace("fetch " + mUrl + ": " + failed.failure);
-        mDocument = std::move(earlier->document);
-        asOf = earlier->time;
-        return {0, {}, "what is kept of " + earlier->url};
+        asOf = mKept->time;
+        return useKept();
     }
 
     const std::string& mUrl;
     std::string& mDocument;
     const AnswerCache mCache;
-    std::optional<KeptAnswer> mKept;  // the answer to the same question
+    std::optional<KeptAnswer> mKept;  // the one looked up last
 };
 
 }  // namespace
