@@ -140,8 +140,10 @@ bool HttpTransfer::take(const char* bytes, std::size_t count) {
     mTooLarge = isTooLarge(count);
     if (mTooLarge) return false;
     mReceived += static_cast<long long>(count);
-    if (!mSink) return mBody.append(bytes, count), true;
-    mRefused = !mSink({bytes, count});
+    if (mSink)
+        mRefused = !mSink({bytes, count});
+    else
+        mBody.append(bytes, count);
     return !mRefused;
 }
 
