@@ -38,7 +38,7 @@ function drawPage(view, quake) {
   drawLayers(context, view, density);
   const fixed = {mark: quake.place && boxOfMark(mark), panel: boxOf(document.getElementById("panel")),
     credit: boxOf(document.getElementById("credit"))};
-  const corners = placeCorners(view, quake, Object.values(fixed).filter(Boolean));
+  const corners = placeCorners(view, quake, fixed);
   const obstacles = {...fixed, ...corners.boxes};
   const labels = layOutLabels(context, view, obstacles);
   drawLabels(context, labels);
@@ -62,13 +62,12 @@ function mapContext(view, density) {
 }
 
 // The scale and the region, where the panel and the mark leave them room.
-function placeCorners(view, quake, taken) {
-  const credit = boxOf(document.getElementById("credit"));
-  const panel = boxOf(document.getElementById("panel"));
-  const bottoms = [credit.top, panel.top].map(top => top - 4 * view.unit);
-  const isFree = corner => corner && !taken.some(box => boxesMeet(box, corner.box));
-  const inset = [createInset(view, quake)].find(isFree) || null;
-  const scale = bottoms.map(bottom => createScale(view, bottom)).find(isFree) || null;
+function placeCorners(view, quake, fixed) {
+  const taken = Object.values(fixed).filter(Boolean);
+  const firstFree = corners =>
+      corners.find(corner => corner && !taken.some(box => boxesMeet(box, corner.box))) || null;
+  const inset = firstFree([createInset(view, quake)]);
+  const scale = firstFree([fixed.credit, fixed.panel].map(({top}) => createScale(view, top - 4 * view.unit)));
   return {inset, scale, boxes: {inset: inset && inset.box, scale: scale && scale.box}};
 }
 
