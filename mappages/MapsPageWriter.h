@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/Geometry.h"
+#include "platform/portable/Geometry.h"
 
 class CQuakeEvent;
 

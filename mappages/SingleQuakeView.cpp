@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "platform/NotificationCenter.h"
 #include "platform/WebView.h"
+#include "platform/portable/NotificationCenter.h"
 #include "quakes/CQuakeList.h"
 
 namespace {

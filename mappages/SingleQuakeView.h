@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "mappages/MapsPageWriter.h"
-#include "platform/View.h"
+#include "platform/portable/View.h"
 
 namespace platform {
 class WebView;

@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/Geometry.h"
+#include "platform/portable/Geometry.h"
 
 namespace platform {
 

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "platform/Geometry.h"
+#include "platform/portable/Geometry.h"
 
 namespace platform {
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/CFXMLTree.h"
+#include "platform/portable/CFXMLTree.h"
 
 namespace platform {
 

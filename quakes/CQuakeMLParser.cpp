@@ -6,8 +6,8 @@
 #include <cstring>
 #include <ctime>
 
-#include "platform/CFURL.h"
 #include "platform/Clock.h"
+#include "platform/portable/CFURL.h"
 #include "quakes/CQuakeEvent.h"
 #include "xml/CXMLDocument.h"
 #include "xml/CXMLTreeNode.h"
@@ -63,7 +63,7 @@ void CQuakeMLParser::GetDateRange(int days, char* buffer) const {
 }
 
 void CQuakeMLParser::RetrieveLatestQuakeEvents() {
-    const CFURL url{GetQueryString()};
+    const platform::CFURL url{GetQueryString()};
     CXMLDocument document;
     document.Read(&url);
     CXMLTreeNode* const root = dynamic_cast<CXMLTreeNode*>(document.GetNodeByKey("quakeml"));

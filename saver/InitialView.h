@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/View.h"
+#include "platform/portable/View.h"
 
 // The splash that covers the screen while the first quake's page loads.
 class InitialView : public platform::View {

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "platform/ConfigPanel.h"
-#include "platform/ScreenSaverView.h"
 #include "platform/ViewAnimation.h"
+#include "platform/portable/ScreenSaverView.h"
 
 class InitialView;
 class SingleQuakeView;

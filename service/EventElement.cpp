@@ -3,10 +3,8 @@
 #include <charconv>
 #include <cmath>
 
-#include "platform/Text.h"
 #include "service/EventTime.h"
-
-using platform::trimmed;
+#include "support/Text.h"
 
 namespace {
 

@@ -11,10 +11,12 @@
 #include <string_view>
 
 #include "platform/StringList.h"
-#include "platform/Text.h"
 #include "support/CErr.h"
 #include "support/HFSUniStr255.h"
 #include "support/PascalString.h"
+#include "support/Text.h"
+
+using namespace platform;
 
 namespace {
 
@@ -111,19 +113,19 @@ void OrvStr::strlwr(char* text) {
 
 const char* OrvStr::GetCStrFromList(short listID, short index) {
     static char buffer[kListStringBufferSize];
-    return strncpy(buffer, platform::stringFromList(listID, index).c_str(), sizeof buffer);
+    return strncpy(buffer, stringFromList(listID, index).c_str(), sizeof buffer);
 }
 
 const unsigned char* OrvStr::GetPStrFromList(short listID, short index) {
     static Str255 buffer;
-    CopyCStringToPascal(platform::stringFromList(listID, index).c_str(), buffer);
+    CopyCStringToPascal(stringFromList(listID, index).c_str(), buffer);
     return buffer;
 }
 
 const char* OrvStr::ConvertedCStr(const std::string& text, CFStringEncoding encoding) {
     static char buffer[kCStringBufferSize];
-    if (encoding == kCFStringEncodingMacRoman && platform::isASCII(text)) return text.c_str();
-    const std::optional<std::string> converted = platform::convertText(text, kCFStringEncodingUTF8, encoding);
+    if (encoding == kCFStringEncodingMacRoman && isASCII(text)) return text.c_str();
+    const std::optional<std::string> converted = convertText(text, kCFStringEncodingUTF8, encoding);
     if (!converted || converted->size() >= sizeof buffer) return nullptr;
     std::memcpy(buffer, converted->c_str(), converted->size() + 1);
     return buffer;
@@ -132,7 +134,7 @@ const char* OrvStr::ConvertedCStr(const std::string& text, CFStringEncoding enco
 // index is an int because a variable argument list cannot follow a short.
 int OrvStr::ResStrSprintf(char* dst, short listID, int index, ...) {
     if (dst == nullptr) return 0;
-    const std::string format = platform::stringFromList(listID, static_cast<short>(index));
+    const std::string format = stringFromList(listID, static_cast<short>(index));
     std::va_list arguments;
     va_start(arguments, index);
     const int length = std::vsprintf(dst, format.c_str(), arguments);
@@ -142,7 +144,7 @@ int OrvStr::ResStrSprintf(char* dst, short listID, int index, ...) {
 
 void OrvStr::CStr2UniChar(const char* text, char* out, int outSize, int& length) {
     const std::optional<std::string> converted =
-        platform::convertText(orEmpty(text), kCFStringEncodingUTF8, kCFStringEncodingUnicode);
+        convertText(orEmpty(text), kCFStringEncodingUTF8, kCFStringEncodingUnicode);
     Err.CheckNull(converted ? &*converted : nullptr,
                   "static void OrvStr::CStr2UniChar(const char*, char*, int, int&)",
                   "Failed to create CFStringRef");
@@ -158,7 +160,7 @@ void OrvStr::CStr2UniChar(const char* text, char* out, int outSize, int& length)
 bool OrvStr::CStr2HFSUniStr(const char* text, HFSUniStr255& out) {
     if (text == nullptr) return false;
     const std::optional<std::string> converted =
-        platform::convertText(text, kCFStringEncodingMacRoman, kCFStringEncodingUnicode);
+        convertText(text, kCFStringEncodingMacRoman, kCFStringEncodingUnicode);
     if (!converted || converted->size() > sizeof out.unicode) return false;
     std::memcpy(out.unicode.data(), converted->data(), converted->size());
     out.length = static_cast<std::uint16_t>(converted->size() / sizeof out.unicode[0]);

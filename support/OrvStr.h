@@ -36,8 +36,8 @@ class OrvStr {
 
     // text in an encoding: its own storage where its bytes are already in that encoding, else a static
     // buffer. Null when it does not fit the buffer or cannot be converted.
-    static const char* GetCStrFromCFStr(const std::string& text, CFStringEncoding encoding) {
-        return encoding == kCFStringEncodingUTF8 ? text.c_str() : ConvertedCStr(text, encoding);
+    static const char* GetCStrFromCFStr(const std::string& text, platform::CFStringEncoding encoding) {
+        return encoding == platform::kCFStringEncodingUTF8 ? text.c_str() : ConvertedCStr(text, encoding);
     }
 
     // Formats the further arguments with a string-list entry into dst, which has room for all of it. Returns
@@ -76,5 +76,5 @@ class OrvStr {
     static bool CheckAppendSuffix(char* name, const char* suffix, bool checkOnly);
 
   private:
-    static const char* ConvertedCStr(const std::string& text, CFStringEncoding encoding);
+    static const char* ConvertedCStr(const std::string& text, platform::CFStringEncoding encoding);
 };

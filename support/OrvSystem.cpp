@@ -53,7 +53,7 @@ const char* OrvSystem::GetProcessName() {
     static char buffer[kBufferSize];
     buffer[0] = '\0';
     const std::string processName = platform::processName();
-    const char* name = OrvStr::GetCStrFromCFStr(processName, kCFStringEncodingMacRoman);
+    const char* name = OrvStr::GetCStrFromCFStr(processName, platform::kCFStringEncodingMacRoman);
     if (name != nullptr) OrvStr::strncpy(buffer, name, kBufferSize);
     return buffer;
 }

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
 # Configures and builds a preset; its output is shown (its end) only when it fails.
 #
-#     tools/build.sh release|sanitize
+#     tools/build.sh release|dev|sanitize
 set -euo pipefail
 cd "$(dirname "$0")/.."
-preset=${1:?which preset: release or sanitize}
+preset=${1:?which preset: release, dev or sanitize}
 
 mkdir -p build
 log=build/$preset.log

@@ -4,11 +4,11 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 tools/setup.sh test
-tools/build.sh release
+tools/build.sh dev
 
 draw() {  # PAGE WIDTH HEIGHT NAME OPTION-OF-CONVERT...
     local output=$PWD/resources/$4
-    build/release/page_picture "$PWD/tools/$1" "$2" "$3" "$output"
+    build/dev/page_picture "$PWD/tools/$1" "$2" "$3" "$output"
     convert "$output" "${@:5}" -strip -define png:compression-level=9 "$output"
     echo "$output: $(stat -c %s "$output") bytes"
 }

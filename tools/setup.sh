@@ -2,20 +2,22 @@
 # Installs the Debian packages that are missing; does nothing when all are there.
 #
 #     tools/setup.sh run             what building and running needs
+#     tools/setup.sh pictures        that, and what tools/take_pictures.sh needs
 #     tools/setup.sh test            that, and what the tests and tools/lint need
 #     tools/setup.sh package         what building and running needs, and building the package
 #     tools/setup.sh package-test    that, and what testing the package needs
 set -euo pipefail
 
-# The tests and the benchmarks belong to the same configuration, so their libraries stand here too.
 run_packages=(
     cmake ninja-build g++ pkg-config
     libgtk-3-dev libwebkit2gtk-4.1-dev libgtk-layer-shell-dev libx11-dev libcurl4-openssl-dev libexpat1-dev
-    libxfixes-dev libxtst-dev libxrandr-dev libgtest-dev libgmock-dev libbenchmark-dev libcpp-httplib-dev libxml2-dev
     bubblewrap xdg-dbus-proxy fonts-dejavu-core fonts-liberation
-    xvfb xdotool imagemagick
 )
+# Where there is no display, pictures of the window are taken on one of our own.
+picture_packages=(xvfb xdotool imagemagick)
 test_packages=(
+    libgtest-dev libgmock-dev libbenchmark-dev libcpp-httplib-dev libxml2-dev
+    libxfixes-dev libxtst-dev libxrandr-dev
     python3 x11-utils clang-format clang-tidy
     xscreensaver mate-screensaver dbus-daemon sway swayidle cage xwayland
     xserver-xorg-core xserver-xorg-video-dummy
@@ -25,10 +27,11 @@ package_test_packages=(lintian debootstrap appstream desktop-file-utils)
 
 case "${1-}" in
     run) wanted=("${run_packages[@]}") ;;
-    test) wanted=("${run_packages[@]}" "${test_packages[@]}") ;;
+    pictures) wanted=("${run_packages[@]}" "${picture_packages[@]}") ;;
+    test) wanted=("${run_packages[@]}" "${picture_packages[@]}" "${test_packages[@]}") ;;
     package) wanted=("${run_packages[@]}" "${package_packages[@]}") ;;
     package-test) wanted=("${run_packages[@]}" "${package_packages[@]}" "${package_test_packages[@]}") ;;
-    *) sed -n '2,7s/^# \{0,1\}//p' "$0" >&2; exit 2 ;;
+    *) sed -n '2,8s/^# \{0,1\}//p' "$0" >&2; exit 2 ;;
 esac
 
 is_installed() {

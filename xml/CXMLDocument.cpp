@@ -5,13 +5,15 @@
 
 #include "platform/URLLoading.h"
 #include "platform/XMLParser.h"
-#include "platform/XMLSerializer.h"
 #include "support/CErr.h"
 #include "support/FSRef.h"
 #include "support/OrvFiles.h"
 #include "xml/CXMLDocumentNode.h"
 #include "xml/CXMLProcInstNode.h"
 #include "xml/UXML.h"
+#include "xml/XMLSerializer.h"
+
+using namespace platform;
 
 namespace {
 
@@ -21,9 +23,9 @@ constexpr std::uint32_t kTextType = 0x54455854;        // 'TEXT'
 // Null when there is none.
 CFXMLTreeRef LoadTree(const std::string& url) {
     std::string data;
-    int errorCode = platform::coreFoundationUnknownErr;
-    if (!platform::loadResource(url, data, errorCode)) return {};
-    return platform::parseXML(data);
+    int errorCode = coreFoundationUnknownErr;
+    if (!loadResource(url, data, errorCode)) return {};
+    return parseXML(data);
 }
 
 }  // namespace
@@ -90,7 +92,7 @@ void CXMLDocument::Read(const FSRef* file) {
 
 void CXMLDocument::Read(const char* path) {
     if (!path || *path == '\0') return;
-    const CFURL url{platform::fileURLWithPath(path)};
+    const CFURL url{fileURLWithPath(path)};
     Read(&url);
 }
 
@@ -108,17 +110,17 @@ void CXMLDocument::ProcessSubTree(const CFXMLTree* tree, CXMLNode* parent) {
 
 bool CXMLDocument::Write(const CFURL* url) const {
     if (!url || !mDocumentTree) return false;
-    const std::optional<std::string> data = platform::serializeXML(mDocumentTree.get());
-    int errorCode = platform::coreFoundationUnknownErr;
-    if (!data || !platform::writeResource(url->text, *data, errorCode)) return false;
-    const FSRef file{platform::pathOfFileURL(url->text)};
+    const std::optional<std::string> data = serializeXML(mDocumentTree.get());
+    int errorCode = coreFoundationUnknownErr;
+    if (!data || !writeResource(url->text, *data, errorCode)) return false;
+    const FSRef file{pathOfFileURL(url->text)};
     if (!file.path.empty()) OrvFiles::SetFileCreatorType(file, kUnknownCreator, kTextType);
     return true;
 }
 
 bool CXMLDocument::Write(const char* path) const {
     if (!path || *path == '\0') return false;
-    const CFURL url{platform::fileURLWithPath(path)};
+    const CFURL url{fileURLWithPath(path)};
     return Write(&url);
 }
 

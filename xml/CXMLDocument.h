@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/CFURL.h"
-#include "platform/CFXMLTree.h"
+#include "platform/portable/CFURL.h"
+#include "platform/portable/CFXMLTree.h"
 
 class CXMLNode;
 struct FSRef;
@@ -35,16 +35,16 @@ class CXMLDocument {
     void GetNodesWithKey(const char* key, std::vector<CXMLNode*>& out);
 
     // Each adds what it reads under the document node, and nothing when the resource cannot be had or parsed.
-    void Read(const CFURL* url);
+    void Read(const platform::CFURL* url);
     void Read(const FSRef* file);
     void Read(const char* path);
 
     // Adds the elements and texts under tree to parent. Whatever else is in it is left out, with all below
     // it.
-    void ProcessSubTree(const CFXMLTree* tree, CXMLNode* parent);
+    void ProcessSubTree(const platform::CFXMLTree* tree, CXMLNode* parent);
 
     // Writes the tree as it was read, or the nodes that were added if none was. Returns false on failure.
-    bool Write(const CFURL* url) const;
+    bool Write(const platform::CFURL* url) const;
     bool Write(const char* path) const;
 
     // Ends every node. The document must not be searched afterwards.
@@ -56,7 +56,7 @@ class CXMLDocument {
     // Enters the first of the pending nodes, which there must be, into the index.
     KeyIndex::iterator EnterNextNode();
 
-    CFXMLTreeRef mDocumentTree;  // what Write writes
+    platform::CFXMLTreeRef mDocumentTree;  // what Write writes
     KeyIndex mKeyIndex;
     // Added, not yet in the index: few are ever looked up, so they enter it when a search gets that far.
     std::deque<CXMLNode*> mPendingNodes;

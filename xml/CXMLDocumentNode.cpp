@@ -1,5 +1,7 @@
 #include "xml/CXMLDocumentNode.h"
 
+using namespace platform;
+
 CXMLDocumentNode::CXMLDocumentNode(CFStringEncoding encoding) {
     std::optional<std::string> key = CreateString(kKey, kCFStringEncodingUTF8);
     if (!key) return;

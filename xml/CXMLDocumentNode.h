@@ -7,5 +7,5 @@ class CXMLDocumentNode : public CXMLTreeNode {
   public:
     static constexpr char kKey[] = "XML_DOCUMENT";
 
-    explicit CXMLDocumentNode(CFStringEncoding encoding);
+    explicit CXMLDocumentNode(platform::CFStringEncoding encoding);
 };

@@ -2,6 +2,8 @@
 
 #include "support/CErr.h"
 
+using namespace platform;
+
 namespace {
 
 constexpr char kLocation[] = "CXMLElementNode::CXMLElementNode(const char*, CFStringEncoding)";

@@ -6,7 +6,7 @@
 class CXMLElementNode : public CXMLTreeNode {
   public:
     // Shares the parser node of an element unless that has attributes.
-    explicit CXMLElementNode(const CFXMLNode* element);
+    explicit CXMLElementNode(const platform::CFXMLNode* element);
     // A name that is not of that encoding ends the process.
-    CXMLElementNode(const char* name, CFStringEncoding encoding);
+    CXMLElementNode(const char* name, platform::CFStringEncoding encoding);
 };

@@ -3,8 +3,10 @@
 #include <cstring>
 #include <string_view>
 
-#include "platform/Text.h"
 #include "support/CErr.h"
+#include "support/Text.h"
+
+using namespace platform;
 
 namespace {
 
@@ -43,6 +45,6 @@ void CXMLNode::SetNode(CFXMLNodeRef node, const char* location) {
 std::optional<std::string> CXMLNode::CreateString(const char* text, CFStringEncoding encoding) {
     if (!text) return std::nullopt;
     // ASCII is the same in every encoding of C strings.
-    if (platform::isASCII(text)) return text;
-    return platform::convertText(text, encoding, kCFStringEncodingUTF8);
+    if (isASCII(text)) return text;
+    return convertText(text, encoding, kCFStringEncodingUTF8);
 }

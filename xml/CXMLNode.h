@@ -3,8 +3,8 @@
 #include <optional>
 #include <string>
 
-#include "platform/CFXMLTree.h"
 #include "platform/TextEncoding.h"
+#include "platform/portable/CFXMLTree.h"
 
 // A node of the document model, around one parser node and the parser tree of it. Its key is the parser
 // node's string: an element's name, a text's own text. Whoever made a node owns it until it is added to a
@@ -31,19 +31,19 @@ class CXMLNode {
     bool operator==(const CXMLNode& other) const;
 
     // Null in a node that could not be made.
-    CFXMLTree* GetTree() const { return mTree.get(); }
+    platform::CFXMLTree* GetTree() const { return mTree.get(); }
 
   protected:
     // Takes the node and makes its tree. A null one ends the process, location telling where.
-    void SetNode(CFXMLNodeRef node, const char* location);
+    void SetNode(platform::CFXMLNodeRef node, const char* location);
 
     // Null when there is no node.
     const std::string* GetString() const { return mNode ? &mNode->GetString() : nullptr; }
 
     // Nothing for a null text and for one that is not of that encoding.
-    static std::optional<std::string> CreateString(const char* text, CFStringEncoding encoding);
+    static std::optional<std::string> CreateString(const char* text, platform::CFStringEncoding encoding);
 
   private:
-    CFXMLNodeRef mNode;
-    CFXMLTreeRef mTree;
+    platform::CFXMLNodeRef mNode;
+    platform::CFXMLTreeRef mTree;
 };

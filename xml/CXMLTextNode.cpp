@@ -12,6 +12,8 @@
 #include "support/CErr.h"
 #include "support/OrvStr.h"
 
+using namespace platform;
+
 namespace {
 
 constexpr char kInternalCreate[] = "void CXMLTextNode::InternalCreateWithCStr(const char*, CFStringEncoding)";

@@ -7,9 +7,9 @@
 class CXMLTextNode : public CXMLLeafNode {
   public:
     // Shares the parser node of a text unless some of it needs escaping.
-    explicit CXMLTextNode(const CFXMLNode* text);
+    explicit CXMLTextNode(const platform::CFXMLNode* text);
     // A text that is not of that encoding leaves the node without a string.
-    CXMLTextNode(const char* text, CFStringEncoding encoding);
+    CXMLTextNode(const char* text, platform::CFStringEncoding encoding);
     explicit CXMLTextNode(double value);  // five decimals
     CXMLTextNode(double value, int precision);
     explicit CXMLTextNode(int value);
@@ -26,6 +26,6 @@ class CXMLTextNode : public CXMLLeafNode {
     static void ReplaceSpecialCharacters(char* text);
 
   private:
-    void InternalCreateWithCStr(const char* text, CFStringEncoding encoding);
+    void InternalCreateWithCStr(const char* text, platform::CFStringEncoding encoding);
     void CreateWithString(std::optional<std::string> string);
 };

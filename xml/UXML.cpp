@@ -7,6 +7,8 @@
 #include "xml/CXMLElementNode.h"
 #include "xml/CXMLTextNode.h"
 
+using namespace platform;
+
 namespace {
 
 CXMLElementNode* ElementChild(CXMLTreeNode* parent, const char* key) {

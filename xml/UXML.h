@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/CFXMLNode.h"
+#include "platform/portable/CFXMLNode.h"
 
 class CXMLDocument;
 class CXMLElementNode;
@@ -14,9 +14,9 @@ class UXML {
   public:
     // Model nodes of a parser node that is an element or a text; the caller owns them. Null for every other
     // kind.
-    static CXMLNode* CreateCXMLNodeFromCFXMLNode(const CFXMLNode* node);
-    static CXMLElementNode* CreateCXMLElementNodeFromCFXMLNode(const CFXMLNode* node);
-    static CXMLTextNode* CreateCXMLTextNodeFromCFXMLNode(const CFXMLNode* node);
+    static CXMLNode* CreateCXMLNodeFromCFXMLNode(const platform::CFXMLNode* node);
+    static CXMLElementNode* CreateCXMLElementNodeFromCFXMLNode(const platform::CFXMLNode* node);
+    static CXMLTextNode* CreateCXMLTextNodeFromCFXMLNode(const platform::CFXMLNode* node);
 
     // A new element of the document, which parent owns.
     static CXMLElementNode* CreateCXMLElementNodeForParentNode(CXMLDocument& document, CXMLTreeNode* parent,

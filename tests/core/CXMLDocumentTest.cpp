@@ -7,6 +7,8 @@
 #include "xml/CXMLElementNode.h"
 #include "xml/CXMLTextNode.h"
 
+using namespace platform;
+
 namespace {
 
 using testing::ElementsAre, testing::ExitedWithCode, testing::IsEmpty;
@@ -125,8 +127,8 @@ TEST_F(CXMLDocumentTest, FilesAreReadByPathAndReferenceAndWrittenWithTheirCodes)
     ASSERT_TRUE(mDocument.Write(file.path.c_str()));
     EXPECT_FALSE(mDocument.Write("no/folder.xml"));
     EXPECT_FALSE(mDocument.Write(static_cast<const CFURL*>(nullptr)));
-    const platform::FinderInfo codes = platform::finderInfo(file.path);
-    const bool areKept = platform::setFinderInfo(file.path, codes);  // by this file system
+    const FinderInfo codes = finderInfo(file.path);
+    const bool areKept = setFinderInfo(file.path, codes);  // by this file system
     EXPECT_EQ(std::string(codes.data(), 8), areKept ? "TEXT????" : std::string(8, '\0'));
     std::ofstream(file.path) << "<a/>";
     mDocument.Read(file.path.c_str());

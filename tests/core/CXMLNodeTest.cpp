@@ -7,6 +7,8 @@
 #include "xml/CXMLProcInstNode.h"
 #include "xml/CXMLTextNode.h"
 
+using namespace platform;
+
 namespace {
 
 std::string keyOf(const CXMLNode& node, int size = CXMLNode::kTextBufferSize) {

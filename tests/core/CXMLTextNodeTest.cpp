@@ -9,7 +9,9 @@
 
 namespace {
 
-CXMLTextNode node(const std::string& text) { return CXMLTextNode(text.c_str(), kCFStringEncodingUTF8); }
+CXMLTextNode node(const std::string& text) {
+    return CXMLTextNode(text.c_str(), platform::kCFStringEncodingUTF8);
+}
 
 std::string stored(CXMLTextNode&& node) {
     char buffer[4096] = "untouched";
@@ -26,7 +28,7 @@ TEST(CXMLTextNodeTest, TextsAreStoredEscapedButForLaterAmpersands) {
                                                          {"", ""},
                                                          {repeated("'", 300), repeated("&apos;", 300)}};
     for (const auto& [text, escaped] : cases) EXPECT_EQ(stored(node(text)), escaped) << text;
-    EXPECT_EQ(stored(CXMLTextNode("\x8E<", kCFStringEncodingMacRoman)), "\xC3\xA9&lt;");
+    EXPECT_EQ(stored(CXMLTextNode("\x8E<", platform::kCFStringEncodingMacRoman)), "\xC3\xA9&lt;");
     // In no more time than it takes to go over the text.
     EXPECT_EQ(node(std::string(5'000'000, '>')).GetTree()->GetNode()->GetString().size(), 20'000'000u);
 }

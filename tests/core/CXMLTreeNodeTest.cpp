@@ -5,6 +5,8 @@
 #include "xml/CXMLElementNode.h"
 #include "xml/CXMLTextNode.h"
 
+using namespace platform;
+
 namespace {
 
 using testing::ElementsAre;

@@ -1,4 +1,4 @@
-#include "platform/NotificationCenter.h"
+#include "platform/portable/NotificationCenter.h"
 
 #include <gtest/gtest.h>
 

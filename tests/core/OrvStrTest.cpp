@@ -9,6 +9,8 @@
 #include "tests/standins/StandIns.h"
 #include "tests/support/Feed.h"
 
+using namespace platform;
+
 namespace {
 
 using OrvStrTest = standins::Test;

@@ -18,7 +18,7 @@ TEST_F(UXMLTest, ValuesAreThoseOfTheFirstElementOfThatNameAndNeutralWithoutAPlai
         "<r>named<value>-41.5</value><value>7</value><text>a &lt; b's</text><degrees><!-- north "
         "-->12</degrees>"
         "<empty/><nested><inner>1</inner>2</nested><cdata><![CDATA[3]]></cdata><ref>&#52;</ref></r>";
-    const CFURL url{"http://feed.example/document"};
+    const platform::CFURL url{"http://feed.example/document"};
     mDocument.Read(&url);
     auto* const root = dynamic_cast<CXMLElementNode*>(mDocument.GetNodeByKey("r"));
     const auto read = [&](const char* key) {

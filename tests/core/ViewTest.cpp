@@ -1,4 +1,4 @@
-#include "platform/View.h"
+#include "platform/portable/View.h"
 
 #include <gtest/gtest.h>
 

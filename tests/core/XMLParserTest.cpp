@@ -3,18 +3,20 @@
 #include <gtest/gtest.h>
 
 #include "platform/TextEncoding.h"
-#include "platform/XMLSerializer.h"
 #include "tests/support/Feed.h"
+#include "xml/XMLSerializer.h"
+
+using namespace platform;
 
 namespace {
 
 // The document read and written again; "(none)" when it cannot be parsed or written.
 std::string rewritten(const std::string& document) {
-    const CFXMLTreeRef tree = platform::parseXML(document);
-    return tree ? platform::serializeXML(tree.get()).value_or("(none)") : "(none)";
+    const CFXMLTreeRef tree = parseXML(document);
+    return tree ? serializeXML(tree.get()).value_or("(none)") : "(none)";
 }
 
-bool isParsed(const std::string& document) { return static_cast<bool>(platform::parseXML(document)); }
+bool isParsed(const std::string& document) { return static_cast<bool>(parseXML(document)); }
 
 std::string nested(int depth) { return repeated("<a>", depth) + repeated("</a>", depth); }
 
@@ -29,7 +31,7 @@ std::string outline(const CFXMLTree* tree) {
 }
 
 std::string outlineOf(const std::string& document) {
-    const CFXMLTreeRef tree = platform::parseXML(document);
+    const CFXMLTreeRef tree = parseXML(document);
     return tree ? outline(tree.get()) : "(none)";
 }
 
@@ -55,8 +57,8 @@ TEST(XMLParserTest, DocumentsAreReadInTheEncodingTheyDeclareAndWrittenBackInIt) 
     EXPECT_EQ(rewritten(windows), windows);
     const std::string text = "<?xml version=\"1.0\" encoding=\"UTF-16\"?><a>\xE2\x82\xAC</a>";
     for (const char* encoding : {"UTF-16LE", "UTF-16BE"}) {
-        const std::string utf16 = *platform::convertText(text, "UTF-8", encoding);
-        const std::string mark = *platform::convertText("\xEF\xBB\xBF", "UTF-8", encoding);
+        const std::string utf16 = *convertText(text, "UTF-8", encoding);
+        const std::string mark = *convertText("\xEF\xBB\xBF", "UTF-8", encoding);
         EXPECT_EQ(outlineOf(mark + utf16), "4:xml 2:a(6:\xE2\x82\xAC )");
         EXPECT_EQ(rewritten(mark + utf16), mark + utf16);
         EXPECT_EQ(rewritten(utf16), utf16);
@@ -90,8 +92,8 @@ TEST(XMLParserTest, WhatIsNotWellFormedHasNoTree) {
 }
 
 TEST(XMLParserTest, NestingHasALimit) {
-    EXPECT_TRUE(isParsed(nested(platform::kMaxXMLDepth)));
-    for (const int depth : {platform::kMaxXMLDepth + 1, 100'000}) EXPECT_FALSE(isParsed(nested(depth)));
+    EXPECT_TRUE(isParsed(nested(kMaxXMLDepth)));
+    for (const int depth : {kMaxXMLDepth + 1, 100'000}) EXPECT_FALSE(isParsed(nested(depth)));
 }
 
 TEST(XMLParserTest, EntityBombsAreInertAndEntitiesWithinEntitiesDoNotDriveTheStack) {
@@ -108,7 +110,7 @@ TEST(XMLParserTest, ATreeKeepsItsChildrenHoweverDeepItIs) {
         last->AppendChild(child.get());
         last = child.get();
     }
-    EXPECT_EQ(platform::serializeXML(root.get()), nested(100'000));
+    EXPECT_EQ(serializeXML(root.get()), nested(100'000));
 }
 
 }  // namespace

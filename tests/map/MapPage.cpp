@@ -7,9 +7,9 @@
 #include <utility>
 
 #include "mappages/MapsPageWriter.h"
-#include "platform/NotificationCenter.h"
 #include "platform/WebView.h"
 #include "platform/linux/system/RunLoop.h"
+#include "platform/portable/NotificationCenter.h"
 
 using platform::NotificationCenter;
 using platform::RunLoop;

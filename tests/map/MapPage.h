@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/Geometry.h"
 #include "platform/linux/desktop/Handles.h"
+#include "platform/portable/Geometry.h"
 #include "tests/program/Picture.h"
 
 class CQuakeEvent;

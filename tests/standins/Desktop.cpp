@@ -10,7 +10,7 @@
 #include "platform/ScreenSaverDefaults.h"
 #include "platform/StringList.h"
 #include "platform/URLLoading.h"
-#include "platform/View.h"
+#include "platform/portable/View.h"
 
 using standins::desktop;
 

@@ -1,6 +1,6 @@
 #include "tests/standins/StandIns.h"
 
-#include "platform/NotificationCenter.h"
+#include "platform/portable/NotificationCenter.h"
 #include "quakes/CQuakeList.h"
 #include "tests/support/Feed.h"
 

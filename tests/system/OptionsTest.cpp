@@ -1,4 +1,4 @@
-#include "host/Options.h"
+#include "program/Options.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "host/RegisterCommand.h"
+#include "program/RegisterCommand.h"
 
 #include <gmock/gmock.h>
 #include <sys/stat.h>

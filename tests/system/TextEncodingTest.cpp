@@ -4,9 +4,9 @@
 
 #include "tests/support/Feed.h"
 
-namespace {
+using namespace platform;
 
-using platform::convertText;
+namespace {
 
 std::optional<std::string> toMacRoman(std::string_view text) {
     return convertText(text, kCFStringEncodingUTF8, kCFStringEncodingMacRoman);

@@ -1,4 +1,4 @@
-#include "host/XScreenSaverFile.h"
+#include "program/XScreenSaverFile.h"
 
 #include <gtest/gtest.h>
 

@@ -4,8 +4,8 @@
 
 #include <functional>
 
-#include "platform/Geometry.h"
 #include "platform/linux/desktop/Handles.h"
+#include "platform/portable/Geometry.h"
 
 namespace platform {
 

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "platform/Geometry.h"
+#include "platform/portable/Geometry.h"
 
 namespace platform {
 

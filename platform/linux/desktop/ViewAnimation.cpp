@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/View.h"
 #include "platform/linux/desktop/FadeLimit.h"
 #include "platform/linux/desktop/Window.h"
+#include "platform/portable/View.h"
 
 namespace platform {
 

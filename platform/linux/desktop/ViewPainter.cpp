@@ -1,7 +1,7 @@
 #include "platform/linux/desktop/ViewPainter.h"
 
-#include "platform/View.h"
 #include "platform/linux/desktop/CanvasBacking.h"
+#include "platform/portable/View.h"
 
 namespace platform {
 

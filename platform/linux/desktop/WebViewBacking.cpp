@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "platform/NotificationCenter.h"
 #include "platform/linux/desktop/WebContext.h"
 #include "platform/linux/desktop/Window.h"
 #include "platform/linux/system/Trace.h"
+#include "platform/portable/NotificationCenter.h"
 
 namespace platform {
 

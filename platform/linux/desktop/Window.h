@@ -6,8 +6,8 @@
 #include <memory>
 #include <string>
 
-#include "platform/ScreenSaverView.h"
 #include "platform/linux/desktop/Handles.h"
+#include "platform/portable/ScreenSaverView.h"
 
 namespace platform {
 

@@ -9,8 +9,6 @@
 #include <limits>
 #include <string_view>
 
-#include "platform/Text.h"
-
 namespace platform {
 
 namespace {
@@ -55,7 +53,11 @@ double number(std::string_view text) {
 }
 
 // Firmware pads its texts with blanks or ends them with a zero byte.
-std::string unpadded(const std::string& text) { return std::string(trimmed(text, {" \t\r\n\0", 5})); }
+std::string unpadded(const std::string& text) {
+    constexpr std::string_view kPadding(" \t\r\n\0", 5);
+    const std::size_t first = text.find_first_not_of(kPadding);
+    return first == text.npos ? "" : text.substr(first, text.find_last_not_of(kPadding) - first + 1);
+}
 
 struct Family {
     std::string_view prefix;  // of the hardware type that uname gives

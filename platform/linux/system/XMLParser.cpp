@@ -7,16 +7,22 @@
 #include <unordered_map>
 #include <vector>
 
-#include "platform/Text.h"
 #include "platform/TextEncoding.h"
-#include "platform/XMLEncoding.h"
 #include "platform/linux/system/ExpatParser.h"
+#include "platform/portable/XMLEncoding.h"
 
 namespace platform {
 
 namespace {
 
 constexpr std::string_view kDocumentType = "<!DOCTYPE";
+
+std::string_view withoutOuterBlanks(std::string_view text) {
+    constexpr std::string_view kBlanks = " \t\r\n";
+    const std::size_t first = text.find_first_not_of(kBlanks);
+    if (first == text.npos) return {};
+    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
 
 // Builds the tree of one document. Its source is UTF-8, so every position that expat tells is one in it.
 class TreeBuilder {
@@ -145,7 +151,7 @@ void TreeBuilder::declaration() {
     data.remove_prefix(std::string_view("<?xml").size());
     data.remove_suffix(std::string_view("?>").size());
     append(CFXMLNodeCreate(kCFXMLNodeTypeProcessingInstruction, "xml",
-                           CFXMLNodeInfo{.text = std::string(trimmed(data))}));
+                           CFXMLNodeInfo{.text = std::string(withoutOuterBlanks(data))}));
 }
 
 void TreeBuilder::startCdata() {
@@ -164,7 +170,7 @@ void TreeBuilder::endDocumentType() {
     const std::size_t start = *mDocumentTypeStart + kDocumentType.size();
     const auto end = static_cast<std::size_t>(XML_GetCurrentByteIndex(mParser.get()));
     append(CFXMLNodeCreate(kCFXMLNodeTypeDocumentType,
-                           std::string(trimmed(mSource.substr(start, end - start)))));
+                           std::string(withoutOuterBlanks(mSource.substr(start, end - start)))));
     mDocumentTypeStart.reset();
 }
 
@@ -183,7 +189,7 @@ CFXMLNodeRef TreeBuilder::elementNode(std::string_view name) {
     tag.remove_suffix(1);
     const bool isEmpty = tag.ends_with('/');
     if (isEmpty) tag.remove_suffix(1);
-    const std::string_view attributes = trimmed(tag);
+    const std::string_view attributes = withoutOuterBlanks(tag);
     if (attributes.empty()) return plainElementNode(name, isEmpty);
     return CFXMLNodeCreate(kCFXMLNodeTypeElement, std::string(name),
                            CFXMLNodeInfo{.text = std::string(attributes), .isEmpty = isEmpty});
@@ -209,7 +215,7 @@ void TreeBuilder::reference() {
 
 void TreeBuilder::flushText(bool beforeReference) {
     if (mText.empty()) return;
-    if (beforeReference || mAfterReference || !trimmed(mText).empty()) {
+    if (beforeReference || mAfterReference || !withoutOuterBlanks(mText).empty()) {
         append(CFXMLNodeCreate(kCFXMLNodeTypeText, mText));
     }
     mText.clear();

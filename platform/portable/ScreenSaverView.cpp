@@ -1,4 +1,4 @@
-#include "platform/ScreenSaverView.h"
+#include "platform/portable/ScreenSaverView.h"
 
 namespace platform {
 

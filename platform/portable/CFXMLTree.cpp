@@ -1,7 +1,9 @@
-#include "platform/CFXMLTree.h"
+#include "platform/portable/CFXMLTree.h"
 
 #include <new>
 #include <utility>
+
+namespace platform {
 
 void CFXMLTree::AppendChild(CFXMLTree* child) {
     child->AddShare();
@@ -41,3 +43,5 @@ CFXMLTree* CFXMLTree::ReleaseChildren(CFXMLTree* orphans) {
 CFXMLTreeRef CFXMLTreeCreateWithNode(CFXMLNodeRef node) {
     return CFXMLTreeRef(new (std::nothrow) CFXMLTree(std::move(node)));
 }
+
+}  // namespace platform

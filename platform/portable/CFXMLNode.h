@@ -5,9 +5,11 @@
 #include <new>
 #include <string>
 
-#include "platform/Pool.h"
-#include "platform/Shared.h"
-#include "platform/TextEncoding.h"
+#include "platform/portable/CFStringEncoding.h"
+#include "platform/portable/Pool.h"
+#include "platform/portable/Shared.h"
+
+namespace platform {
 
 // The published values of the kinds in use.
 enum CFXMLNodeTypeCode : std::uint8_t {
@@ -75,3 +77,5 @@ CFXMLNodeRef CFXMLNodeCreate(CFXMLNodeTypeCode typeCode, std::string string, Inf
     return CFXMLNodeRef(new (std::nothrow)
                             CFXMLNode(typeCode, std::move(string), std::forward<Info>(info)...));
 }
+
+}  // namespace platform

@@ -3,7 +3,7 @@
 #include <memory>
 #include <vector>
 
-#include "platform/Geometry.h"
+#include "platform/portable/Geometry.h"
 
 namespace platform {
 

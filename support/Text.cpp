@@ -1,10 +1,8 @@
-#include "platform/Text.h"
+#include "support/Text.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
-
-namespace platform {
 
 std::string_view trimmed(std::string_view text, std::string_view blanks) {
     const std::size_t first = text.find_first_not_of(blanks);
@@ -24,5 +22,3 @@ bool isASCII(std::string_view text) {
     return std::all_of(text.begin() + i, text.end(),
                        [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
-
-}  // namespace platform

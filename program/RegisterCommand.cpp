@@ -1,4 +1,4 @@
-#include "host/RegisterCommand.h"
+#include "program/RegisterCommand.h"
 
 #include <pwd.h>
 #include <unistd.h>
@@ -9,8 +9,8 @@
 #include <optional>
 #include <system_error>
 
-#include "host/XScreenSaverFile.h"
 #include "platform/Files.h"
+#include "program/XScreenSaverFile.h"
 
 namespace {
 

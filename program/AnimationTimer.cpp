@@ -1,4 +1,4 @@
-#include "host/AnimationTimer.h"
+#include "program/AnimationTimer.h"
 
 #include <glib.h>
 

@@ -1,10 +1,11 @@
-#include "platform/XMLSerializer.h"
+#include "xml/XMLSerializer.h"
 
 #include <vector>
 
-#include "platform/XMLEncoding.h"
+#include "platform/TextEncoding.h"
+#include "platform/portable/XMLEncoding.h"
 
-namespace platform {
+using namespace platform;
 
 namespace {
 
@@ -90,5 +91,3 @@ std::optional<std::string> serializeXML(const CFXMLTree* tree) {
     if (document.text.empty() || isUTF8Name(document.text)) return text;
     return convertText(text, "UTF-8", document.text);
 }
-
-}  // namespace platform

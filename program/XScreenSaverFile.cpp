@@ -1,13 +1,11 @@
-#include "host/XScreenSaverFile.h"
+#include "program/XScreenSaverFile.h"
 
 #include <algorithm>
 #include <optional>
 #include <string_view>
 #include <vector>
 
-#include "platform/Text.h"
-
-using platform::trimmed;
+#include "support/Text.h"
 
 namespace {
 

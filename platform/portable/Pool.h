@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <new>
 
+namespace platform {
+
 // Storage for the many small objects of a class T, which derives from Pooled<T> and has no derived classes:
 // blocks are cut out of slabs, which go back to the system together when the last object is gone. Much faster
 // than the heap at letting a big document go. Not for use by several threads.
@@ -55,3 +57,5 @@ class Pooled {
     static inline Link* sSlabs = nullptr;
     static inline std::size_t sUsedBlocks = 0;
 };
+
+}  // namespace platform

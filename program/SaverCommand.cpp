@@ -1,4 +1,4 @@
-#include "host/SaverCommand.h"
+#include "program/SaverCommand.h"
 
 #include <glib-unix.h>
 #include <gtk/gtk.h>
@@ -10,15 +10,15 @@
 #include <memory>
 #include <string>
 
-#include "host/AnimationTimer.h"
-#include "host/Options.h"
-#include "host/Overlays.h"
 #include "platform/ConfigPanel.h"
 #include "platform/linux/desktop/FadeLimit.h"
 #include "platform/linux/desktop/LayerWindow.h"
 #include "platform/linux/desktop/Window.h"
 #include "platform/linux/system/RunLoop.h"
 #include "platform/linux/system/Trace.h"
+#include "program/AnimationTimer.h"
+#include "program/Options.h"
+#include "program/Overlays.h"
 #include "saver/TellmarScreenSaverView.h"
 
 using platform::RunLoop;

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+namespace platform {
+
 // A share in an object that counts its own: T has AddShare() and DropShare(), which ends T with the last one.
 // Not for use by several threads.
 template <typename T>
@@ -29,3 +31,5 @@ class Shared {
   private:
     T* mObject = nullptr;
 };
+
+}  // namespace platform

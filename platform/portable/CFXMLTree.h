@@ -3,9 +3,11 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "platform/CFXMLNode.h"
-#include "platform/Pool.h"
-#include "platform/Shared.h"
+#include "platform/portable/CFXMLNode.h"
+#include "platform/portable/Pool.h"
+#include "platform/portable/Shared.h"
+
+namespace platform {
 
 class CFXMLTree;
 using CFXMLTreeRef = Shared<CFXMLTree>;
@@ -47,3 +49,5 @@ class CFXMLTree : public Pooled<CFXMLTree> {
 
 // A tree of this one node. Null when there is no memory for it.
 CFXMLTreeRef CFXMLTreeCreateWithNode(CFXMLNodeRef node);
+
+}  // namespace platform

@@ -1,4 +1,4 @@
-#include "host/ListCommand.h"
+#include "program/ListCommand.h"
 
 #include <algorithm>
 #include <array>

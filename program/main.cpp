@@ -2,13 +2,13 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "host/ListCommand.h"
-#include "host/Options.h"
-#include "host/RegisterCommand.h"
-#include "host/SaverCommand.h"
 #include "platform/linux/system/EventService.h"
 #include "platform/linux/system/FeedSubstitute.h"
 #include "platform/linux/system/Trace.h"
+#include "program/ListCommand.h"
+#include "program/Options.h"
+#include "program/RegisterCommand.h"
+#include "program/SaverCommand.h"
 
 namespace {
 

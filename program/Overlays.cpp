@@ -1,4 +1,4 @@
-#include "host/Overlays.h"
+#include "program/Overlays.h"
 
 #include <sys/prctl.h>
 #include <sys/wait.h>

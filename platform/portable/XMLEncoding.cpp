@@ -1,4 +1,4 @@
-#include "platform/XMLEncoding.h"
+#include "platform/portable/XMLEncoding.h"
 
 #include <algorithm>
 #include <cctype>
