@@ -9,12 +9,13 @@
 #include <optional>
 #include <string_view>
 
-#include "platform/Alert.h"
 #include "platform/Bundle.h"
 #include "platform/Clock.h"
 #include "platform/Files.h"
+#include "platform/Log.h"
 #include "quakes/CQuakeEvent.h"
 #include "support/CErr.h"
+#include "support/ISOTime.h"
 
 namespace {
 
@@ -42,42 +43,14 @@ std::string replaceAll(std::string text, std::string_view marker, const std::str
     return text;
 }
 
-// True for a text of the shape 2009-03-03T01:05:09 +0000.
-bool looksLikeTime(std::string_view text) {
-    constexpr std::string_view shape = "0000-00-00T00:00:00 +0000";
-    if (text.size() != shape.size()) return false;
-    for (std::size_t i = 0; i < shape.size(); ++i) {
-        const bool isDigit = text[i] >= '0' && text[i] <= '9';
-        const bool isSign = text[i] == '+' || text[i] == '-';
-        const bool fits = shape[i] == '0' ? isDigit : shape[i] == '+' ? isSign : text[i] == shape[i];
-        if (!fits) return false;
-    }
-    return true;
-}
-
-int number(std::string_view digits) {
-    int number = 0;
-    std::from_chars(digits.data(), digits.data() + digits.size(), number);
-    return number;
-}
-
+// Reads 2009-03-03T01:05:09 +0000.
 std::optional<std::time_t> parseTime(std::string_view text) {
-    using namespace std::chrono;
-    if (!looksLikeTime(text)) return std::nullopt;
-
-    const year_month_day date{year(number(text.substr(0, 4))),
-                              month(static_cast<unsigned>(number(text.substr(5, 2)))),
-                              day(static_cast<unsigned>(number(text.substr(8, 2))))};
-    const hours hour(number(text.substr(11, 2)));
-    const minutes minute(number(text.substr(14, 2)));
-    const seconds second(number(text.substr(17, 2)));
-    const hours zoneHour(number(text.substr(21, 2)));
-    const minutes zoneMinute(number(text.substr(23, 2)));
-    const bool isTime = hour < 24h && minute < 60min && second < 60s && zoneHour < 24h && zoneMinute < 60min;
-    if (!date.ok() || !isTime) return std::nullopt;
-
-    const minutes zone = (zoneHour + zoneMinute) * (text[20] == '-' ? -1 : 1);
-    return system_clock::to_time_t(sys_days(date) + hour + minute + second - zone);
+    constexpr std::size_t kZone = std::string_view("2009-03-03T01:05:09").size();
+    constexpr std::size_t kZoneLength = std::string_view(" +0000").size();
+    if (text.size() != kZone + kZoneLength || text[kZone] != ' ') return std::nullopt;
+    const auto time = readISOTime(std::string(text.substr(0, kZone)).append(text.substr(kZone + 1)));
+    if (!time) return std::nullopt;
+    return std::chrono::floor<std::chrono::seconds>(*time).time_since_epoch().count();
 }
 
 std::string formatted(const std::tm& time, const char* format) {

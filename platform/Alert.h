@@ -16,7 +16,4 @@ void beep();
 void debugger();
 void debugStr(const std::string& text);
 
-// One line for the developer, on stderr.
-void log(const std::string& line);
-
 }  // namespace platform

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 namespace platform {
@@ -10,5 +11,13 @@ std::string bundleIdentifier();
 
 // The full path of a resource, or an empty string when the bundle has none of that name.
 std::string pathForResource(const std::string& name);
+
+// From now on writer writes the resource of this name each time that a page asks for it. An empty writer ends
+// that.
+void setGeneratedResource(const std::string& name, std::function<std::string()> writer);
+
+// Reads a resource as a page gets it, generated ones included. Returns false when there is none of that name;
+// data is then empty.
+bool readResource(const std::string& name, std::string& data);
 
 }  // namespace platform

@@ -19,6 +19,9 @@ bool makePrivateFolder(const std::string& path);
 // to the process and removed when it ends. Empty when none can be made.
 std::string temporaryDirectory();
 
+// $XDG_CACHE_HOME, or else ~/.cache. It need not exist.
+std::string userCacheDirectory();
+
 // The 32 bytes of Finder information of a file: type in the first four, creator in the next four.
 using FinderInfo = std::array<char, 32>;
 // A file that has none yet reads as zeros.

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <csignal>
-#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -15,9 +14,11 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/system/RunLoop.h"
+#include "platform/Log.h"
+#include "platform/RunLoop.h"
+#include "platform/linux/Handles.h"
 
-using platform::RunLoop;
+using platform::ErrorRef, platform::Handle, platform::RunLoop;
 
 namespace {
 
@@ -63,17 +64,16 @@ pid_t startOverlay(const std::string& monitor) {
     for (std::string& argument : arguments) pointers.push_back(argument.data());
     pointers.push_back(nullptr);
 
-    gchar** environment = g_environ_setenv(g_get_environ(), kVariable, monitor.c_str(), TRUE);
+    const Handle<gchar*, g_strfreev> environment(
+        g_environ_setenv(g_get_environ(), kVariable, monitor.c_str(), TRUE));
     GError* error = nullptr;
     GPid process = 0;
     // The program's own file, not the name that it was called by.
     pointers.insert(pointers.begin(), const_cast<char*>("/proc/self/exe"));
-    g_spawn_async(nullptr, pointers.data(), environment,
+    g_spawn_async(nullptr, pointers.data(), environment.get(),
                   static_cast<GSpawnFlags>(G_SPAWN_DO_NOT_REAP_CHILD | G_SPAWN_FILE_AND_ARGV_ZERO),
                   followParent, GINT_TO_POINTER(getpid()), &process, &error);
-    g_strfreev(environment);
-    if (error) std::fprintf(stderr, "tellmar: %s\n", error->message);
-    g_clear_error(&error);
+    if (const ErrorRef owned(error); owned) platform::log(owned->message);
     return process;
 }
 

@@ -10,6 +10,7 @@
 #include <system_error>
 
 #include "platform/Files.h"
+#include "platform/Log.h"
 #include "program/XScreenSaverFile.h"
 
 namespace {
@@ -34,7 +35,7 @@ bool isRegularFile(const std::string& path) {
 }
 
 int fail(const std::string& file, const char* reason) {
-    std::fprintf(stderr, "tellmar: %s %s; nothing was changed\n", file.c_str(), reason);
+    platform::log(file + " " + reason + "; nothing was changed");
     return 1;
 }
 

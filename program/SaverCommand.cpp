@@ -6,16 +6,14 @@
 #include <sys/resource.h>
 
 #include <cerrno>
-#include <cstdio>
 #include <memory>
 #include <string>
 
 #include "platform/ConfigPanel.h"
-#include "platform/linux/desktop/FadeLimit.h"
+#include "platform/Log.h"
+#include "platform/RunLoop.h"
 #include "platform/linux/desktop/LayerWindow.h"
 #include "platform/linux/desktop/Window.h"
-#include "platform/linux/system/RunLoop.h"
-#include "platform/linux/system/Trace.h"
 #include "program/AnimationTimer.h"
 #include "program/Options.h"
 #include "program/Overlays.h"
@@ -37,7 +35,7 @@ bool openDisplay(bool forHostWindow) {
     g_setenv("WEBKIT_DISABLE_DMABUF_RENDERER", "1", FALSE);
     gtk_disable_setlocale();
     if (gtk_init_check(nullptr, nullptr)) return true;
-    std::fputs("tellmar: there is no display to draw on\n", stderr);
+    platform::log("cannot open a display");
     return false;
 }
 
@@ -91,7 +89,7 @@ class Saver {
         mView->startAnimation();
 
         const double interval = mView->animationTimeInterval() / mSpeed;
-        platform::setLongestFade(interval / 2);
+        mWindow->setLongestFade(interval / 2);
         mTimer = std::make_unique<AnimationTimer>(interval, [this] { tick(); });
         if (mIsPreview) showPreview();
         return true;

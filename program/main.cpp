@@ -2,27 +2,33 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "platform/linux/system/EventService.h"
-#include "platform/linux/system/FeedSubstitute.h"
-#include "platform/linux/system/Trace.h"
+#include "platform/Bundle.h"
+#include "platform/Log.h"
 #include "program/ListCommand.h"
 #include "program/Options.h"
 #include "program/RegisterCommand.h"
 #include "program/SaverCommand.h"
+#include "service/EventFeed.h"
 
 namespace {
 
 // A user is told and asked again; a saver that a host started goes on.
 bool acceptComplaints(const Options& options) {
-    for (const std::string& complaint : options.complaints)
-        std::fprintf(stderr, "tellmar: %s\n", complaint.c_str());
+    for (const std::string& complaint : options.complaints) platform::log(complaint);
     return options.complaints.empty() || options.hostWindow || std::getenv("XSCREENSAVER_WINDOW");
 }
 
-void chooseSource(const Options& options) {
-    if (!options.feed.empty()) platform::setFeedSubstitute(options.feed);
-    if (!options.service.empty()) platform::setEventService(options.service);
-    platform::setAnswersKept(!options.noCache);
+EventFeed::Source sourceOf(const Options& options) {
+    EventFeed::Source source{.document = options.feed, .keepsAnswers = !options.noCache};
+    if (!options.service.empty()) source.service = options.service;
+    return source;
+}
+
+// The feed answers the quake list's query, and tells the pages its age, for as long as it lives.
+void serve(EventFeed& feed) {
+    platform::setURLResponder(
+        [&feed](const std::string& url, std::string& data) { return feed.answer(url, data); });
+    platform::setGeneratedResource("as-of.js", [&feed] { return feed.asOfScript(); });
 }
 
 int run(const Options& options) {
@@ -56,6 +62,7 @@ int main(int argc, char** argv) {
     }
 
     platform::setVerbose(options.verbose);
-    chooseSource(options);
+    EventFeed feed(sourceOf(options));
+    serve(feed);
     return run(options);
 }

@@ -7,6 +7,7 @@
 #include "platform/Alert.h"
 #include "platform/Bundle.h"
 #include "platform/Canvas.h"
+#include "platform/Log.h"
 #include "platform/ScreenSaverDefaults.h"
 #include "saver/Acknowledgement.h"
 #include "saver/InitialView.h"

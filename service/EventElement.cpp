@@ -1,9 +1,11 @@
 #include "service/EventElement.h"
 
 #include <charconv>
+#include <chrono>
 #include <cmath>
+#include <cstdio>
 
-#include "service/EventTime.h"
+#include "support/ISOTime.h"
 #include "support/Text.h"
 
 namespace {
@@ -47,8 +49,19 @@ std::string quantity(const std::string& name, const EventElement::Text& text) {
     return "<" + name + ">" + (value.empty() ? "" : element("value", value)) + "</" + name + ">";
 }
 
+// As the feed writes a time: UTC, milliseconds, Z. A text that is not a time stays as it is.
+std::string inUTC(std::string_view text) {
+    using namespace std::chrono;
+    const auto time = readISOTime(text);
+    if (!time) return std::string(text);
+    const sys_seconds second = floor<seconds>(*time);
+    char fraction[16];
+    std::snprintf(fraction, sizeof fraction, ".%03dZ", int((*time - second).count()));
+    return isoTime(second) + fraction;
+}
+
 EventElement::Text inUTC(const EventElement::Text& time) {
-    return time ? EventElement::Text(eventTimeInUTC(trimmed(*time))) : std::nullopt;
+    return time ? EventElement::Text(inUTC(trimmed(*time))) : std::nullopt;
 }
 
 std::string kilometres(std::string_view metres) {

@@ -7,7 +7,7 @@
 #include <optional>
 
 #include "platform/Clock.h"
-#include "service/EventTime.h"
+#include "support/ISOTime.h"
 
 const char kDefaultEventService[] = "https://service.geonet.org.nz/fdsnws/event/1/query";
 
@@ -42,22 +42,16 @@ std::optional<std::string_view> parameter(std::string_view url, std::string_view
     return std::nullopt;
 }
 
-template <typename Number>
-std::optional<Number> readNumber(std::string_view text) {
-    Number value{};
+std::optional<double> readNumber(std::string_view text) {
+    double value = 0;
     const auto [rest, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     return error == std::errc() && rest == text.data() + text.size() ? std::optional(value) : std::nullopt;
 }
 
 // A date as the query writes it, 2009-07-15.
 std::optional<sys_days> readDate(std::string_view text) {
-    if (text.size() != 10 || text[4] != '-' || text[7] != '-') return std::nullopt;
-    const auto years = readNumber<int>(text.substr(0, 4));
-    const auto months = readNumber<unsigned>(text.substr(5, 2));
-    const auto dayOfMonth = readNumber<unsigned>(text.substr(8, 2));
-    if (!years || !months || !dayOfMonth) return std::nullopt;
-    const year_month_day date = year(*years) / month(*months) / day(*dayOfMonth);
-    return date.ok() ? std::optional<sys_days>(date) : std::nullopt;
+    const auto midnight = readISOTime(std::string(text) + "T00:00:00");
+    return midnight ? std::optional(floor<days>(*midnight)) : std::nullopt;
 }
 
 // What the machine's clocks show at a time, counted as if it were UTC.
@@ -128,7 +122,7 @@ bool isFeedQuery(std::string_view url) {
 std::string eventServiceURL(std::string_view feedQuery, const std::string& service) {
     const auto start = readDate(parameter(feedQuery, "startDate").value_or(""));
     const auto end = readDate(parameter(feedQuery, "endDate").value_or(""));
-    const auto lower = readNumber<double>(parameter(feedQuery, "magnitudeLower").value_or(""));
+    const auto lower = readNumber(parameter(feedQuery, "magnitudeLower").value_or(""));
     const auto upper = parameter(feedQuery, "magnitudeUpper");
     if (!start || !end || !lower || !upper) return {};
 

@@ -4,10 +4,12 @@
 #include <ctime>
 #include <string>
 
-#include "platform/linux/system/AnswerCache.h"
-#include "platform/linux/system/EventService.h"
+#include "platform/Bundle.h"
+#include "platform/URLLoading.h"
 #include "quakes/CQuakeEvent.h"
 #include "quakes/CQuakeList.h"
+#include "service/AnswerCache.h"
+#include "service/EventFeed.h"
 #include "tests/TemporaryFolder.h"
 #include "tests/map/MapPage.h"
 
@@ -31,9 +33,12 @@ TEST(KeptAnswerTest, ThePageTellsOfWhenItsEarthquakesAre) {
     const TemporaryFolder folder;
     setenv("XDG_CACHE_HOME", folder.path().c_str(), 1);
     const std::time_t yesterday = std::time(nullptr) - 24 * 60 * 60;
-    const platform::AnswerCache cache(platform::AnswerCache::userFolder());
+    const AnswerCache cache(AnswerCache::userFolder());
     ASSERT_TRUE(cache.store({kService, "an earlier question", yesterday, {}, kAnswer}));
-    platform::setEventService(kService);
+    EventFeed feed({.service = kService});
+    platform::setURLResponder(
+        [&feed](const std::string& url, std::string& data) { return feed.answer(url, data); });
+    platform::setGeneratedResource("as-of.js", [&feed] { return feed.asOfScript(); });
 
     CQuakeList list;
     const CQuakeEvent* const quake = list.GetNextQuake();

@@ -7,8 +7,8 @@
 #include <utility>
 
 #include "mappages/MapsPageWriter.h"
+#include "platform/RunLoop.h"
 #include "platform/WebView.h"
-#include "platform/linux/system/RunLoop.h"
 #include "platform/portable/NotificationCenter.h"
 
 using platform::NotificationCenter;

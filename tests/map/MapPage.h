@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/desktop/Handles.h"
+#include "platform/linux/desktop/CairoHandles.h"
 #include "platform/portable/Geometry.h"
 #include "tests/program/Picture.h"
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <fstream>
 
-#include "platform/linux/system/FeedSubstitute.h"
+#include "platform/URLLoading.h"
 #include "quakes/CQuakeEvent.h"
 #include "quakes/CQuakeList.h"
 #include "tests/TemporaryFolder.h"
@@ -90,7 +90,9 @@ void checkAll(const platform::Size& screen) {
                             .mag = valueOf(magnitude)}
                       .xml();
     std::ofstream("feed.xml") << feedOf(events);
-    platform::setFeedSubstitute("file://" + currentFolder.path("feed.xml"));
+    platform::setURLResponder([&](const std::string&, std::string& data) {
+        return platform::fetchResource("file://" + currentFolder.path("feed.xml"), data);
+    });
     CQuakeList list;
     MapPage page(screen);
     for (std::size_t i = std::size(kPlaces); i-- > 0;) {

@@ -11,6 +11,5 @@ void standardAlert(AlertType type, const std::string& text, const std::string& e
 void beep() { ++desktop.beeps; }
 void debugger() { ++desktop.debuggerStops; }
 void debugStr(const std::string& text) { desktop.debugTexts.push_back(text); }
-void log(const std::string& line) { desktop.logLines.push_back(line); }
 
 }  // namespace platform

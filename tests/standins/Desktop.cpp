@@ -7,6 +7,7 @@
 #include "platform/Bundle.h"
 #include "platform/Clock.h"
 #include "platform/Files.h"
+#include "platform/Log.h"
 #include "platform/ScreenSaverDefaults.h"
 #include "platform/StringList.h"
 #include "platform/URLLoading.h"
@@ -57,6 +58,10 @@ void Canvas::drawTextInRect(const std::string& text, const Rect& rect, const Tex
 }
 
 std::time_t currentTime() { return desktop.now; }
+long long monotonicMicroseconds() { return desktop.monotonicMicroseconds; }
+
+void log(const std::string& line) { desktop.logLines.push_back(line); }
+void trace(const std::string& line) { desktop.traceLines.push_back(line); }
 
 std::tm localTime(std::time_t time) {
     setenv("TZ", desktop.zone.c_str(), 1);
@@ -119,13 +124,17 @@ std::vector<Processor> processors() { return desktop.processors; }
 
 constexpr std::string_view kFileScheme = "file://";
 
-bool loadResource(const std::string& url, std::string& data, int& errorCode) {
+LoadOutcome fetchResource(const std::string& url, std::string& data) {
     desktop.asked.push_back(url);
     const std::string path = pathOfFileURL(url);
     if (path.empty()) data = desktop.answerToAll.value_or("");
-    const bool isHad = path.empty() ? desktop.answerToAll.has_value() : readFile(path, data);
-    errorCode = isHad ? 0 : coreFoundationUnknownErr;
-    return isHad;
+    const bool isLoaded = path.empty() ? desktop.answerToAll.has_value() : readFile(path, data);
+    return {isLoaded ? 0 : coreFoundationUnknownErr, "unreachable", {}};
+}
+
+bool loadResource(const std::string& url, std::string& data, int& errorCode) {
+    errorCode = fetchResource(url, data).errorCode;
+    return errorCode == 0;
 }
 
 bool writeResource(const std::string& url, const std::string& data, int& errorCode) {

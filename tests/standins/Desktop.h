@@ -10,9 +10,11 @@
 #include <string>
 #include <vector>
 
+#include "platform/AdvisoryLock.h"
 #include "platform/Alert.h"
 #include "platform/Canvas.h"
 #include "platform/ConfigPanel.h"
+#include "platform/HTTPTransfer.h"
 #include "platform/SystemInfo.h"
 #include "platform/ViewAnimation.h"
 #include "platform/WebView.h"
@@ -76,7 +78,7 @@ struct Fade {
 // All that the core sees of a desktop, and what it has done there.
 struct Desktop {
     std::vector<Alert> alerts;
-    std::vector<std::string> debugTexts, logLines;
+    std::vector<std::string> debugTexts, logLines, traceLines;
     int beeps = 0, debuggerStops = 0;
 
     std::string bundle = "Tellmar.saver";  // seen from the tests' data
@@ -95,6 +97,15 @@ struct Desktop {
     // The network; file URLs are read and written for real.
     std::optional<std::string> answerToAll;  // for every URL; nothing: unreachable
     std::vector<std::string> asked;
+    std::function<platform::HTTPResponse(const platform::HTTPRequest&)> service;  // answers HTTP requests
+    std::vector<platform::HTTPRequest> requests;
+
+    // Other processes, and what happens while the main loop runs.
+    platform::AdvisoryLock::State lock = platform::AdvisoryLock::State::Held;
+    std::string lockNote;
+    long long monotonicMicroseconds = 1;
+    std::function<void()> whileWaiting;
+    bool isStopping = false;
 
     // The one sheet there is, and what its buttons do.
     bool hasSheet = true;

@@ -1,5 +1,6 @@
 #include "platform/URLLoading.h"
 
+#include <curl/curl.h>
 #include <gio/gio.h>
 #include <gmock/gmock.h>
 #include <unistd.h>
@@ -9,10 +10,9 @@
 #include <filesystem>
 
 #include "platform/Files.h"
-#include "platform/linux/system/FeedSubstitute.h"
-#include "platform/linux/system/HttpTransfer.h"
-#include "platform/linux/system/RunLoop.h"
-#include "platform/linux/system/Trace.h"
+#include "platform/HTTPTransfer.h"
+#include "platform/Log.h"
+#include "platform/RunLoop.h"
 #include "tests/TemporaryFolder.h"
 #include "tests/support/Feed.h"
 #include "tests/support/LoopbackServer.h"
@@ -64,7 +64,7 @@ class URLLoadingTest : public testing::Test {
   protected:
     URLLoadingTest() { setenv("no_proxy", "*", true); }
     ~URLLoadingTest() override {
-        setFeedSubstitute("");
+        setURLResponder({});
         setVerbose(false);
     }
 
@@ -135,9 +135,9 @@ TEST_F(URLLoadingTest, WhatCannotBeReachedInTimeIsRefused) {
     expectRefused("http://nothing.invalid/", CURLE_COULDNT_RESOLVE_HOST);
     for (const bool answers : {true, false}) {
         answers ? server.trickle() : server.keepSilent();
-        HttpTransfer endless(server.url(), {.totalMilliseconds = 300});
-        EXPECT_EQ(endless.run(), CURLE_OPERATION_TIMEDOUT);
-        EXPECT_EQ(endless.body(), "");
+        const HTTPResponse response = get({.url = server.url(), .maxMilliseconds = 300});
+        EXPECT_EQ(response.errorCode, CURLE_OPERATION_TIMEDOUT);
+        EXPECT_EQ(response.body, "");
     }
 }
 
@@ -179,26 +179,52 @@ TEST_F(URLLoadingTest, AFileIsReadWholeUpToTheSameSize) {
     expectRefused("http://");
 }
 
-TEST_F(URLLoadingTest, ASubstituteAnswersForTheWebAloneAndTheTraceTellsWhatCameFromWhere) {
-    const std::string other = fileWith("other", "other"), feed = fileWith("feed", "feed");
+TEST_F(URLLoadingTest, AResponderAnswersBeforeTheNetworkAndTheTraceTellsWhatCameFromWhere) {
+    const std::string other = fileWith("other", "other");
     server.serve("12345");
     setVerbose(true);
     testing::internal::CaptureStderr();
     expectHad(server.url(), "12345");
     server.serveStatus(404);
     expectRefused(server.url());
-    setFeedSubstitute(feed);
-    expectHad("https://nothing.invalid/q", "feed");
+    setURLResponder([](const std::string& url, std::string& data) -> std::optional<LoadOutcome> {
+        if (url != "https://nothing.invalid/q") return std::nullopt;
+        data = "made up";
+        return LoadOutcome{.source = "the responder"};
+    });
+    expectHad("https://nothing.invalid/q", "made up");
     expectHad(other, "other");
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "tellmar: fetch " + server.url() + ": 5 bytes\n" +                                      //
-                  "tellmar: fetch " + server.url() + ": HTTP status 404 (error 404)\n" +              //
-                  "tellmar: fetch https://nothing.invalid/q (answered by " + feed + "): 4 bytes\n" +  //
+              "tellmar: fetch " + server.url() + ": 5 bytes\n" +                                       //
+                  "tellmar: fetch " + server.url() + ": HTTP status 404 (error 404)\n" +               //
+                  "tellmar: fetch https://nothing.invalid/q (answered by the responder): 7 bytes\n" +  //
                   "tellmar: fetch " + other + ": 5 bytes\n");
-    server.serve("from the server");
-    setFeedSubstitute(server.url("/feed"));
-    expectHad("http://nothing.invalid/query", "from the server");
-    EXPECT_EQ(server.lastTarget(), "/feed");
+}
+
+TEST_F(URLLoadingTest, AResponseTellsItsHeadersAndAComplaintItsFirstLine) {
+    server.answerWith([](const auto& request, auto& response) {
+        response.status = 503;
+        response.set_header("Retry-After", "2");
+        response.set_header("ETag", request.get_header_value("If-None-Match"));
+        response.set_content("too \x1b[1mbusy\nUsage details are available", "text/plain");
+    });
+    const HTTPResponse response = get({.url = server.url(), .headers = {{"If-None-Match", "\"one\""}}});
+    EXPECT_EQ(response.status, 503);
+    EXPECT_EQ(response.retryAfterSeconds, 2);
+    EXPECT_EQ(response.header("etag"), "\"one\"");
+    EXPECT_EQ(response.header("Last-Modified"), "");
+    EXPECT_EQ(response.complaint, "too  [1mbusy");
+}
+
+TEST_F(URLLoadingTest, ASinkTakesMoreThanABodyMayHoldAndCanRefuse) {
+    server.serve(std::string(kTooMany, ' '));  // as a text type, and so packed
+    std::size_t taken = 0;
+    const auto count = [&](std::string_view bytes) { return (taken += bytes.size()) > 0; };
+    EXPECT_EQ(get({.url = server.url(), .maxBytes = 2 * kTooMany, .sink = count}).errorCode, 0);
+    EXPECT_EQ(taken, kTooMany);
+    EXPECT_EQ(get({.url = server.url(), .sink = count}).errorCode, CURLE_FILESIZE_EXCEEDED);
+    EXPECT_EQ(get({.url = server.url(), .sink = [](auto) { return false; }}).errorCode,
+              coreFoundationUnknownErr);
 }
 
 TEST_F(URLLoadingTest, PathsBecomeFileURLsAndComeBack) {

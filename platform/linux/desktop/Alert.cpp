@@ -5,9 +5,10 @@
 #include <csignal>
 #include <cstdio>
 
-#include "platform/linux/desktop/Handles.h"
+#include "platform/Log.h"
+#include "platform/RunLoop.h"
+#include "platform/linux/Handles.h"
 #include "platform/linux/desktop/Window.h"
-#include "platform/linux/system/RunLoop.h"
 
 namespace platform {
 
@@ -42,7 +43,8 @@ std::string wholeCharacters(const std::string& text) {
 void standardAlert(AlertType type, const std::string& rawText, const std::string& rawExplanation) {
     const std::string text = wholeCharacters(rawText);
     const std::string explanation = wholeCharacters(rawExplanation);
-    std::fprintf(stderr, "tellmar: %s\n%s", text.c_str(), explanation.c_str());
+    log(text);
+    std::fputs(explanation.c_str(), stderr);
     if (!gdk_display_get_default()) return;
     Window* window = Window::current();
     if (!window || window->takesDialogs())
@@ -61,7 +63,5 @@ void debugStr(const std::string& text) {
     log(text);
     debugger();
 }
-
-void log(const std::string& line) { std::fprintf(stderr, "tellmar: %s\n", line.c_str()); }
 
 }  // namespace platform

@@ -1,10 +1,9 @@
 #include "platform/Canvas.h"
 
-#include <pango/pangocairo.h>
-
 #include <cmath>
 
 #include "platform/linux/desktop/CanvasBacking.h"
+#include "platform/linux/desktop/TextLayout.h"
 
 namespace platform {
 
@@ -33,17 +32,6 @@ void paintImage(cairo_t* cairo, Image* image, const Rect& rect, CompositingOpera
     cairo_pattern_set_extend(cairo_get_source(cairo), CAIRO_EXTEND_PAD);
     cairo_paint_with_alpha(cairo, fraction);
     cairo_restore(cairo);
-}
-
-ObjectRef<PangoLayout> makeLayout(cairo_t* cairo, const std::string& text, const TextAttributes& attributes) {
-    ObjectRef<PangoLayout> layout(pango_cairo_create_layout(cairo));
-    PangoFontDescription* font = pango_font_description_new();
-    pango_font_description_set_family(font, attributes.fontName.c_str());
-    pango_font_description_set_absolute_size(font, attributes.fontSize * PANGO_SCALE);
-    pango_layout_set_font_description(layout.get(), font);
-    pango_font_description_free(font);
-    pango_layout_set_text(layout.get(), text.c_str(), static_cast<int>(text.size()));
-    return layout;
 }
 
 // A stroke width below zero asks for fill and outline, one above for the outline alone, none for the fill.
@@ -99,7 +87,7 @@ void Canvas::drawImageInRect(Image* image, const Rect& rect, CompositingOperatio
 
 void Canvas::drawTextAtPoint(const std::string& text, const Point& lowerLeft,
                              const TextAttributes& attributes) {
-    const auto layout = makeLayout(mBacking->cairo, text, attributes);
+    const auto layout = makeTextLayout(mBacking->cairo, text, attributes.fontName, attributes.fontSize);
     PangoRectangle box;
     pango_layout_get_pixel_extents(layout.get(), nullptr, &box);
     paintLayout(mBacking->cairo, layout.get(), lowerLeft.x, mBacking->downward(lowerLeft.y) - box.height,
@@ -107,9 +95,8 @@ void Canvas::drawTextAtPoint(const std::string& text, const Point& lowerLeft,
 }
 
 void Canvas::drawTextInRect(const std::string& text, const Rect& rect, const TextAttributes& attributes) {
-    const auto layout = makeLayout(mBacking->cairo, text, attributes);
-    pango_layout_set_width(layout.get(), static_cast<int>(std::fmax(rect.width, 0) * PANGO_SCALE));
-    pango_layout_set_wrap(layout.get(), PANGO_WRAP_WORD_CHAR);
+    const auto layout =
+        makeTextLayout(mBacking->cairo, text, attributes.fontName, attributes.fontSize, rect.width);
     paintLayout(mBacking->cairo, layout.get(), rect.x, mBacking->downward(rect.y + rect.height), attributes);
 }
 

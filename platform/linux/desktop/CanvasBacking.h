@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "platform/Canvas.h"
-#include "platform/linux/desktop/Handles.h"
+#include "platform/linux/desktop/CairoHandles.h"
 
 namespace platform {
 

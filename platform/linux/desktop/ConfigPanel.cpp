@@ -3,8 +3,8 @@
 #include <gtk/gtk.h>
 
 #include "platform/Bundle.h"
-#include "platform/linux/desktop/Handles.h"
-#include "platform/linux/system/RunLoop.h"
+#include "platform/RunLoop.h"
+#include "platform/linux/Handles.h"
 
 namespace platform {
 

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "platform/linux/system/RunLoop.h"
+#include "platform/RunLoop.h"
 
 namespace platform {
 

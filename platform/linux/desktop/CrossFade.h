@@ -2,7 +2,7 @@
 
 #include <gtk/gtk.h>
 
-#include "platform/linux/desktop/Handles.h"
+#include "platform/linux/desktop/CairoHandles.h"
 
 namespace platform {
 

@@ -2,7 +2,7 @@
 
 #include <gdk/gdkx.h>
 
-#include "platform/linux/system/RunLoop.h"
+#include "platform/RunLoop.h"
 
 namespace platform {
 

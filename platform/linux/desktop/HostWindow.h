@@ -4,7 +4,7 @@
 
 #include <functional>
 
-#include "platform/linux/desktop/Handles.h"
+#include "platform/linux/Handles.h"
 #include "platform/portable/Geometry.h"
 
 namespace platform {

@@ -1,10 +1,8 @@
 #include "platform/linux/desktop/NoticePanel.h"
 
-#include <pango/pangocairo.h>
-
 #include <algorithm>
 
-#include "platform/linux/desktop/Handles.h"
+#include "platform/linux/desktop/TextLayout.h"
 
 namespace platform {
 
@@ -13,18 +11,9 @@ namespace {
 constexpr double kPadding = 24;
 
 ObjectRef<PangoLayout> makeLayout(cairo_t* cairo, const Size& area, const std::string& text) {
-    ObjectRef<PangoLayout> layout(pango_cairo_create_layout(cairo));
-    const double size = std::clamp(area.height / 45, 9.0, 28.0);
-    PangoFontDescription* font = pango_font_description_from_string("Sans");
-    pango_font_description_set_absolute_size(font, size * PANGO_SCALE);
-    pango_layout_set_font_description(layout.get(), font);
-    pango_font_description_free(font);
-    pango_layout_set_width(layout.get(),
-                           static_cast<int>(std::max(area.width * 0.8 - 2 * kPadding, 40.0)) * PANGO_SCALE);
-    pango_layout_set_wrap(layout.get(), PANGO_WRAP_WORD_CHAR);
-    const auto visible = text.find_last_not_of('\n') + 1;
-    pango_layout_set_text(layout.get(), text.c_str(), static_cast<int>(visible));
-    return layout;
+    const double fontSize = std::clamp(area.height / 45, 9.0, 28.0);
+    const double width = std::max(area.width * 0.8 - 2 * kPadding, 40.0);
+    return makeTextLayout(cairo, text.substr(0, text.find_last_not_of('\n') + 1), "Sans", fontSize, width);
 }
 
 }  // namespace

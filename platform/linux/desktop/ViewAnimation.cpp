@@ -1,17 +1,13 @@
 #include "platform/ViewAnimation.h"
 
-#include <algorithm>
 #include <utility>
 
-#include "platform/linux/desktop/FadeLimit.h"
 #include "platform/linux/desktop/Window.h"
 #include "platform/portable/View.h"
 
 namespace platform {
 
 namespace {
-
-double longestFade = 1e9;  // seconds
 
 void applyEffects(const std::vector<ViewAnimationDescription>& descriptions) {
     for (const auto& each : descriptions) {
@@ -21,8 +17,6 @@ void applyEffects(const std::vector<ViewAnimationDescription>& descriptions) {
 }
 
 }  // namespace
-
-void setLongestFade(double seconds) { longestFade = seconds; }
 
 ViewAnimation::ViewAnimation(std::vector<ViewAnimationDescription> descriptions)
     : mDescriptions(std::move(descriptions)) {}
@@ -37,7 +31,7 @@ void ViewAnimation::startAnimation() {
     const auto apply = [this] { applyEffects(mDescriptions); };
     Window* window = mDescriptions.empty() ? nullptr : mDescriptions.front().target->window();
     if (!window) return apply();
-    window->crossFade(std::min(mDuration, longestFade), apply);
+    window->crossFade(mDuration, apply);
 }
 
 // A blocking animation is over when startAnimation returns.

@@ -4,53 +4,28 @@
 
 #include <cerrno>
 #include <cstring>
-#include <ctime>
 #include <filesystem>
 #include <string>
 
 #include "platform/Bundle.h"
-#include "platform/Files.h"
-#include "platform/linux/desktop/Handles.h"
-#include "platform/linux/system/EventService.h"
+#include "platform/linux/Handles.h"
 
 namespace platform {
 
 namespace {
 
 constexpr char kScheme[] = "bundle";
-constexpr char kAsOf[] = "as-of.js";
 
 void refuse(WebKitURISchemeRequest* request, const std::string& name) {
-    GError* error =
-        g_error_new(G_FILE_ERROR, G_FILE_ERROR_NOENT, "The bundle has no resource %s", name.c_str());
-    webkit_uri_scheme_request_finish_error(request, error);
-    g_error_free(error);
+    const ErrorRef error(
+        g_error_new(G_FILE_ERROR, G_FILE_ERROR_NOENT, "The bundle has no resource %s", name.c_str()));
+    webkit_uri_scheme_request_finish_error(request, error.get());
 }
 
 GText mimeType(const std::string& path, const std::string& data) {
     const GText type(g_content_type_guess(path.c_str(), reinterpret_cast<const guchar*>(data.data()),
                                           data.size(), nullptr));
     return GText(g_content_type_get_mime_type(type.get()));
-}
-
-// When the quakes being shown were asked for, for the page to tell; null while they are up to date.
-std::string asOfScript() {
-    const auto time = answerIsAsOf();
-    if (!time) return "window.TELLMAR_AS_OF = null;\n";
-    std::tm utc{};
-    gmtime_r(&*time, &utc);
-    char text[64];
-    std::strftime(text, sizeof text, "window.TELLMAR_AS_OF = \"%Y-%m-%dT%H:%M:%SZ\";\n", &utc);
-    return text;
-}
-
-bool readResource(const std::string& name, std::string& data) {
-    if (name == kAsOf) {
-        data = asOfScript();
-        return true;
-    }
-    const std::string file = pathForResource(name);
-    return !file.empty() && readFile(file, data);
 }
 
 // bundle:///NAME is the resource NAME.

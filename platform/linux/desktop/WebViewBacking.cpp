@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "platform/Log.h"
 #include "platform/linux/desktop/WebContext.h"
 #include "platform/linux/desktop/Window.h"
-#include "platform/linux/system/Trace.h"
 #include "platform/portable/NotificationCenter.h"
 
 namespace platform {
@@ -116,11 +116,10 @@ void WebView::Backing::setScrolls(bool scrolls) {
     WebKitUserContentManager* contents = webkit_web_view_get_user_content_manager(mWeb);
     webkit_user_content_manager_remove_all_style_sheets(contents);
     if (scrolls) return;
-    WebKitUserStyleSheet* still = webkit_user_style_sheet_new("html, body { overflow: hidden !important; }",
-                                                              WEBKIT_USER_CONTENT_INJECT_TOP_FRAME,
-                                                              WEBKIT_USER_STYLE_LEVEL_USER, nullptr, nullptr);
-    webkit_user_content_manager_add_style_sheet(contents, still);
-    webkit_user_style_sheet_unref(still);
+    const Handle<WebKitUserStyleSheet, webkit_user_style_sheet_unref> still(webkit_user_style_sheet_new(
+        "html, body { overflow: hidden !important; }", WEBKIT_USER_CONTENT_INJECT_TOP_FRAME,
+        WEBKIT_USER_STYLE_LEVEL_USER, nullptr, nullptr));
+    webkit_user_content_manager_add_style_sheet(contents, still.get());
 }
 
 void WebView::Backing::draw(cairo_t* cairo) {
@@ -148,9 +147,8 @@ void WebView::Backing::load(std::string page, std::string url) {
 // the web process would come to read it.
 void WebView::Backing::load() {
     mLoadStart = g_get_monotonic_time();
-    GBytes* bytes = g_bytes_new(mPage.data(), mPage.size());
-    webkit_web_view_load_bytes(mWeb, bytes, "text/html", "UTF-8", mURL.c_str());
-    g_bytes_unref(bytes);
+    const Handle<GBytes, g_bytes_unref> bytes(g_bytes_new(mPage.data(), mPage.size()));
+    webkit_web_view_load_bytes(mWeb, bytes.get(), "text/html", "UTF-8", mURL.c_str());
 }
 
 void WebView::Backing::loadChanged(WebKitLoadEvent event) {

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "platform/WebView.h"
-#include "platform/linux/desktop/Handles.h"
+#include "platform/linux/Handles.h"
 
 namespace platform {
 

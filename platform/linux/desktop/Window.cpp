@@ -1,15 +1,16 @@
 #include "platform/linux/desktop/Window.h"
 
+#include <algorithm>
 #include <cstdio>
 
+#include "platform/Log.h"
+#include "platform/RunLoop.h"
 #include "platform/linux/desktop/CanvasBacking.h"
 #include "platform/linux/desktop/CrossFade.h"
 #include "platform/linux/desktop/HostWindow.h"
 #include "platform/linux/desktop/LayerWindow.h"
 #include "platform/linux/desktop/NoticePanel.h"
 #include "platform/linux/desktop/ViewPainter.h"
-#include "platform/linux/system/RunLoop.h"
-#include "platform/linux/system/Trace.h"
 
 namespace platform {
 
@@ -76,7 +77,9 @@ std::unique_ptr<Window> Window::cover(GdkMonitor* monitor, void (*endAll)()) {
 std::unique_ptr<Window> Window::embed(unsigned long hostWindow) {
     ObjectRef<GdkWindow> host = findHostWindow(hostWindow);
     if (!host) {
-        std::fprintf(stderr, "tellmar: there is no window 0x%lx\n", hostWindow);
+        char line[40];
+        std::snprintf(line, sizeof line, "there is no window 0x%lx", hostWindow);
+        log(line);
         return nullptr;
     }
     std::unique_ptr<Window> window(new Window(gtk_window_new(GTK_WINDOW_POPUP), false));
@@ -213,6 +216,7 @@ SurfaceRef Window::snapshot() {
 void Window::crossFade(double seconds, const std::function<void()>& applyChange) {
     if (!mTopLevel || !gtk_widget_get_mapped(mArea) || RunLoop::isStopping()) return applyChange();
 
+    seconds = std::min(seconds, mLongestFade);
     mFade = std::make_unique<CrossFade>(mArea, snapshot(), seconds);
     applyChange();
     mFade->run(snapshot());

@@ -3,10 +3,11 @@
 #include <gtk/gtk.h>
 
 #include <functional>
+#include <limits>
 #include <memory>
 #include <string>
 
-#include "platform/linux/desktop/Handles.h"
+#include "platform/linux/desktop/CairoHandles.h"
 #include "platform/portable/ScreenSaverView.h"
 
 namespace platform {
@@ -46,8 +47,10 @@ class Window {
 
     void setNeedsDisplay();
 
-    // Shows the change that applyChange makes as a fade of so many seconds. Returns when it is over or given
-    // up.
+    // No fade takes longer from now on: ticks that come faster than usual need shorter ones.
+    void setLongestFade(double seconds) { mLongestFade = seconds; }
+    // Shows the change that applyChange makes as a fade of so many seconds at most. Returns when it is over
+    // or given up.
     void crossFade(double seconds, const std::function<void()>& applyChange);
 
     // A panel with both texts, drawn over everything, for a while: for windows that take no dialogs.
@@ -75,6 +78,7 @@ class Window {
     std::function<void()> mResizeHandler;
     SurfaceRef mPreviewPainting;
     std::unique_ptr<CrossFade> mFade;
+    double mLongestFade = std::numeric_limits<double>::infinity();  // seconds
     std::string mNotice;
 };
 

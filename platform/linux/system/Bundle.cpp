@@ -1,7 +1,11 @@
 #include "platform/Bundle.h"
 
 #include <filesystem>
+#include <map>
 #include <system_error>
+#include <utility>
+
+#include "platform/Files.h"
 
 namespace platform {
 
@@ -10,6 +14,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr char kBundleName[] = "Tellmar.saver";
+
+std::map<std::string, std::function<std::string()>> generatedResources;
 
 bool isFolder(const fs::path& path) {
     std::error_code error;
@@ -42,6 +48,23 @@ std::string pathForResource(const std::string& name) {
     const std::string path = bundlePath() + "/resources/" + name;
     std::error_code error;
     return fs::is_regular_file(path, error) ? path : "";
+}
+
+void setGeneratedResource(const std::string& name, std::function<std::string()> writer) {
+    if (writer)
+        generatedResources[name] = std::move(writer);
+    else
+        generatedResources.erase(name);
+}
+
+bool readResource(const std::string& name, std::string& data) {
+    data.clear();
+    if (const auto found = generatedResources.find(name); found != generatedResources.end()) {
+        data = found->second();
+        return true;
+    }
+    const std::string path = pathForResource(name);
+    return !path.empty() && readFile(path, data);
 }
 
 }  // namespace platform

@@ -13,6 +13,8 @@
 #include <initializer_list>
 #include <system_error>
 
+#include "platform/linux/Handles.h"
+
 namespace platform {
 
 namespace {
@@ -21,28 +23,7 @@ namespace fs = std::filesystem;
 
 constexpr char kFinderInfoAttribute[] = "user.FinderInfo";
 
-class FileDescriptor {
-  public:
-    explicit FileDescriptor(int number) : mNumber(number) {}
-    ~FileDescriptor() { close(); }
-    FileDescriptor(const FileDescriptor&) = delete;
-    FileDescriptor& operator=(const FileDescriptor&) = delete;
-
-    bool isOpen() const { return mNumber >= 0; }
-    int number() const { return mNumber; }
-
-    // Returns false when the system tells only now that something was not written.
-    bool close() {
-        const bool closed = !isOpen() || ::close(mNumber) == 0;
-        mNumber = -1;
-        return closed;
-    }
-
-  private:
-    int mNumber;
-};
-
-// As read and write, but begun again after a signal.
+// As read and write, but tried again after a signal.
 ssize_t readSome(const FileDescriptor& file, char* buffer, std::size_t size) {
     ssize_t count;
     do count = ::read(file.number(), buffer, size);
@@ -157,6 +138,11 @@ bool makePrivateFolder(const std::string& path) {
 std::string temporaryDirectory() {
     static TemporaryFolder folder;
     return folder.path();
+}
+
+std::string userCacheDirectory() {
+    const char* const named = g_getenv("XDG_CACHE_HOME");
+    return named && g_path_is_absolute(named) ? named : std::string(g_get_home_dir()) + "/.cache";
 }
 
 FinderInfo finderInfo(const std::string& path) {

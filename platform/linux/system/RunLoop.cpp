@@ -1,4 +1,4 @@
-#include "platform/linux/system/RunLoop.h"
+#include "platform/RunLoop.h"
 
 #include <glib.h>
 

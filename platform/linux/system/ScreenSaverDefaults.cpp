@@ -1,15 +1,14 @@
 #include "platform/ScreenSaverDefaults.h"
 
-#include <fcntl.h>
 #include <glib.h>
-#include <sys/file.h>
-#include <unistd.h>
 
-#include <cstdio>
 #include <filesystem>
 #include <map>
 
+#include "platform/AdvisoryLock.h"
 #include "platform/Files.h"
+#include "platform/Log.h"
+#include "platform/linux/Handles.h"
 
 namespace platform {
 
@@ -19,17 +18,12 @@ namespace fs = std::filesystem;
 
 constexpr char kGroup[] = "Settings";
 
-// Absent counts as empty. Damaged: read, but no key file. Unusable: not to be read, and so not to be
-// replaced.
+// An absent file counts as empty. Damaged: readable, but not a key file. Unusable: not readable, and so not
+// to be replaced.
 enum class FileState { Good, Damaged, Unusable };
 
 class KeyFile {
   public:
-    KeyFile() : mKeys(g_key_file_new()) {}
-    ~KeyFile() { g_key_file_unref(mKeys); }
-    KeyFile(const KeyFile&) = delete;
-    KeyFile& operator=(const KeyFile&) = delete;
-
     FileState load(const std::string& path) {
         std::error_code error;
         const fs::file_status status = fs::status(path, error);
@@ -38,42 +32,23 @@ class KeyFile {
         if (!fs::is_regular_file(status) || !readFile(path, text)) return FileState::Unusable;
         const auto flags =
             static_cast<GKeyFileFlags>(G_KEY_FILE_KEEP_COMMENTS | G_KEY_FILE_KEEP_TRANSLATIONS);
-        const bool good = g_key_file_load_from_data(mKeys, text.data(), text.size(), flags, nullptr);
+        const bool good = g_key_file_load_from_data(mKeys.get(), text.data(), text.size(), flags, nullptr);
         return good ? FileState::Good : FileState::Damaged;
     }
     int integer(const std::string& key) const {
-        return g_key_file_get_integer(mKeys, kGroup, key.c_str(), nullptr);
+        return g_key_file_get_integer(mKeys.get(), kGroup, key.c_str(), nullptr);
     }
     void setInteger(const std::string& key, int value) {
-        g_key_file_set_integer(mKeys, kGroup, key.c_str(), value);
+        g_key_file_set_integer(mKeys.get(), kGroup, key.c_str(), value);
     }
     std::string text() const {
         gsize length = 0;
-        char* const data = g_key_file_to_data(mKeys, &length, nullptr);
-        const std::string result(data, length);
-        g_free(data);
-        return result;
+        const GText data(g_key_file_to_data(mKeys.get(), &length, nullptr));
+        return std::string(data.get(), length);
     }
 
   private:
-    GKeyFile* mKeys;
-};
-
-// Keeps other processes from writing in a folder for as long as it lives.
-class FolderLock {
-  public:
-    explicit FolderLock(const std::string& folder)
-        : mFolder(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
-        if (mFolder >= 0) flock(mFolder, LOCK_EX);
-    }
-    ~FolderLock() {
-        if (mFolder >= 0) close(mFolder);
-    }
-    FolderLock(const FolderLock&) = delete;
-    FolderLock& operator=(const FolderLock&) = delete;
-
-  private:
-    int mFolder;
+    KeyFileRef mKeys{g_key_file_new()};
 };
 
 bool isTaken(const std::string& path) {
@@ -98,7 +73,8 @@ struct ScreenSaverDefaults::Store {
     // Merges the changes into what is stored by now: another process may have written meanwhile.
     bool write() const {
         if (!makePrivateFolder(folder)) return false;
-        const FolderLock lock(folder);
+        AdvisoryLock lock(folder);
+        lock.waitAndLock();
         KeyFile file;
         const FileState state = file.load(path);
         if (state == FileState::Unusable) return false;
@@ -131,7 +107,7 @@ void ScreenSaverDefaults::setInteger(int value, const std::string& key) { mStore
 bool ScreenSaverDefaults::synchronize() {
     if (mStore->changes.empty()) return true;
     if (!mStore->write()) {
-        std::fprintf(stderr, "tellmar: cannot write the settings to %s\n", mStore->path.c_str());
+        log("cannot write the settings to " + mStore->path);
         return false;
     }
     mStore->changes.clear();

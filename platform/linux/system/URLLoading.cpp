@@ -1,30 +1,22 @@
 #include "platform/URLLoading.h"
 
+#include <curl/curl.h>
 #include <glib.h>
 
 #include <filesystem>
-#include <memory>
 #include <string_view>
+#include <utility>
 
 #include "platform/Files.h"
-#include "platform/linux/system/EventService.h"
-#include "platform/linux/system/FeedSubstitute.h"
-#include "platform/linux/system/HttpTransfer.h"
-#include "platform/linux/system/LoadOutcome.h"
-#include "platform/linux/system/Trace.h"
-#include "service/EventAnswer.h"
-#include "service/EventQuery.h"
+#include "platform/HTTPTransfer.h"
+#include "platform/Log.h"
+#include "platform/linux/Handles.h"
 
 namespace platform {
 
 namespace {
 
-using CharPointer = std::unique_ptr<char, decltype(&g_free)>;
-
-std::string toString(char* owned) {
-    const CharPointer text(owned, &g_free);
-    return text ? text.get() : "";
-}
+URLResponder urlResponder;
 
 bool isWeb(const std::string& url) {
     const char* const scheme = g_uri_peek_scheme(url.c_str());
@@ -32,10 +24,9 @@ bool isWeb(const std::string& url) {
 }
 
 LoadOutcome fetchFromWeb(const std::string& url, std::string& data) {
-    HttpTransfer transfer(url);
-    const int error = transfer.run();
-    data = std::move(transfer.body());
-    return {error, transfer.failure(), {}};
+    HTTPResponse response = get({.url = url});
+    data = std::move(response.body);
+    return {response.errorCode, response.failure, {}};
 }
 
 // Only regular files: reading a pipe could wait for ever.
@@ -49,24 +40,6 @@ LoadOutcome fetchFile(const std::string& path, std::string& data) {
     return {};
 }
 
-LoadOutcome fetch(const std::string& url, std::string& data) {
-    if (isWeb(url)) return fetchFromWeb(url, data);
-    const std::string path = pathOfFileURL(url);
-    if (!path.empty()) return fetchFile(path, data);
-    return {CURLE_UNSUPPORTED_PROTOCOL, "no http, https or file URL", {}};
-}
-
-// A document of today's event services becomes one that the feed's parser reads; any other stays as it is.
-LoadOutcome fetchSubstitute(std::string& data) {
-    LoadOutcome outcome = fetch(feedSubstitute(), data);
-    outcome.source = feedSubstitute();
-    EventAnswer answer;
-    answer.take(data);
-    answer.finish();
-    if (answer.shape() == EventAnswer::Shape::Today) data = std::move(answer).document();
-    return outcome;
-}
-
 void traceFetch(const std::string& url, const LoadOutcome& outcome, std::size_t bytes) {
     const std::string answeredBy = outcome.source.empty() ? "" : " (answered by " + outcome.source + ")";
     const std::string result = outcome.errorCode == 0
@@ -77,12 +50,20 @@ void traceFetch(const std::string& url, const LoadOutcome& outcome, std::size_t 
 
 }  // namespace
 
+LoadOutcome fetchResource(const std::string& url, std::string& data) {
+    data.clear();
+    if (isWeb(url)) return fetchFromWeb(url, data);
+    const std::string path = pathOfFileURL(url);
+    if (!path.empty()) return fetchFile(path, data);
+    return {CURLE_UNSUPPORTED_PROTOCOL, "not an http, https or file URL", {}};
+}
+
+void setURLResponder(URLResponder responder) { urlResponder = std::move(responder); }
+
 bool loadResource(const std::string& url, std::string& data, int& errorCode) {
     data.clear();
-    const bool isSubstituted = isWeb(url) && !feedSubstitute().empty();
-    const LoadOutcome outcome = isSubstituted      ? fetchSubstitute(data)
-                                : isFeedQuery(url) ? loadEvents(url, data)
-                                                   : fetch(url, data);
+    const auto answer = urlResponder ? urlResponder(url, data) : std::nullopt;
+    const LoadOutcome outcome = answer ? *answer : fetchResource(url, data);
     traceFetch(url, outcome, data.size());
     errorCode = outcome.errorCode;
     return errorCode == 0;
@@ -99,13 +80,13 @@ std::string fileURLWithPath(const std::string& path) {
     std::error_code error;
     const std::filesystem::path absolute = std::filesystem::absolute(path, error);
     if (error) return {};
-    return toString(g_filename_to_uri(absolute.c_str(), nullptr, nullptr));
+    return toString(GText(g_filename_to_uri(absolute.c_str(), nullptr, nullptr)));
 }
 
 std::string pathOfFileURL(const std::string& url) {
     char* host = nullptr;
-    const std::string path = toString(g_filename_from_uri(url.c_str(), &host, nullptr));
-    const std::string hostName = toString(host);
+    const std::string path = toString(GText(g_filename_from_uri(url.c_str(), &host, nullptr)));
+    const std::string hostName = toString(GText(host));
     const bool local = hostName.empty() || hostName == "localhost";
     return local ? path : std::string();
 }

@@ -1,17 +1,15 @@
-#include "service/EventTime.h"
+#include "support/ISOTime.h"
 
-#include <charconv>
 #include <cstdio>
-#include <optional>
-
-namespace {
 
 using namespace std::chrono;
 
-constexpr int kMostOffsetHours = 14;
+namespace {
+
+constexpr int kMaxOffsetHours = 14;
 constexpr int kMillisecondDigits = 3;
 
-// Reads a time from left to right; isGood turns false at the first thing that does not belong there.
+// Reads a time from left to right; isGood turns false at the first character that does not belong there.
 class Reader {
   public:
     explicit Reader(std::string_view text) : mRest(text) {}
@@ -53,15 +51,14 @@ class Reader {
     bool mIsGood = true;
 };
 
-sys_days readDate(Reader& reader, bool& isDate) {
+std::optional<sys_days> readDate(Reader& reader) {
     const int years = reader.number(4, 9999);
     reader.expect('-');
     const int months = reader.number(2, 12);
     reader.expect('-');
     const int days = reader.number(2, 31);
     const year_month_day date = year(years) / months / days;
-    isDate = date.ok();
-    return date;
+    return date.ok() ? std::optional<sys_days>(date) : std::nullopt;
 }
 
 milliseconds readTimeOfDay(Reader& reader) {
@@ -78,32 +75,22 @@ minutes readOffset(Reader& reader) {
     if (reader.isAtEnd() || reader.skip('Z')) return minutes(0);
     const bool isWest = reader.skip('-');
     if (!isWest) reader.expect('+');
-    minutes offset = hours(reader.number(2, kMostOffsetHours));
+    minutes offset = hours(reader.number(2, kMaxOffsetHours));
     const bool hasColon = reader.skip(':');
     if (hasColon || !reader.isAtEnd()) offset += minutes(reader.number(2, 59));
     return isWest ? -offset : offset;
 }
 
-std::optional<sys_time<milliseconds>> readTime(std::string_view text) {
+}  // namespace
+
+std::optional<ISOTime> readISOTime(std::string_view text) {
     Reader reader(text);
-    bool isDate = false;
-    const sys_days date = readDate(reader, isDate);
+    const std::optional<sys_days> date = readDate(reader);
     reader.expect('T');
     const milliseconds timeOfDay = readTimeOfDay(reader);
     const minutes offset = readOffset(reader);
-    if (!isDate || !reader.isGood() || !reader.isAtEnd()) return std::nullopt;
-    return date + timeOfDay - offset;
-}
-
-}  // namespace
-
-std::string eventTimeInUTC(std::string_view text) {
-    const auto time = readTime(text);
-    if (!time) return std::string(text);
-    const sys_seconds second = floor<seconds>(*time);
-    char fraction[16];
-    std::snprintf(fraction, sizeof fraction, ".%03dZ", int((*time - second).count()));
-    return isoTime(second) + fraction;
+    const bool isWhole = date && reader.isGood() && reader.isAtEnd();
+    return isWhole ? std::optional<ISOTime>(*date + timeOfDay - offset) : std::nullopt;
 }
 
 std::string isoTime(sys_seconds time) {

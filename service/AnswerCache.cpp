@@ -1,17 +1,13 @@
-#include "platform/linux/system/AnswerCache.h"
-
-#include <glib.h>
+#include "service/AnswerCache.h"
 
 #include <algorithm>
 #include <charconv>
 #include <filesystem>
-#include <memory>
 #include <string_view>
 #include <vector>
 
+#include "platform/Checksum.h"
 #include "platform/Files.h"
-
-namespace platform {
 
 namespace {
 
@@ -24,14 +20,6 @@ constexpr char kFirstLine[] = "Tellmar answer 1\n";
 constexpr std::size_t kMostFiles = 4;
 constexpr std::size_t kMostDocumentBytes = 4 << 20;
 constexpr std::size_t kMostFileBytes = kMostDocumentBytes + (64 << 10);
-
-std::string sha256(std::string_view text) {
-    const std::unique_ptr<char, decltype(&g_free)> sum(
-        g_compute_checksum_for_data(G_CHECKSUM_SHA256, reinterpret_cast<const guchar*>(text.data()),
-                                    text.size()),
-        &g_free);
-    return sum.get();
-}
 
 std::string asLine(std::string text) {
     std::replace_if(
@@ -52,14 +40,14 @@ std::string write(const KeptAnswer& answer) {
     const std::string rest = asLine(answer.service) + asLine(answer.url) +
                              asLine(std::to_string(answer.time)) + asLine(answer.validators.etag) +
                              asLine(answer.validators.lastModified) + answer.document;
-    return kFirstLine + sha256(rest) + "\n" + rest;
+    return kFirstLine + platform::sha256(rest) + "\n" + rest;
 }
 
 std::optional<KeptAnswer> parse(std::string_view text) {
     if (!text.starts_with(kFirstLine)) return std::nullopt;
     text.remove_prefix(std::string_view(kFirstLine).size());
     const std::string sum = takeLine(text);
-    if (sum != sha256(text)) return std::nullopt;
+    if (sum != platform::sha256(text)) return std::nullopt;
     KeptAnswer answer;
     answer.service = takeLine(text);
     answer.url = takeLine(text);
@@ -75,7 +63,7 @@ std::optional<KeptAnswer> readAnswer(const fs::path& path) {
     std::error_code error;
     if (!fs::is_regular_file(path, error) || fs::file_size(path, error) > kMostFileBytes) return std::nullopt;
     std::string text;
-    if (!readFile(path, text)) return std::nullopt;
+    if (!platform::readFile(path, text)) return std::nullopt;
     return parse(text);
 }
 
@@ -90,14 +78,10 @@ std::vector<fs::path> answerFiles(const std::string& folder) {
 
 }  // namespace
 
-std::string AnswerCache::userFolder() {
-    const char* const cache = g_getenv("XDG_CACHE_HOME");
-    const bool isNamed = cache && g_path_is_absolute(cache);
-    return (isNamed ? std::string(cache) : std::string(g_get_home_dir()) + "/.cache") + "/tellmar";
-}
+std::string AnswerCache::userFolder() { return platform::userCacheDirectory() + "/tellmar"; }
 
 std::string AnswerCache::pathFor(const std::string& url) const {
-    return mFolder + "/" + kPrefix + kVersion + "-" + sha256(url).substr(0, 16);
+    return mFolder + "/" + kPrefix + kVersion + "-" + platform::sha256(url).substr(0, 16);
 }
 
 std::optional<KeptAnswer> AnswerCache::find(const std::string& url) const {
@@ -117,8 +101,8 @@ std::optional<KeptAnswer> AnswerCache::newest(const std::string& service) const 
 
 bool AnswerCache::store(const KeptAnswer& answer) const {
     if (answer.document.size() > kMostDocumentBytes) return false;
-    if (!makePrivateFolder(mFolder)) return false;
-    const bool isStored = writeFileAtomically(pathFor(answer.url), write(answer));
+    if (!platform::makePrivateFolder(mFolder)) return false;
+    const bool isStored = platform::writeFileAtomically(pathFor(answer.url), write(answer));
     removeOldest();
     return isStored;
 }
@@ -135,5 +119,3 @@ void AnswerCache::removeOldest() const {
     std::error_code error;
     for (std::size_t i = kMostFiles; i < files.size(); ++i) fs::remove(files[i], error);
 }
-
-}  // namespace platform

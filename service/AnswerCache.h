@@ -4,26 +4,24 @@
 #include <optional>
 #include <string>
 
-#include "platform/linux/system/EventRequest.h"
-
-namespace platform {
+#include "service/EventRequest.h"
 
 // An answer of an event service as it is kept. Texts but the document are one line each.
 struct KeptAnswer {
     std::string service;   // the address that answered
     std::string url;       // what it was asked
     std::time_t time = 0;  // when
-    Validators validators;
+    Validators validators{};
     std::string document;  // QuakeML 1.0.1
 };
 
 // The folder of a few kept answers, a file for each question. A file that is damaged, or of another version
-// of the program, counts as none; trouble with the folder as well.
+// of the program, is ignored; so are errors of the folder.
 class AnswerCache {
   public:
     explicit AnswerCache(std::string folder) : mFolder(std::move(folder)) {}
 
-    // $XDG_CACHE_HOME/tellmar, or its usual stand-in.
+    // $XDG_CACHE_HOME/tellmar, or ~/.cache/tellmar.
     static std::string userFolder();
 
     const std::string& folder() const { return mFolder; }
@@ -41,5 +39,3 @@ class AnswerCache {
 
     std::string mFolder;
 };
-
-}  // namespace platform

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+
+namespace platform {
+
+// One line on stderr, after the program's name.
+void log(const std::string& line);
+
+// The same for whoever asked for it: a line for each fetch, tick, fade and page.
+void trace(const std::string& line);
+void setVerbose(bool verbose);
+
+}  // namespace platform

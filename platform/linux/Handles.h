@@ -1,0 +1,58 @@
+#pragma once
+
+#include <glib-object.h>
+#include <unistd.h>
+
+#include <memory>
+#include <string>
+
+namespace platform {
+
+// Owners of what C libraries hand out.
+
+template <auto function>
+struct Releaser {
+    template <typename T>
+    void operator()(T* object) const {
+        function(object);
+    }
+};
+
+// Owns one object, which the function releases.
+template <typename T, auto function>
+using Handle = std::unique_ptr<T, Releaser<function>>;
+
+// One reference to a GObject.
+template <typename T>
+using ObjectRef = Handle<T, g_object_unref>;
+
+// A text that GLib allocated.
+using GText = Handle<char, g_free>;
+
+using ErrorRef = Handle<GError, g_error_free>;
+using KeyFileRef = Handle<GKeyFile, g_key_file_unref>;
+
+inline std::string toString(const GText& text) { return text ? text.get() : ""; }
+
+class FileDescriptor {
+  public:
+    explicit FileDescriptor(int number) : mNumber(number) {}
+    ~FileDescriptor() { close(); }
+    FileDescriptor(const FileDescriptor&) = delete;
+    FileDescriptor& operator=(const FileDescriptor&) = delete;
+
+    bool isOpen() const { return mNumber >= 0; }
+    int number() const { return mNumber; }
+
+    // Returns false when the system reports only now that something was not written.
+    bool close() {
+        const bool closed = !isOpen() || ::close(mNumber) == 0;
+        mNumber = -1;
+        return closed;
+    }
+
+  private:
+    int mNumber;
+};
+
+}  // namespace platform

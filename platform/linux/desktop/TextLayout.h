@@ -1,0 +1,16 @@
+#pragma once
+
+#include <pango/pangocairo.h>
+
+#include <optional>
+#include <string>
+
+#include "platform/linux/Handles.h"
+
+namespace platform {
+
+// Text in a font of that size (pixels), wrapped to a width where there is one.
+ObjectRef<PangoLayout> makeTextLayout(cairo_t* cairo, const std::string& text, const std::string& fontFamily,
+                                      double fontSize, std::optional<double> width = {});
+
+}  // namespace platform

@@ -1,0 +1,83 @@
+#include "service/EventRequest.h"
+
+#include <algorithm>
+
+#include "platform/HTTPTransfer.h"
+#include "platform/Log.h"
+#include "platform/RunLoop.h"
+#include "service/EventAnswer.h"
+
+using platform::HTTPRequest, platform::HTTPResponse;
+
+namespace {
+
+constexpr long kNoContent = 204;
+constexpr long kNotModified = 304;
+constexpr long kTooManyRequests = 429;
+constexpr int kUsualPauseSeconds = 1;
+constexpr int kLongestPauseSeconds = 2;
+// After a big quake a week's answer is some hundred megabytes of picks, of which next to nothing is held.
+constexpr long long kMaxAnswerBytes = 1LL << 30;
+
+bool isConditional(const Validators& known) { return !known.etag.empty() || !known.lastModified.empty(); }
+
+HTTPRequest requestFor(const std::string& url, const Validators& known, EventAnswer& answer) {
+    HTTPRequest request{.url = url, .maxBytes = kMaxAnswerBytes};
+    if (!known.etag.empty()) request.headers.push_back({"If-None-Match", known.etag});
+    if (!known.lastModified.empty()) request.headers.push_back({"If-Modified-Since", known.lastModified});
+    request.sink = [&answer](std::string_view bytes) {
+        answer.take(bytes);
+        return answer.isGood();
+    };
+    return request;
+}
+
+EventReply answered(const HTTPResponse& response, std::string document) {
+    return {.document = std::move(document),
+            .validators = {response.header("ETag"), response.header("Last-Modified")}};
+}
+
+EventReply failed(int errorCode, std::string failure) {
+    return {.outcome = {errorCode, std::move(failure), {}}};
+}
+
+EventReply translated(const HTTPResponse& response, EventAnswer& answer) {
+    answer.finish();
+    if (answer.isGood()) return answered(response, std::move(answer).document());
+    return failed(platform::coreFoundationUnknownErr, "not a complete QuakeML document");
+}
+
+EventReply replyTo(const HTTPResponse& response, bool wasConditional, EventAnswer& answer) {
+    if (response.status == kNoContent) return answered(response, EventAnswer::withoutEvents());
+    if (wasConditional && response.status == kNotModified) return {.isUnchanged = true};
+    if (response.errorCode == 0) return translated(response, answer);
+    if (!response.complaint.empty()) platform::trace("the service says: " + response.complaint);
+    return failed(response.errorCode, response.failure);
+}
+
+bool isWorthAnotherTry(const HTTPResponse& response) {
+    return response.status == kTooManyRequests || response.status / 100 == 5;
+}
+
+int pauseMilliseconds(const HTTPResponse& response) {
+    const long long asked = response.retryAfterSeconds;
+    return static_cast<int>(asked > 0 ? std::min<long long>(asked, kLongestPauseSeconds)
+                                      : kUsualPauseSeconds) *
+           1000;
+}
+
+}  // namespace
+
+EventReply askEventService(const std::string& url, const Validators& known) {
+    const auto ask = [&](HTTPResponse& response) {
+        EventAnswer answer;
+        response = platform::get(requestFor(url, known, answer));
+        return replyTo(response, isConditional(known), answer);
+    };
+    HTTPResponse response;
+    EventReply reply = ask(response);
+    if (!isWorthAnotherTry(response)) return reply;
+    platform::trace("fetch " + url + ": " + reply.outcome.failure + "; trying once more");
+    platform::RunLoop::runFor(pauseMilliseconds(response));
+    return platform::RunLoop::isStopping() ? reply : ask(response);
+}

@@ -1,0 +1,287 @@
+#include "service/EventFeed.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "service/AnswerCache.h"
+#include "service/EventAnswer.h"
+#include "tests/TemporaryFolder.h"
+#include "tests/standins/StandIns.h"
+
+namespace {
+
+using platform::AdvisoryLock, platform::HTTPRequest, platform::HTTPResponse;
+using standins::desktop;
+using testing::Contains, testing::HasSubstr, testing::IsEmpty, testing::SizeIs;
+
+constexpr char kQuery[] =
+    "http://magma.geonet.org.nz/services/quake/quakeml/1.0.1/query?"
+    "startDate=2026-11-13&endDate=2026-11-21&magnitudeLower=4&magnitudeUpper=10&outputFormat=quakeml1.0";
+constexpr char kService[] = "https://quakes.example/";
+constexpr std::time_t kMinute = 60, kDay = 24 * 60 * kMinute;
+
+std::string documentWith(const std::string& type) {
+    return "<q:quakeml xmlns:q='http://quakeml.org/xmlns/quakeml/1.2' "
+           "xmlns='http://quakeml.org/xmlns/bed/1.2'>"
+           "<eventParameters><event><pick/><type>" +
+           type + "</type></event></eventParameters></q:quakeml>";
+}
+const std::string kToday = documentWith("earthquake"), kLater = documentWith("other event");
+
+std::string translated(const std::string& document) {
+    EventAnswer answer;
+    answer.take(document);
+    answer.finish();
+    return std::move(answer).document();
+}
+
+HTTPResponse answerOf(const std::string& document) { return {.status = 200, .body = document}; }
+HTTPResponse failureOf(int status) {
+    return {.errorCode = status, .failure = "HTTP status " + std::to_string(status), .status = status};
+}
+
+// Lets the service answer with these in turn, and with the last one from then on.
+void serve(std::vector<HTTPResponse> answers) {
+    desktop.service = [answers, next = 0u](const HTTPRequest&) mutable {
+        return answers[std::min<std::size_t>(next++, answers.size() - 1)];
+    };
+}
+
+class EventFeedTest : public standins::Test {
+  protected:
+    EventFeedTest() { setenv("XDG_CACHE_HOME", folder.path().c_str(), true); }
+    ~EventFeedTest() override { unsetenv("XDG_CACHE_HOME"); }
+
+    // What the quake list gets; empty when the load failed.
+    static std::string load(EventFeed& feed) {
+        std::string data;
+        const auto outcome = feed.answer(kQuery, data);
+        EXPECT_TRUE(outcome);
+        EXPECT_EQ(data.empty(), outcome->errorCode != 0);
+        return data;
+    }
+    std::string load() { return load(feed); }
+    static void pass(std::time_t seconds) { desktop.now += seconds; }
+
+    TemporaryFolder folder;
+    EventFeed feed{{.service = kService}};
+    EventFeed feedWithoutCache{{.service = kService, .keepsAnswers = false}};
+};
+
+TEST_F(EventFeedTest, AnswersTheListsQueryAlone) {
+    std::string data = "as it was";
+    EXPECT_FALSE(feed.answer("http://quakes.example/", data));
+    EXPECT_EQ(data, "as it was");
+    EXPECT_THAT(desktop.requests, IsEmpty());
+    EXPECT_NE(feed.answer("http://a.example/services/quake/quakeml/1.0.1/query?x", data)->errorCode, 0);
+}
+
+TEST_F(EventFeedTest, TheServiceIsAskedInItsOwnDialectAndAnswersInTheLists) {
+    serve({answerOf(kToday)});
+    EXPECT_EQ(load(feedWithoutCache), translated(kToday));
+    EXPECT_THAT(desktop.requests[0].url,
+                testing::StartsWith("https://quakes.example/fdsnws/event/1/query?starttime="));
+    const std::string earlier = "<quakeml xmlns='http://quakeml.org/xmlns/quakeml/1.0'> <a/></quakeml>";
+    serve({answerOf(earlier)});
+    EXPECT_EQ(load(feedWithoutCache), earlier);
+    serve({failureOf(204)});
+    EXPECT_EQ(load(feedWithoutCache), EventAnswer::withoutEvents());
+    EXPECT_THAT(desktop.requests, SizeIs(3));
+}
+
+TEST_F(EventFeedTest, ADocumentThatIsIncompleteOrNotQuakeMLIsDiscarded) {
+    for (const std::string& document : {std::string("<html><body>Please log in</body></html>"),
+                                        kToday.substr(0, kToday.size() - 3), std::string()}) {
+        serve({answerOf(document)});
+        EXPECT_EQ(load(feedWithoutCache), "") << document;
+    }
+}
+
+TEST_F(EventFeedTest, ABusyServiceIsAskedOnceMoreAfterAPause) {
+    const std::pair<std::vector<HTTPResponse>, std::string> cases[] = {
+        {{failureOf(429), answerOf(kToday)}, translated(kToday)},
+        {{failureOf(503), answerOf(kToday)}, translated(kToday)},
+        {{failureOf(500), failureOf(503), answerOf(kToday)}, ""}};
+    for (auto [answers, expected] : cases) {
+        answers[0].retryAfterSeconds = 3600;
+        serve(answers);
+        desktop.requests.clear();
+        const long long before = desktop.monotonicMicroseconds;
+        EXPECT_EQ(load(feedWithoutCache), expected);
+        EXPECT_THAT(desktop.requests, SizeIs(2));
+        EXPECT_EQ(desktop.monotonicMicroseconds - before, 2'000'000);
+    }
+    for (const int status : {304, 400, 404, 413}) {
+        serve({failureOf(status)});
+        desktop.requests.clear();
+        EXPECT_EQ(load(feedWithoutCache), "") << status;
+        EXPECT_THAT(desktop.requests, SizeIs(1)) << status;
+    }
+    desktop.whileWaiting = [] { desktop.isStopping = true; };
+    serve({failureOf(503), answerOf(kToday)});
+    EXPECT_EQ(load(feedWithoutCache), "");
+}
+
+TEST_F(EventFeedTest, TheServicesComplaintIsTraced) {
+    HTTPResponse response = failureOf(400);
+    response.complaint = "unknown parameter: limit";
+    serve({response});
+    load();
+    EXPECT_THAT(desktop.traceLines, Contains("the service says: unknown parameter: limit"));
+}
+
+TEST_F(EventFeedTest, AYoungAnswerIsUsedAgain) {
+    serve({answerOf(kToday), answerOf(kLater)});
+    load();
+    pass(5 * kMinute - 1);
+    EXPECT_EQ(load(), translated(kToday));
+    EXPECT_THAT(desktop.requests, SizeIs(1));
+    EXPECT_EQ(feed.asOfScript(), "window.TELLMAR_AS_OF = null;\n");
+    pass(1);
+    EXPECT_EQ(load(), translated(kLater));
+    pass(-kDay);  // the clock was ahead
+    EXPECT_EQ(load(), translated(kLater));
+    EXPECT_THAT(desktop.requests, SizeIs(3));
+}
+
+TEST_F(EventFeedTest, AnOlderAnswerIsAskedForOnCondition) {
+    HTTPResponse whole = answerOf(kToday);
+    whole.headers = {{"etag", "\"one\""}, {"Last-Modified", "Sat, 21 Nov 2026 01:02:03 GMT"}};
+    serve({whole, failureOf(304)});
+    load();
+    EXPECT_THAT(desktop.requests[0].headers, IsEmpty());
+    pass(6 * kMinute);
+    for (int time = 0; time < 2; ++time) EXPECT_EQ(load(), translated(kToday));  // the second is young again
+    ASSERT_THAT(desktop.requests, SizeIs(2));
+    const auto& headers = desktop.requests[1].headers;
+    ASSERT_THAT(headers, SizeIs(2));
+    EXPECT_EQ(headers[0].name + ": " + headers[0].value, "If-None-Match: \"one\"");
+    EXPECT_EQ(headers[1].name + ": " + headers[1].value, "If-Modified-Since: Sat, 21 Nov 2026 01:02:03 GMT");
+    EXPECT_EQ(feed.asOfScript(), "window.TELLMAR_AS_OF = null;\n");
+}
+
+TEST_F(EventFeedTest, AfterAFailureTheServicesLatestAnswerOf30DaysHasToDo) {
+    desktop.now = 1795222800;  // 2026-11-21T01:00:00Z
+    serve({answerOf(kToday), failureOf(404)});
+    load();
+    pass(30 * kDay - 1);
+    EXPECT_EQ(load(), translated(kToday));
+    EXPECT_EQ(feed.asOfScript(), "window.TELLMAR_AS_OF = \"2026-11-21T01:00:00Z\";\n");
+
+    EventFeed another({.service = "https://elsewhere.example/"});
+    EXPECT_EQ(load(another), "");
+    EXPECT_EQ(another.asOfScript(), "window.TELLMAR_AS_OF = null;\n");
+    pass(1);
+    EXPECT_EQ(load(), "");
+    EXPECT_EQ(feed.asOfScript(), "window.TELLMAR_AS_OF = null;\n");
+}
+
+TEST_F(EventFeedTest, WhoWaitsForAnotherProcessUsesWhatItLearns) {
+    serve({answerOf(kToday)});
+    desktop.lock = AdvisoryLock::State::TakenByAnother;
+    EventFeed other({.service = kService});
+    desktop.whileWaiting = [&, isFirst = true]() mutable {
+        if (!std::exchange(isFirst, false)) return;
+        desktop.lock = AdvisoryLock::State::Held;
+        load(other);
+    };
+    EXPECT_EQ(load(), translated(kToday));
+    EXPECT_THAT(desktop.requests, SizeIs(1));
+}
+
+TEST_F(EventFeedTest, WhoWaitsForAnotherProcessLearnsThatItsRequestFailed) {
+    serve({failureOf(404)});
+    load();  // leaves a note from before the wait
+    desktop.lock = AdvisoryLock::State::TakenByAnother;
+    desktop.whileWaiting = [&, turn = 0]() mutable {
+        if (++turn != 2) return;
+        desktop.lock = AdvisoryLock::State::Held;
+        load();
+    };
+    EXPECT_EQ(load(), "");
+    EXPECT_THAT(desktop.requests, SizeIs(2));
+
+    desktop.whileWaiting = nullptr;
+    desktop.lockNote.pop_back();  // a truncated note
+    serve({answerOf(kToday)});
+    EXPECT_EQ(load(), translated(kToday));
+}
+
+TEST_F(EventFeedTest, AProcessThatCannotGetTheLockGoesOnWithoutIt) {
+    for (const auto state : {AdvisoryLock::State::TakenByAnother, AdvisoryLock::State::Unavailable}) {
+        const long long before = desktop.monotonicMicroseconds;
+        desktop.lock = state;
+        serve({failureOf(404)});
+        EXPECT_EQ(load(), "");
+        EXPECT_EQ(desktop.lockNote, "");
+        EXPECT_LE(desktop.monotonicMicroseconds - before, 36'000'000);
+    }
+    desktop.isStopping = true;
+    desktop.requests.clear();
+    EXPECT_EQ(load(), "");
+    EXPECT_THAT(desktop.requests, IsEmpty());
+}
+
+TEST_F(EventFeedTest, ADamagedFileIsIgnored) {
+    serve({answerOf(kToday)});
+    load();
+    std::string path;
+    for (const auto& entry : std::filesystem::directory_iterator(AnswerCache::userFolder()))
+        if (entry.file_size() > 0) path = entry.path();
+    const std::string whole = contentsOf(path);
+    std::string changed = whole, later = whole;
+    changed[whole.find("earthquake")] = 'E';
+    later[whole.find('1')] = '2';  // the version
+    for (const std::string& damaged : {whole.substr(0, whole.size() - 3), changed, later, std::string()}) {
+        std::ofstream(path, std::ios::binary) << damaged;
+        desktop.requests.clear();
+        EXPECT_EQ(load(), translated(kToday));
+        EXPECT_THAT(desktop.requests, SizeIs(1));
+    }
+}
+
+TEST_F(EventFeedTest, WithoutAFolderItGoesOnWithoutTheCache) {
+    serve({answerOf(kToday)});
+    for (const char* cache : {"/dev/null/nowhere", "/dev/full", "/proc"}) {
+        setenv("XDG_CACHE_HOME", cache, true);
+        EXPECT_EQ(load(), translated(kToday)) << cache;
+    }
+    EXPECT_THAT(desktop.traceLines, Contains(HasSubstr("cannot keep the answer in /proc")));
+}
+
+TEST_F(EventFeedTest, FewFilesAreKeptAndNoneIsBig) {
+    const AnswerCache cache(folder.path("new/folder"));
+    const auto answerTo = [](const std::string& url, std::time_t time, const std::string& document) {
+        return KeptAnswer{.service = kService, .url = url, .time = time, .document = document};
+    };
+    for (int i = 0; i < 20; ++i) ASSERT_TRUE(cache.store(answerTo(std::to_string(i), i, "x")));
+    std::ofstream(cache.folder() + "/answer-1-draft.123-1") << "of a process that was killed";
+    std::ofstream(cache.folder() + "/another program's") << "x";
+    ASSERT_TRUE(cache.store(answerTo("last", 99, "x")));
+    EXPECT_EQ(filesIn(cache.folder()), 5);
+    EXPECT_TRUE(cache.find("last"));
+    EXPECT_FALSE(cache.store(answerTo("big", 100, std::string(5 << 20, 'x'))));
+    EXPECT_EQ(cache.newest(kService)->url, "last");
+}
+
+TEST_F(EventFeedTest, ADocumentTakesTheServicesPlace) {
+    EventFeed substituted({.service = kService, .document = "https://elsewhere.example/feed.xml"});
+    for (const auto& [document, expected] : {std::pair{kToday, translated(kToday)},
+                                             {"<quakeml/>", "<quakeml/>"},
+                                             {"not XML", "not XML"},
+                                             {kToday.substr(0, kToday.size() - 3), ""}}) {
+        desktop.answerToAll = document;
+        std::string data;
+        EXPECT_EQ(substituted.answer(kQuery, data)->source, "https://elsewhere.example/feed.xml");
+        EXPECT_EQ(data, expected);
+    }
+    EXPECT_EQ(desktop.asked.back(), "https://elsewhere.example/feed.xml");
+    EXPECT_THAT(desktop.requests, IsEmpty());
+
+    serve({answerOf(kToday)});
+    load(feedWithoutCache);
+    EXPECT_FALSE(std::filesystem::exists(AnswerCache::userFolder()));
+}
+
+}  // namespace
