@@ -43,7 +43,7 @@ def fault(folders, bracket, header):
 
 
 def faults():
-    for folder in LAYERS + ["platform", "tests", "bench"]:
+    for folder in LAYERS + ["platform", "packaging", "tests", "bench"]:
         for path in sorted((ROOT / folder).rglob("*")):
             if path.suffix not in (".h", ".cpp"):
                 continue
