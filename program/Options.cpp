@@ -1,151 +1,54 @@
 #include "program/Options.h"
 
+#include <getopt.h>
+
 #include <charconv>
 #include <cmath>
+#include <string_view>
 
 #include "platform/Bundle.h"
 #include "platform/URLLoading.h"
+#include "program/OptionTable.h"
 #include "service/EventQuery.h"
-
-const char kUsage[] =
-    R"(Usage: tellmar [OPTION]...
-Shows the latest strong earthquakes of the New Zealand region, each on a map.
-
-Where:
-  (no option)        in a window of 1280 x 720
-  --fullscreen       on the whole screen
-  --window-id ID     in the X11 window ID (decimal, or hexadecimal after 0x)
-  --root             accepted for screen-saver hosts; XSCREENSAVER_WINDOW
-                     names the window when --window-id does not
-  --preview          as the small preview of a settings dialog
-
-What:
-  --demo             the sample feed that comes with the program
-  --feed FILE|URL    this document in place of the service's answer
-  --service URL      ask this FDSN event service in place of GeoNet's
-  --no-cache         neither keep the service's answers nor use kept ones
-  --list             print the earthquakes in the order they are shown in
-  --configure        show the settings
-
-  --register         add Tellmar to XScreenSaver's list (~/.xscreensaver)
-  --unregister       take it out again
-
-  --speed N          N times as many ticks, for demonstrations
-  --verbose          a line on stderr for each fetch, tick, fade and page
-  --version          print the version
-  --help             print this text
-
-In a window of its own, Escape or q leaves.
-)";
 
 namespace {
 
-// Reads the options one by one; each option takes its value from the next argument or from behind a '='.
-class Parser {
-  public:
-    explicit Parser(const std::vector<std::string>& arguments) : mArguments(arguments) {}
+// What getopt_long_only returns for the first option of the table, for an error and for other arguments.
+constexpr int kFirstOption = 256;
+constexpr int kError = '?';
+constexpr int kOtherArgument = 1;
 
-    Options parse() {
-        while (mNext < mArguments.size()) parseOption(mArguments[mNext++]);
-        return std::move(mOptions);
-    }
+// No short options, and every argument in its turn: POSIXLY_CORRECT makes no difference.
+constexpr char kInOrder[] = "-";
 
-  private:
-    void parseOption(const std::string& argument) {
-        const auto equals = argument.find('=');
-        const std::string name = nameOf(argument.substr(0, equals));
-        mValue = equals == std::string::npos ? std::nullopt : std::optional(argument.substr(equals + 1));
+const OptionEntry& entryOf(int code) { return optionTable()[code - kFirstOption]; }
 
-        if (name == "fullscreen")
-            mOptions.fullscreen = true;
-        else if (name == "preview")
-            mOptions.preview = true;
-        else if (name == "verbose")
-            mOptions.verbose = true;
-        else if (name == "demo")
-            useSampleFeed();
-        else if (name == "feed")
-            parseFeed();
-        else if (name == "service")
-            parseService();
-        else if (name == "no-cache")
-            mOptions.noCache = true;
-        else if (name == "speed")
-            parseSpeed();
-        else if (name == "window-id")
-            parseWindow();
-        else if (name == "list")
-            mOptions.command = Options::Command::List;
-        else if (name == "configure")
-            mOptions.command = Options::Command::Configure;
-        else if (name == "register")
-            mOptions.command = Options::Command::Register;
-        else if (name == "unregister")
-            mOptions.command = Options::Command::Unregister;
-        else if (name == "help" || name == "h")
-            mOptions.command = Options::Command::Help;
-        else if (name == "version")
-            mOptions.command = Options::Command::Version;
-        else if (name != "root")
-            complain("unknown option " + argument);
-    }
+std::vector<option> optionsForGetopt() {
+    std::vector<option> options;
+    int code = kFirstOption;
+    for (const OptionEntry& entry : optionTable())
+        options.push_back({entry.name, entry.valueName ? required_argument : no_argument, nullptr, code++});
+    options.push_back({});
+    return options;
+}
 
-    // Hosts write options with one dash, users with two.
-    static std::string nameOf(const std::string& argument) {
-        if (argument.starts_with("--")) return argument.substr(2);
-        return argument.starts_with("-") ? argument.substr(1) : std::string();
-    }
+std::vector<char*> argvOf(std::vector<std::string>& arguments) {
+    static char program[] = "tellmar";
+    std::vector<char*> argv = {program};
+    for (std::string& argument : arguments) argv.push_back(argument.data());
+    argv.push_back(nullptr);
+    return argv;
+}
 
-    std::optional<std::string> takeValue(const std::string& option) {
-        if (!mValue && mNext < mArguments.size()) mValue = mArguments[mNext++];
-        if (!mValue) complain(option + " needs a value");
-        return mValue;
-    }
+std::string optionsStartingWith(std::string_view prefix) {
+    std::string options;
+    for (const OptionEntry& entry : optionTable())
+        if (std::string_view(entry.name).starts_with(prefix))
+            options += std::string(options.empty() ? "--" : " or --") + entry.name;
+    return options;
+}
 
-    void useSampleFeed() {
-        const std::string path = platform::pathForResource("sample-feed.xml");
-        if (path.empty()) complain("the sample feed is missing");
-        mOptions.feed = platform::fileURLWithPath(path.empty() ? "sample-feed.xml" : path);
-    }
-
-    void parseFeed() {
-        const auto value = takeValue("--feed");
-        if (!value) return;
-        const bool isURL = value->find("://") != std::string::npos;
-        mOptions.feed = isURL ? *value : platform::fileURLWithPath(*value);
-    }
-
-    void parseService() {
-        const auto value = takeValue("--service");
-        if (!value) return;
-        if (isEventServiceAddress(*value))
-            mOptions.service = *value;
-        else
-            complain("--service takes the http or https address of an event service, not " + *value);
-    }
-
-    void parseSpeed() {
-        const auto value = takeValue("--speed");
-        if (!value) return;
-        double speed = 0;
-        const auto end = value->data() + value->size();
-        const auto [rest, error] = std::from_chars(value->data(), end, speed);
-        if (error == std::errc() && rest == end && std::isfinite(speed) && speed > 0 && speed <= 1000)
-            mOptions.speed = speed;
-        else
-            complain("--speed takes a number above 0 and up to 1000, not " + *value);
-    }
-
-    void parseWindow();
-    void complain(const std::string& complaint) { mOptions.complaints.push_back(complaint); }
-
-    const std::vector<std::string>& mArguments;
-    std::size_t mNext = 0;
-    std::optional<std::string> mValue;
-    Options mOptions;
-};
-
-std::optional<unsigned long> windowNumber(const std::string& text) {
+std::optional<unsigned long> windowNumber(std::string_view text) {
     const bool isHex = text.starts_with("0x") || text.starts_with("0X");
     const char* begin = text.data() + (isHex ? 2 : 0);
     const char* end = text.data() + text.size();
@@ -154,23 +57,140 @@ std::optional<unsigned long> windowNumber(const std::string& text) {
     return error == std::errc() && rest == end && number != 0 ? std::optional(number) : std::nullopt;
 }
 
-void Parser::parseWindow() {
-    const auto value = takeValue("--window-id");
-    if (!value) return;
-    if (const auto number = windowNumber(*value))
-        mOptions.hostWindow = number;
-    else
-        complain("--window-id takes the number of a window, not " + *value);
-}
+class Parser {
+  public:
+    Options parse(std::vector<std::string> arguments) {
+        const std::vector<option> known = optionsForGetopt();
+        const std::vector<char*> argv = argvOf(arguments);
+        const int argc = static_cast<int>(arguments.size()) + 1;
+        opterr = 0;
+        optind = 0;  // makes getopt start over
+        int next = 1;
+        for (int code; (code = getopt_long_only(argc, argv.data(), kInOrder, known.data(), nullptr)) != -1;) {
+            parseArgument(code, argv[next]);
+            next = optind;
+        }
+        for (next = optind; next < argc; ++next) parseArgument(kOtherArgument, argv[next]);
+        return std::move(mOptions);
+    }
+
+  private:
+    void parseArgument(int code, const std::string& argument) {
+        mWritten = argument.substr(0, argument.find('='));
+        if (code == kOtherArgument)
+            complain("unexpected argument: " + argument);
+        else if (code == kError)
+            complainOfError(argument);
+        else
+            parseOption(entryOf(code));
+    }
+
+    // getopt sets optopt to the option, or to 0 when the name is not that of one option.
+    void complainOfError(const std::string& argument) {
+        if (optopt != 0)
+            return complain(mWritten + (entryOf(optopt).valueName ? " needs a value" : " takes no value"));
+        const std::string name = mWritten.substr(mWritten.starts_with("--") ? 2 : 1);
+        const std::string meanings = name.empty() ? "" : optionsStartingWith(name);
+        complain(meanings.empty() ? "unknown option: " + argument : mWritten + " could mean " + meanings);
+    }
+
+    void parseOption(const OptionEntry& entry) {
+        const std::string value = optarg ? optarg : "";
+        if (entry.valueName && value.empty())
+            complain(mWritten + " needs a value");
+        else
+            apply(entry.option, value);
+    }
+
+    void apply(Option option, const std::string& value) {
+        switch (option) {
+            case Option::Fullscreen:
+                return turnOn(mOptions.fullscreen);
+            case Option::WindowId:
+                return parseWindow(value);
+            case Option::Root:
+                return;
+            case Option::Preview:
+                return turnOn(mOptions.preview);
+            case Option::Demo:
+                return useSampleFeed();
+            case Option::Feed:
+                return parseFeed(value);
+            case Option::Service:
+                return parseService(value);
+            case Option::NoCache:
+                return turnOn(mOptions.noCache);
+            case Option::Speed:
+                return parseSpeed(value);
+            case Option::List:
+                return choose(Options::Command::List);
+            case Option::Configure:
+                return choose(Options::Command::Configure);
+            case Option::Register:
+                return choose(Options::Command::Register);
+            case Option::Unregister:
+                return choose(Options::Command::Unregister);
+            case Option::Version:
+                return choose(Options::Command::Version);
+            case Option::Help:
+                return choose(Options::Command::Help);
+            case Option::Verbose:
+                return turnOn(mOptions.verbose);
+        }
+    }
+
+    void turnOn(bool& flag) { flag = true; }
+    void choose(Options::Command command) { mOptions.command = command; }
+
+    void useSampleFeed() {
+        const std::string path = platform::pathForResource("sample-feed.xml");
+        if (path.empty()) complain("the sample feed is missing");
+        mOptions.feed = platform::fileURLWithPath(path.empty() ? "sample-feed.xml" : path);
+    }
+
+    void parseFeed(const std::string& value) {
+        const bool isURL = value.find("://") != std::string::npos;
+        mOptions.feed = isURL ? value : platform::fileURLWithPath(value);
+    }
+
+    void parseService(const std::string& value) {
+        if (isEventServiceAddress(value))
+            mOptions.service = value;
+        else
+            complain(mWritten + " takes the http or https address of an event service, not " + value);
+    }
+
+    void parseSpeed(const std::string& value) {
+        double speed = 0;
+        const auto end = value.data() + value.size();
+        const auto [rest, error] = std::from_chars(value.data(), end, speed);
+        if (error == std::errc() && rest == end && std::isfinite(speed) && speed > 0 && speed <= 1000)
+            mOptions.speed = speed;
+        else
+            complain(mWritten + " takes a number above 0 and up to 1000, not " + value);
+    }
+
+    void parseWindow(const std::string& value) {
+        if (const auto number = windowNumber(value))
+            mOptions.hostWindow = number;
+        else
+            complain(mWritten + " takes the number of a window, not " + value);
+    }
+
+    void complain(const std::string& complaint) { mOptions.complaints.push_back(complaint); }
+
+    std::string mWritten;  // the option as the user wrote it, without a value
+    Options mOptions;
+};
 
 }  // namespace
 
 Options parseOptions(const std::vector<std::string>& arguments, const char* hostEnvironment) {
-    Options options = Parser(arguments).parse();
+    Options options = Parser().parse(arguments);
     if (options.hostWindow || !hostEnvironment || !*hostEnvironment) return options;
     options.hostWindow = windowNumber(hostEnvironment);
     if (!options.hostWindow)
-        options.complaints.push_back(std::string("XSCREENSAVER_WINDOW is no window number: ") +
+        options.complaints.push_back(std::string("XSCREENSAVER_WINDOW is not a window number: ") +
                                      hostEnvironment);
     return options;
 }

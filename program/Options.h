@@ -13,17 +13,16 @@ struct Options {
     bool fullscreen = false;
     bool preview = false;
     bool verbose = false;
-    double speed = 1;     // ticks come so many times as often
-    std::string feed;     // URL of the document in place of the service's answer
+    double speed = 1;     // how many times as often as usual ticks come
+    std::string feed;     // URL of the document to show, empty to ask the service
     std::string service;  // address of the event service, empty for the usual one
     bool noCache = false;
     std::optional<unsigned long> hostWindow;  // X11 window of the screen-saver host
 
-    // What could not be understood, a line each. A host's saver goes on in spite of it.
+    // What is wrong with the arguments, a line each. All the others count nevertheless.
     std::vector<std::string> complaints;
 };
 
-// hostEnvironment is the value of XSCREENSAVER_WINDOW, null where there is none.
+// Arguments exclude the program's name. hostEnvironment is the value of XSCREENSAVER_WINDOW, null when it is
+// unset.
 Options parseOptions(const std::vector<std::string>& arguments, const char* hostEnvironment);
-
-extern const char kUsage[];

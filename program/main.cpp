@@ -4,6 +4,7 @@
 
 #include "platform/Bundle.h"
 #include "platform/Log.h"
+#include "program/HelpText.h"
 #include "program/ListCommand.h"
 #include "program/Options.h"
 #include "program/RegisterCommand.h"
@@ -12,7 +13,7 @@
 
 namespace {
 
-// A user is told and asked again; a saver that a host started goes on.
+// Complaints stop the program for a user; a saver that a host started goes on.
 bool acceptComplaints(const Options& options) {
     for (const std::string& complaint : options.complaints) platform::log(complaint);
     return options.complaints.empty() || options.hostWindow || std::getenv("XSCREENSAVER_WINDOW");
@@ -54,7 +55,7 @@ int main(int argc, char** argv) {
     std::setlocale(LC_NUMERIC, "C");
 
     const Options options = parseOptions({argv + 1, argv + argc}, std::getenv("XSCREENSAVER_WINDOW"));
-    if (options.command == Options::Command::Help) return std::fputs(kUsage, stdout) < 0;
+    if (options.command == Options::Command::Help) return std::fputs(helpText().c_str(), stdout) < 0;
     if (options.command == Options::Command::Version) return std::puts("tellmar " TELLMAR_VERSION) < 0;
     if (!acceptComplaints(options)) {
         std::fputs("Try tellmar --help.\n", stderr);

@@ -27,6 +27,7 @@ ROOMS = {
     "saver": ["mappages", "support", *CONTRACTS],
 }
 ROOMS["program"] = list(ROOMS)
+ROOMS["packaging"] = ["program"]
 TESTING = ["tests", "bench"]  # may include everything
 WITH_TOOLKIT = ["platform/linux", "program", *TESTING]
 TOOLKIT = re.compile(

@@ -1,0 +1,6 @@
+#pragma once
+
+#include <string>
+
+// What --help prints.
+std::string helpText();

@@ -1,0 +1,51 @@
+#include "program/OptionTable.h"
+
+namespace {
+
+constexpr char kWhere[] = "Where to run";
+constexpr char kWhat[] = "What to show";
+constexpr char kCommands[] = "Instead of running";
+constexpr char kOther[] = "Other";
+
+constexpr OptionEntry kTable[] = {
+    {Option::Fullscreen, "fullscreen", nullptr, kWhere, "cover the whole screen", nullptr},
+    {Option::WindowId, "window-id", "ID", kWhere,
+     "run in the X11 window ID (decimal, or hexadecimal after 0x)",
+     "Run in the X11 window ID (decimal, or hexadecimal after 0x).\nScreen-saver hosts pass this option."},
+    {Option::Root, "root", nullptr, kWhere,
+     "accepted for screen-saver hosts; XSCREENSAVER_WINDOW\nnames the window unless --window-id does",
+     "Accepted because screen-saver hosts pass it.\n"
+     "XSCREENSAVER_WINDOW names the window unless --window-id does."},
+    {Option::Preview, "preview", nullptr, kWhere, "draw the small preview that a settings dialog shows",
+     nullptr},
+
+    {Option::Demo, "demo", nullptr, kWhat, "show the sample feed that comes with the program", nullptr},
+    {Option::Feed, "feed", "FILE|URL", kWhat, "show this document instead of asking the service",
+     "Show this QuakeML document (1.0 or 1.2) instead of asking the service."},
+    {Option::Service, "service", "URL", kWhat, "ask this FDSN event service instead of GeoNet's",
+     "Ask this FDSN event service instead of GeoNet's.\n"
+     "URL is the http or https address of its query, or just its host.\n"
+     "Parameters in the address override Tellmar's own."},
+    {Option::NoCache, "no-cache", nullptr, kWhat, "neither keep the service's answers nor use kept ones",
+     nullptr},
+    {Option::Speed, "speed", "N", kWhat, "tick N times as often, for demonstrations",
+     "Tick N times as often.\nN is above 0 and at most 1000; by default there is one tick every 15 seconds."},
+
+    {Option::List, "list", nullptr, kCommands, "print the earthquakes in the order they are shown", nullptr},
+    {Option::Configure, "configure", nullptr, kCommands, "open the settings", nullptr},
+    {Option::Register, "register", nullptr, kCommands, "add Tellmar to XScreenSaver's list (~/.xscreensaver)",
+     "Add Tellmar to the savers listed in ~/.xscreensaver, XScreenSaver's settings, and report what was "
+     "done.\n"
+     "The rest of the file stays as it is, and a copy of the old file is kept beside it."},
+    {Option::Unregister, "unregister", nullptr, kCommands, "remove it from that list",
+     "Remove Tellmar from that list, with the same care."},
+    {Option::Version, "version", nullptr, kCommands, "print the version", nullptr},
+    {Option::Help, "help", nullptr, kCommands, "print this text", "Print the options."},
+
+    {Option::Verbose, "verbose", nullptr, kOther, "log each fetch, tick, fade and page to stderr",
+     "Log each fetch, tick, fade and page to standard error, a line each."},
+};
+
+}  // namespace
+
+std::span<const OptionEntry> optionTable() { return kTable; }

@@ -1,0 +1,64 @@
+"""tools/check_includes.py finds each kind of include that points up."""
+
+import pathlib
+import subprocess
+
+import pytest
+
+CHECK = pathlib.Path(__file__).resolve().parents[2] / "tools/check_includes.py"
+HEADERS = [
+    "platform/Files.h", "platform/portable/View.h", "platform/linux/Handles.h", "platform/linux/system/Own.h",
+    "platform/linux/desktop/Window.h", "support/CErr.h", "service/EventFeed.h", "quakes/CQuakeList.h", "saver/View.h",
+    "program/Options.h", "tests/Helper.h",
+]  # fmt: skip
+
+
+def check(root):
+    return subprocess.run([CHECK, root], capture_output=True, text=True)
+
+
+def write(root, path, text=""):
+    (root / path).parent.mkdir(parents=True, exist_ok=True)
+    (root / path).write_text(text)
+
+
+@pytest.fixture
+def sources(tmp_path):
+    for header in HEADERS:
+        write(tmp_path, header)
+    return tmp_path
+
+
+@pytest.mark.parametrize(
+    "path, header",
+    [
+        ("platform/portable/New.h", '"platform/Files.h"'),
+        ("platform/New.h", '"platform/linux/Handles.h"'),
+        ("platform/New.h", '"service/EventFeed.h"'),
+        ("platform/linux/system/New.cpp", '"platform/linux/desktop/Window.h"'),
+        ("platform/linux/system/New.cpp", '"service/EventFeed.h"'),
+        ("platform/linux/desktop/New.cpp", '"platform/linux/system/Own.h"'),
+        ("platform/linux/desktop/New.cpp", '"program/Options.h"'),
+        ("support/New.cpp", '"service/EventFeed.h"'),
+        ("service/New.cpp", '"platform/linux/Handles.h"'),
+        ("service/New.cpp", '"quakes/CQuakeList.h"'),
+        ("saver/New.cpp", '"program/Options.h"'),
+        ("program/New.cpp", '"tests/Helper.h"'),
+        ("saver/New.cpp", '"saver/Missing.h"'),
+        ("service/New.cpp", "<glib.h>"),
+        ("platform/New.h", "<gtk/gtk.h>"),
+    ],
+)
+def test_an_include_that_breaks_a_rule_is_reported(sources, path, header):
+    write(sources, path, f"#pragma once\n#include {header}\n")
+    result = check(sources)
+    assert result.returncode == 1
+    assert result.stdout.startswith(f"{path}:2: {header[1:-1]}: ")
+
+
+def test_includes_that_point_down_pass_and_the_order_is_printed(sources):
+    write(sources, "program/New.cpp", '#include <gtk/gtk.h>\n#include "saver/View.h"\n')
+    write(sources, "tests/New.cpp", '#include "program/Options.h"\n')
+    result = check(sources)
+    assert result.returncode == 0, result.stdout
+    assert "program                 -> saver 1\n" in result.stdout
