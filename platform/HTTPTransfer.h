@@ -26,10 +26,10 @@ struct HTTPRequest {
 };
 
 struct HTTPResponse {
-    int errorCode = 0;  // 0: a complete answer with status 200; otherwise curl's code or the status
-    std::string failure{};              // what went wrong, human-readable
-    long status = 0;                    // of the latest answer; 0 when there was none
-    std::string body{};                 // empty after an error
+    int errorCode = 0;      // 0: a complete answer with status 200; otherwise curl's code or the status
+    std::string failure{};  // what went wrong, human-readable
+    long status = 0;        // of the latest answer; 0 when there was none
+    std::string body{};     // empty after an error
     std::vector<HTTPHeader> headers{};  // of the latest answer
     long long retryAfterSeconds = 0;    // how long the server asks us to wait
     std::string complaint{};            // the first line of an answer whose status is not 200
