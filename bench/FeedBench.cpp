@@ -9,7 +9,7 @@
 #include <random>
 #include <utility>
 
-#include "bench/FeedRoads.h"
+#include "bench/FeedPipelines.h"
 #include "bench/QuakeMLGenerator.h"
 #include "quakes/CQuakeEvent.h"
 #include "quakes/CQuakeListProcessor.h"
@@ -17,9 +17,9 @@
 namespace {
 
 constexpr int kKept = 10;
-constexpr int kMostEvents = 20'000;
+constexpr int kMaxEvents = 20'000;
 
-using Road = std::vector<CQuakeEvent*> (*)(std::string document);
+using Pipeline = std::vector<CQuakeEvent*> (*)(std::string document);
 
 void release(const std::vector<CQuakeEvent*>& quakes) {
     for (const CQuakeEvent* quake : quakes) delete quake;
@@ -28,17 +28,17 @@ void release(const std::vector<CQuakeEvent*>& quakes) {
 void keepBiggest(benchmark::State& state, const std::vector<CQuakeEvent*>& quakes) {
     std::vector<CQuakeEvent*> kept = quakes;
     CQuakeListProcessor::KeepBiggestQuakes(kKept, kept);
-    if (kept.size() != kKept || !kept.front()) state.SkipWithError("no ten quakes");
+    if (kept.size() != kKept || !kept.front()) state.SkipWithError("did not keep ten quakes");
 }
 
 // From the bytes of a document to the ten quakes that are kept.
-void run(benchmark::State& state, Road road) {
+void run(benchmark::State& state, Pipeline pipeline) {
     const std::string document = generateQuakeML(static_cast<int>(state.range(0)));
     for (auto _ : state) {
         state.PauseTiming();
         std::string bytes = document;
         state.ResumeTiming();
-        const std::vector<CQuakeEvent*> quakes = road(std::move(bytes));
+        const std::vector<CQuakeEvent*> quakes = pipeline(std::move(bytes));
         keepBiggest(state, quakes);
         state.PauseTiming();
         release(quakes);
@@ -47,8 +47,8 @@ void run(benchmark::State& state, Road road) {
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(document.size()));
 }
 
-void feedRoad(benchmark::State& state) { run(state, quakesOnFeedRoad); }
-void libxml2Road(benchmark::State& state) { run(state, quakesOnLibxml2Road); }
+void feedPipeline(benchmark::State& state) { run(state, quakesFromFeedPipeline); }
+void libxml2Pipeline(benchmark::State& state) { run(state, quakesFromLibxml2Pipeline); }
 
 void selection(benchmark::State& state) {
     std::minstd_rand random(1);
@@ -62,16 +62,16 @@ void selection(benchmark::State& state) {
     state.SetComplexityN(state.range(0));
 }
 
-BENCHMARK(feedRoad)->Arg(50)->Arg(1000)->Arg(kMostEvents)->Unit(benchmark::kMillisecond);
-BENCHMARK(libxml2Road)->Arg(50)->Arg(1000)->Arg(kMostEvents)->Unit(benchmark::kMillisecond);
+BENCHMARK(feedPipeline)->Arg(50)->Arg(1000)->Arg(kMaxEvents)->Unit(benchmark::kMillisecond);
+BENCHMARK(libxml2Pipeline)->Arg(50)->Arg(1000)->Arg(kMaxEvents)->Unit(benchmark::kMillisecond);
 BENCHMARK(selection)->RangeMultiplier(10)->Range(100, 100'000)->Complexity(benchmark::oN);
 
-// The most memory that the road takes in a process of its own, the document included. In MiB; 0 when the
-// process failed.
-double peakMemory(Road road) {
+// Peak memory of the pipeline in a process of its own, in MiB, the document included. 0 when the process
+// failed.
+double peakMemory(Pipeline pipeline) {
     const pid_t child = fork();
     if (child == 0) {
-        const bool isWhole = road(generateQuakeML(kMostEvents)).size() == kMostEvents;
+        const bool isWhole = pipeline(generateQuakeML(kMaxEvents)).size() == kMaxEvents;
         _exit(isWhole ? 0 : 1);
     }
     int status = 0;
@@ -81,11 +81,11 @@ double peakMemory(Road road) {
 }
 
 int comparePeakMemory() {
-    const double feed = peakMemory(quakesOnFeedRoad);
-    const double libxml2 = peakMemory(quakesOnLibxml2Road);
+    const double feed = peakMemory(quakesFromFeedPipeline);
+    const double libxml2 = peakMemory(quakesFromLibxml2Pipeline);
     if (feed == 0 || libxml2 == 0) return 1;
-    std::printf("peak memory at %d events: feed road %.0f MiB, libxml2 %.0f MiB, ratio %.2f\n", kMostEvents,
-                feed, libxml2, feed / libxml2);
+    std::printf("peak memory at %d events: feed pipeline %.0f MiB, libxml2 %.0f MiB, ratio %.2f\n",
+                kMaxEvents, feed, libxml2, feed / libxml2);
     return 0;
 }
 

@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Measures the running program on the sample feed, in a display of its own: start, pages, fades, rest and memory. The
-start is measured once more with the feed as an event service's answer that was kept.
+"""Measures the running program with the sample feed on a display of its own: start, pages, fades, idle time and memory.
+The start is measured once more with the sample feed as an event service's cached answer.
 
 usage: bench/program.py PROGRAM [--size 1920x1080] [--ticks 200]
-       bench/program.py PROGRAM --end 50    only how long the end takes, at so many moments of the display
+       bench/program.py PROGRAM --end 50    only how long the program takes to exit, at that many moments
 """
 import argparse
 import contextlib
@@ -22,7 +22,7 @@ SAMPLE_FEED = os.path.join(os.path.dirname(__file__), "../resources/sample-feed.
 
 
 class Display:
-    """An Xvfb of its own, and the colour of single pixels on it."""
+    """An Xvfb of its own, and the colours of its pixels."""
 
     def __init__(self, size):
         read, write = os.pipe()
@@ -50,7 +50,7 @@ class Display:
 
 
 class Saver:
-    """The program, and the times at which its verbose lines came."""
+    """The program, and the times at which its verbose lines arrived."""
 
     def __init__(self, program, display, *options, source=("--demo",)):
         environment = dict(os.environ, DISPLAY=display.name)
@@ -76,7 +76,7 @@ class Saver:
         return self.times(pattern)[count - 1][0]
 
     def processes(self):
-        """The program and all that it started."""
+        """The program and all its descendants."""
         children = {}
         for pid in filter(str.isdigit, os.listdir("/proc")):
             try:
@@ -90,7 +90,7 @@ class Saver:
         return found
 
     def pss(self):
-        """MB of all processes, shared pages counted by share."""
+        """Memory of all processes in MB, with each shared page divided among its users."""
         total = 0
         for pid in self.processes():
             with open(f"/proc/{pid}/smaps_rollup") as rollup:
@@ -112,7 +112,7 @@ class Saver:
 
 
 class Service(http.server.BaseHTTPRequestHandler):
-    """An event service whose one answer is the sample feed."""
+    """An event service that always answers with the sample feed."""
 
     def do_GET(self):
         self.send_response(200)
@@ -125,8 +125,8 @@ class Service(http.server.BaseHTTPRequestHandler):
 
 
 @contextlib.contextmanager
-def kept_answer(program):
-    """Options for a service whose answer is kept, and which cannot be had any more."""
+def cached_answer(program):
+    """Options for a service whose answer is cached and which can no longer be reached."""
     with tempfile.TemporaryDirectory() as cache, http.server.HTTPServer(("127.0.0.1", 0), Service) as server:
         os.environ["XDG_CACHE_HOME"] = cache
         options = ["--service", f"http://127.0.0.1:{server.server_port}/"]
@@ -148,7 +148,7 @@ def measure_start(program, display, source=("--demo",)):
     return splash, pages, saver.stop()
 
 
-def measure_rest(program, display):
+def measure_idle(program, display):
     saver = Saver(program, display)
     saver.wait_for(r"page: loaded", 2)
     time.sleep(3)
@@ -178,7 +178,7 @@ def measure_memory(program, display, ticks):
 
 
 def measure_end(program, display, runs):
-    """ms from SIGTERM to the exit, on the splash, on a map, and in between."""
+    """Milliseconds from SIGTERM to the exit, on the splash, on a map, and in between."""
     times = []
     for run in range(runs):
         saver = Saver(program, display, "--speed", "20")
@@ -188,8 +188,8 @@ def measure_end(program, display, runs):
     return times
 
 
-def tell_starts(title, starts):
-    for name, values in zip(("splash painted after", "both pages complete after", "ended after"), zip(*starts)):
+def print_starts(title, starts):
+    for name, values in zip(("splash painted after", "both pages complete after", "exited after"), zip(*starts)):
         print(f"{title}: {name} median {statistics.median(values):.2f} s, worst {max(values):.2f} s (5 runs)", flush=True)
 
 
@@ -204,12 +204,12 @@ def main():
     display = Display(options.size)
     if options.end:
         times = measure_end(options.program, display, options.end)
-        print(f"end: median {statistics.median(times):.0f} ms, worst {max(times):.0f} ms ({len(times)} runs)")
+        print(f"exit: median {statistics.median(times):.0f} ms, worst {max(times):.0f} ms ({len(times)} runs)")
         return display.close()
-    tell_starts("sample feed", [measure_start(options.program, display) for _ in range(6)][1:])
-    with kept_answer(options.program) as source:
-        tell_starts("kept answer", [measure_start(options.program, display, source) for _ in range(6)][1:])
-    print(f"at rest: {measure_rest(options.program, display):.2f} s of processor time in 10 s", flush=True)
+    print_starts("sample feed", [measure_start(options.program, display) for _ in range(6)][1:])
+    with cached_answer(options.program) as source:
+        print_starts("cached answer", [measure_start(options.program, display, source) for _ in range(6)][1:])
+    print(f"idle: {measure_idle(options.program, display):.2f} s of processor time in 10 s", flush=True)
     rates = measure_fades(options.program, display)
     print(f"fades: median {statistics.median(rates):.0f} frames a second, worst {min(rates):.0f}", flush=True)
     for ticks, megabytes in measure_memory(options.program, display, options.ticks):

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Measures the program against an event service of its own on this machine: memory for a big answer, and how many
-requests processes make that start together.
+"""Measures the program against an event service on this machine: the memory for a big answer, and the number of
+requests from processes that start together.
 
 usage: bench/service.py PROGRAM [--megabytes 60] [--event-bytes 460000] [--processes 4]
 """
@@ -30,7 +30,7 @@ QUAKE = (
 
 
 class Service(http.server.ThreadingHTTPServer):
-    """Answers with that many bytes, none of which it holds."""
+    """Answers with that many bytes, and holds only one event of them."""
 
     def __init__(self, size, event_bytes):
         super().__init__(("127.0.0.1", 0), Answer)
@@ -62,7 +62,7 @@ def start(program, service, cache):
 
 
 def peak(program, size, event_bytes):
-    """Peak memory in KiB, and seconds from start to end, of one process that reads an answer of that size."""
+    """Peak memory in KiB, and seconds from start to exit, of one process that reads an answer of that size."""
     service = Service(size, event_bytes)
     with tempfile.TemporaryDirectory() as cache:
         begin = time.monotonic()
@@ -89,7 +89,7 @@ def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("program")
     parser.add_argument("--megabytes", type=int, default=60)
-    parser.add_argument("--event-bytes", type=int, default=460_000, help="as many as one of GeoNet's gets to")
+    parser.add_argument("--event-bytes", type=int, default=460_000, help="GeoNet's biggest events have about this size")
     parser.add_argument("--processes", type=int, default=4)
     options = parser.parse_args()
     small, _ = peak(options.program, 0, options.event_bytes)

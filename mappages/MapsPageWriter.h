@@ -9,21 +9,21 @@ class CQuakeEvent;
 // Makes the web page that shows one quake on a map, from the bundle's template.
 class MapsPageWriter {
   public:
-    // Writes the page for a map of that size in pixels to locationOfTempPage. Nothing is written for a null
-    // event, and a failed write is ignored.
+    // Writes the page for a map of that size in pixels to locationOfTempPage. Writes nothing for a null
+    // event, and ignores a failed write.
     void writeForEvent(const CQuakeEvent* event, const platform::Size& frameSize);
 
-    // The same file for every writer of the process. Empty when there is no temporary folder.
+    // The same file for every writer in the process. Empty when there is no temporary folder.
     std::string locationOfTempPage() const;
 
-    // A template that cannot be read is reported as an error, which ends the process.
+    // Reports a template that cannot be read as an error, which ends the process.
     std::string loadTemplatePage() const;
 
-    // The time as text in the local time zone, or the current time when zulu is no time. A null zulu gives
-    // the current time in another form.
+    // The time as text in the local time zone, or the current time when zulu is not a time. A null zulu gives
+    // the current time in another format.
     std::string localDateStringFromZulu(const char* zulu) const;
 
-    // The page with the call that starts the map, and with the map's size, in place of their markers.
+    // The page with its markers replaced by the call that starts the map and by the map's size.
     std::string insertMapsFunctionCall(const std::string& page, const CQuakeEvent& event,
                                        const platform::Size& frameSize) const;
 };

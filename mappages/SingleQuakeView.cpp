@@ -9,7 +9,7 @@
 namespace {
 
 constexpr int kQuakesToKeep = 10;
-constexpr double kWebViewOverhang = 10;  // points past the left and the top edge
+constexpr double kWebViewOverhang = 10;  // points past the left and top edges
 
 }  // namespace
 

@@ -14,7 +14,7 @@ class SingleQuakeView : public platform::View {
   public:
     ~SingleQuakeView() override;
 
-    // Cuts the shared quake list down to its biggest quakes; the first call of the process fetches the feed
+    // Cuts the shared quake list down to its biggest quakes; the first call in the process fetches the feed
     // and blocks. Returns this view, or null where View::initWithFrame does.
     SingleQuakeView* initWithFrame(const platform::Rect& frame);
 
@@ -29,7 +29,7 @@ class SingleQuakeView : public platform::View {
     void progressFinished();
 
   private:
-    platform::WebView* mWebView = nullptr;  // belongs to the subviews
+    platform::WebView* mWebView = nullptr;  // one of the subviews
     std::unique_ptr<MapsPageWriter> mMapsPageWriter;
     bool mPageIsComplete = false;
 };

@@ -5,13 +5,13 @@
 
 namespace platform {
 
-// A lock on a file or a folder that all processes of the user who want it respect. The system takes it from a
-// process that dies.
+// A lock on a file or folder, respected by every process that asks for it. The system releases it when its
+// holder dies.
 class AdvisoryLock {
   public:
     enum class State { Held, TakenByAnother, Unavailable };
 
-    // Opens the path: a folder, or a file, which is made where there is none. Locks nothing yet.
+    // Opens the path, a folder or a file; a missing file is created. Locks nothing yet.
     explicit AdvisoryLock(const std::string& path);
     ~AdvisoryLock();
     AdvisoryLock(const AdvisoryLock&) = delete;
@@ -21,8 +21,8 @@ class AdvisoryLock {
     State tryToLock();
     State waitAndLock();
 
-    // A short text in the file for whoever opens it. A text cut short by an error may be read. Empty when
-    // there is none.
+    // A short text in the file for whoever opens it, empty when there is none. It may be truncated after a
+    // failed write.
     std::string note() const;
     void setNote(const std::string& text);
 

@@ -6,13 +6,13 @@ namespace platform {
 
 enum class AlertType { Stop, Caution };
 
-// Shows both texts until the user has seen them, in the way that the window at hand allows, and writes them
-// to stderr in every case.
+// Shows both texts until the user has seen them, in whatever way the current window allows. Always writes
+// them to stderr as well.
 void standardAlert(AlertType type, const std::string& text, const std::string& explanation);
 
 void beep();
 
-// Stops in the debugger, debugStr with a text for it.
+// Break into the debugger; debugStr gives it a text to show.
 void debugger();
 void debugStr(const std::string& text);
 

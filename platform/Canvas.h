@@ -25,16 +25,16 @@ struct TextAttributes {
     bool operator==(const TextAttributes&) const = default;
 };
 
-// The published values of the operations that are used.
+// The operations in use, with their published values.
 enum class CompositingOperation { Copy = 1, SourceAtop = 5 };
 
 struct Image;
 
-// What a view draws on: its own coordinates, origin at the lower left corner, one unit a point. Nothing that
-// lies outside the view shows.
+// What a view draws on, in the view's own coordinates: origin at the lower left corner, one unit per point.
+// Drawing is clipped to the view.
 class Canvas {
   public:
-    struct Backing;  // the desktop's side
+    struct Backing;  // belongs to the desktop
 
     explicit Canvas(std::unique_ptr<Backing> backing);
     ~Canvas();
@@ -43,8 +43,8 @@ class Canvas {
 
     void fillRect(const Rect& rect, const Color& color);
 
-    // Reads an image file; null when it cannot be had. The canvas owns the handle and reclaims it when the
-    // draw is over, so callers never give it back.
+    // Loads an image file; null when that fails. The canvas owns the image and releases it when the draw is
+    // over.
     Image* loadImage(const std::string& path);
     static Size imageSize(const Image* image);
 

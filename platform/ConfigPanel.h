@@ -5,7 +5,7 @@
 
 namespace platform {
 
-// The settings sheet and its controls. They belong to the platform and live to the end of the process.
+// The settings sheet and its controls. They belong to the platform and live until the process ends.
 class Panel;
 class Slider;
 class Button;
@@ -23,13 +23,13 @@ struct SheetConnections {
     std::function<void(Button* sender)> closeSheetCancel;
 };
 
-// Loads the bundle's interface file of that name (without extension). Returns false, with no outlet touched,
-// when it cannot be loaded.
+// Loads the interface file of that name (without extension) from the bundle. On failure returns false and
+// leaves the outlets alone.
 bool loadNibNamed(const std::string& name, const SheetConnections& owner);
 
-// Shows the sheet until it is ended.
+// Shows the sheet and returns once endSheet was called.
 void runSheet(Panel* panel);
-// Ends the sheet's run and takes it off the screen.
+// Hides the sheet and ends runSheet.
 void endSheet(Panel* panel);
 
 }  // namespace platform

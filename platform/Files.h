@@ -5,28 +5,27 @@
 
 namespace platform {
 
-// Each returns false when the file cannot be read or written; data is then empty, the old file still whole.
+// Both return false on failure. data is then empty; the file to be written is unchanged.
 bool readFile(const std::string& path, std::string& data);
 bool writeFileAtomically(const std::string& path, const std::string& data);
 
 bool isDirectory(const std::string& path);
 
-// Makes the folder and those above it, where they are not there, for this user alone. Returns false when that
-// fails.
+// Creates the folder and any missing parents, for this user alone. Returns false on failure.
 bool makePrivateFolder(const std::string& path);
 
-// The folder for this process's own temporary files, without a slash at its end: made on first use, private
-// to the process and removed when it ends. Empty when none can be made.
+// The folder for this process's own temporary files, without a trailing slash: created on first use, private
+// to the process and removed when it ends. Empty when it cannot be created.
 std::string temporaryDirectory();
 
 // $XDG_CACHE_HOME, or else ~/.cache. It need not exist.
 std::string userCacheDirectory();
 
-// The 32 bytes of Finder information of a file: type in the first four, creator in the next four.
+// A file's 32 bytes of Finder information: type in the first four, creator in the next four.
 using FinderInfo = std::array<char, 32>;
-// A file that has none yet reads as zeros.
+// All zeros when the file has none yet.
 FinderInfo finderInfo(const std::string& path);
-// Returns false where the file system keeps none.
+// Returns false when the file system cannot store it.
 bool setFinderInfo(const std::string& path, const FinderInfo& info);
 
 }  // namespace platform

@@ -12,9 +12,9 @@ class ScreenSaverDefaults {
     ~ScreenSaverDefaults();
     ScreenSaverDefaults(ScreenSaverDefaults&&) noexcept;
 
-    int integerForKey(const std::string& key) const;  // 0 where there is none
+    int integerForKey(const std::string& key) const;  // 0 when not set
     void setInteger(int value, const std::string& key);
-    // Writes what was set through at once. Returns false when it could not; other keys are kept either way.
+    // Writes the changes to disk at once. Returns false on failure. Other keys are kept either way.
     bool synchronize();
 
   private:

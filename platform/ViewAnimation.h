@@ -30,7 +30,7 @@ class ViewAnimation {
     ViewAnimation(const ViewAnimation&) = delete;
     ViewAnimation& operator=(const ViewAnimation&) = delete;
 
-    // Blocking is the one mode there is: startAnimation returns when the fade is over.
+    // Blocking is the only mode: startAnimation returns when the fade is over.
     void setAnimationBlockingMode(int mode);
     void setDuration(double seconds);
     void startAnimation();

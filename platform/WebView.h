@@ -7,7 +7,7 @@
 
 namespace platform {
 
-// The notification that any web view posts when a load has finished, however it went.
+// Posted by any web view when a load has finished, whether or not it succeeded.
 inline constexpr char WebViewProgressFinishedNotification[] = "WebViewProgressFinishedNotification";
 
 inline constexpr int NSURLRequestUseProtocolCachePolicy = 0;
@@ -18,7 +18,7 @@ struct URLRequest {
     double timeoutInterval = 0;  // seconds
 };
 
-// Shows one local page. Nothing but that page and the bundle's resources ever loads in it.
+// Shows one local page. It loads nothing but that page and the bundle's resources.
 class WebView : public View {
   public:
     WebView();
@@ -29,16 +29,16 @@ class WebView : public View {
 
     void setAllowsScrolling(bool allows);
 
-    // Takes the page as it lies on disk now and starts to load it. Returns at once; the end is told by
-    // WebViewProgressFinishedNotification. A page that cannot be read loads nothing and tells nothing.
+    // Reads the page from disk and starts to load it. Returns at once; WebViewProgressFinishedNotification
+    // reports the end. A page that cannot be read loads nothing and posts nothing.
     void loadRequest(const URLRequest& request);
 
     void drawRect(const Rect& rect) override;
     void frameChanged() override;
-    // Sends the page the event "viewshown" when it has come to the screen.
+    // Sends the page the event "viewshown" once it has appeared on the screen.
     void fadeEnded(bool isVisible) override;
 
-    class Backing;  // the desktop's side
+    class Backing;  // belongs to the desktop
     Backing& backing() { return *mBacking; }
 
   private:

@@ -5,17 +5,17 @@
 
 namespace platform {
 
-// A start tag while it is reported. Names come without their prefix.
+// A start tag, valid while it is being reported. Names come without their prefix.
 struct XMLStartTag {
     std::string_view name;
-    std::string_view namespaceURI;  // empty where none is declared
-    const char* const* attributes;  // names and values in turn, ended by a null
+    std::string_view namespaceURI;  // empty when none is declared
+    const char* const* attributes;  // alternating names and values, terminated by a null
 
-    // The value of an attribute without a prefix; empty where there is none.
+    // The value of an attribute without a prefix; empty when there is no such attribute.
     std::string_view attribute(std::string_view attributeName) const;
 };
 
-// Hears of a document's markup in its order. One text may come in several pieces.
+// Receives a document's markup in document order. One text may come in several pieces.
 class XMLStreamHandler {
   public:
     virtual ~XMLStreamHandler() = default;
@@ -24,20 +24,20 @@ class XMLStreamHandler {
     virtual void characters(std::string_view text) = 0;
 };
 
-// Reads a document piece by piece and holds none of it, whatever its size. Entities of the document are
-// replaced within bounds, unknown ones and external ones left out.
+// Parses a document of any size piece by piece and keeps none of it. The document's own entities are expanded
+// within limits; unknown and external ones are left out.
 class XMLStream {
   public:
-    // The handler has to outlive the stream.
+    // The handler must outlive the stream.
     explicit XMLStream(XMLStreamHandler& handler);
     ~XMLStream();
     XMLStream(const XMLStream&) = delete;
     XMLStream& operator=(const XMLStream&) = delete;
 
-    // Returns false once the document is not well formed, is nested more than 1,000 levels deep or has markup
-    // of more than 1 MiB in one piece.
+    // Returns false once the document proves to be malformed, nested more than 1,000 levels deep, or to hold
+    // a single piece of markup of more than 1 MiB.
     bool take(std::string_view bytes);
-    // To be called once all bytes are taken. Returns false when the document is not whole.
+    // Call it after the last bytes. Returns false when the document is incomplete.
     bool finish();
 
   private:

@@ -2,7 +2,7 @@
 
 #include <functional>
 
-// Calls tick every interval on the main loop for as long as it lives. A tick that takes longer delays the
+// Calls tick on the main loop once every interval, for as long as this object lives. A slow tick delays the
 // next.
 class AnimationTimer {
   public:

@@ -12,8 +12,8 @@ namespace {
 
 constexpr int kShownQuakes = 10;
 
-// One round of the list's cycle. The first two are shown the other way round: the view that asks second for a
-// page is the first to appear.
+// One round of the list's cycle. The first two swap places: the view that asks for its page second appears
+// first.
 std::vector<const CQuakeEvent*> quakesAsShown() {
     CQuakeList* list = CQuakeList::Instance();
     list->KeepBiggestQuakes(kShownQuakes);

@@ -1,4 +1,4 @@
 #pragma once
 
-// Prints the quakes as a table, in the order in which they will be shown.
+// Prints the quakes as a table, in the order they will be shown.
 int listQuakes();

@@ -10,8 +10,8 @@ constexpr char kOther[] = "Other";
 constexpr OptionEntry kTable[] = {
     {Option::Fullscreen, "fullscreen", nullptr, kWhere, "cover the whole screen", nullptr},
     {Option::WindowId, "window-id", "ID", kWhere,
-     "run in the X11 window ID (decimal, or hexadecimal after 0x)",
-     "Run in the X11 window ID (decimal, or hexadecimal after 0x).\nScreen-saver hosts pass this option."},
+     "run in the X11 window ID (decimal, or hexadecimal with 0x)",
+     "Run in the X11 window ID (decimal, or hexadecimal with 0x).\nScreen-saver hosts pass this option."},
     {Option::Root, "root", nullptr, kWhere,
      "accepted for screen-saver hosts; XSCREENSAVER_WINDOW\nnames the window unless --window-id does",
      "Accepted because screen-saver hosts pass it.\n"
@@ -24,9 +24,9 @@ constexpr OptionEntry kTable[] = {
      "Show this QuakeML document (1.0 or 1.2) instead of asking the service."},
     {Option::Service, "service", "URL", kWhat, "ask this FDSN event service instead of GeoNet's",
      "Ask this FDSN event service instead of GeoNet's.\n"
-     "URL is the http or https address of its query, or just its host.\n"
+     "URL is the http or https address of its query endpoint, or just its host.\n"
      "Parameters in the address override Tellmar's own."},
-    {Option::NoCache, "no-cache", nullptr, kWhat, "neither keep the service's answers nor use kept ones",
+    {Option::NoCache, "no-cache", nullptr, kWhat, "neither cache the service's answers nor use cached ones",
      nullptr},
     {Option::Speed, "speed", "N", kWhat, "tick N times as often, for demonstrations",
      "Tick N times as often.\nN is above 0 and at most 1000; by default there is one tick every 15 seconds."},
@@ -43,7 +43,7 @@ constexpr OptionEntry kTable[] = {
     {Option::Help, "help", nullptr, kCommands, "print this text", "Print the options."},
 
     {Option::Verbose, "verbose", nullptr, kOther, "log each fetch, tick, fade and page to stderr",
-     "Log each fetch, tick, fade and page to standard error, a line each."},
+     "Log each fetch, tick, fade and page to standard error, one line each."},
 };
 
 }  // namespace

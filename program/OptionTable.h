@@ -21,15 +21,15 @@ enum class Option {
     Verbose
 };
 
-// One option, as the parser, --help, the man page and the shell completion know it.
+// One option, for the parser, --help, the man page and the shell completion.
 struct OptionEntry {
     Option option;
     const char* name;       // without dashes
     const char* valueName;  // null when the option takes no value
-    const char* group;      // title that the option is listed under
-    const char* help;       // at most 59 columns; a line feed starts another line
-    const char* man;        // whole sentences for the man page, null when the help says it all
+    const char* group;      // title under which the option is listed
+    const char* help;       // at most 59 columns a line
+    const char* man;        // full sentences for the man page; null when the help is enough
 };
 
-// Every option, with those of a group side by side.
+// All options, group by group.
 std::span<const OptionEntry> optionTable();

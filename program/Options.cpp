@@ -13,12 +13,12 @@
 
 namespace {
 
-// What getopt_long_only returns for the first option of the table, for an error and for other arguments.
+// What getopt_long_only returns for the table's first option, for an error and for a non-option argument.
 constexpr int kFirstOption = 256;
 constexpr int kError = '?';
 constexpr int kOtherArgument = 1;
 
-// No short options, and every argument in its turn: POSIXLY_CORRECT makes no difference.
+// No short options, and all arguments in their order, whether or not POSIXLY_CORRECT is set.
 constexpr char kInOrder[] = "-";
 
 const OptionEntry& entryOf(int code) { return optionTable()[code - kFirstOption]; }
@@ -85,7 +85,7 @@ class Parser {
             parseOption(entryOf(code));
     }
 
-    // getopt sets optopt to the option, or to 0 when the name is not that of one option.
+    // getopt sets optopt to the option's code, or to 0 when the name matches no option or several.
     void complainOfError(const std::string& argument) {
         if (optopt != 0)
             return complain(mWritten + (entryOf(optopt).valueName ? " needs a value" : " takes no value"));
@@ -167,19 +167,19 @@ class Parser {
         if (error == std::errc() && rest == end && std::isfinite(speed) && speed > 0 && speed <= 1000)
             mOptions.speed = speed;
         else
-            complain(mWritten + " takes a number above 0 and up to 1000, not " + value);
+            complain(mWritten + " takes a number above 0 and at most 1000, not " + value);
     }
 
     void parseWindow(const std::string& value) {
         if (const auto number = windowNumber(value))
             mOptions.hostWindow = number;
         else
-            complain(mWritten + " takes the number of a window, not " + value);
+            complain(mWritten + " takes a window ID, not " + value);
     }
 
     void complain(const std::string& complaint) { mOptions.complaints.push_back(complaint); }
 
-    std::string mWritten;  // the option as the user wrote it, without a value
+    std::string mWritten;  // the option as the user wrote it, without its value
     Options mOptions;
 };
 
@@ -190,7 +190,7 @@ Options parseOptions(const std::vector<std::string>& arguments, const char* host
     if (options.hostWindow || !hostEnvironment || !*hostEnvironment) return options;
     options.hostWindow = windowNumber(hostEnvironment);
     if (!options.hostWindow)
-        options.complaints.push_back(std::string("XSCREENSAVER_WINDOW is not a window number: ") +
+        options.complaints.push_back(std::string("XSCREENSAVER_WINDOW is not a window ID: ") +
                                      hostEnvironment);
     return options;
 }

@@ -13,13 +13,13 @@ struct Options {
     bool fullscreen = false;
     bool preview = false;
     bool verbose = false;
-    double speed = 1;     // how many times as often as usual ticks come
-    std::string feed;     // URL of the document to show, empty to ask the service
-    std::string service;  // address of the event service, empty for the usual one
+    double speed = 1;     // how many times as often to tick
+    std::string feed;     // URL of the document to show; empty to ask the service
+    std::string service;  // address of the event service; empty for GeoNet's
     bool noCache = false;
     std::optional<unsigned long> hostWindow;  // X11 window of the screen-saver host
 
-    // What is wrong with the arguments, a line each. All the others count nevertheless.
+    // What is wrong with the arguments, one line each. All other arguments still count.
     std::vector<std::string> complaints;
 };
 

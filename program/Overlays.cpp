@@ -22,13 +22,14 @@ using platform::ErrorRef, platform::Handle, platform::RunLoop;
 
 namespace {
 
-// Names the monitor to the process that covers it.
+// Tells a process which monitor to cover.
 constexpr char kVariable[] = "TELLMAR_MONITOR";
-// A process may end because its monitor goes, before the first process hears of that: by then it has.
+// A process may end because its monitor was removed, before the first process learns of that. After this time
+// it has.
 constexpr guint kSecondsToRetry = 1;
-constexpr int kMostRestarts = 10;  // what ends again and again will not stay
+constexpr int kMaxRestarts = 10;  // a process that keeps ending will not stay up
 
-// In the order of their coming, which is the same for every process.
+// In the order they were added, which is the same in every process.
 std::vector<GdkMonitor*> monitors() {
     GdkDisplay* display = gdk_display_get_default();
     std::vector<GdkMonitor*> all;
@@ -37,7 +38,7 @@ std::vector<GdkMonitor*> monitors() {
     return all;
 }
 
-// The monitor's number of how many: a name from before another one came or went fits none.
+// The monitor's number and how many there are: a name from before monitors changed matches none.
 std::string nameOf(GdkMonitor* monitor) {
     const auto all = monitors();
     const auto number = std::find(all.begin(), all.end(), monitor) - all.begin();
@@ -57,7 +58,7 @@ void followParent(gpointer parent) {
     if (getppid() != GPOINTER_TO_INT(parent)) _exit(1);
 }
 
-// The process for the monitor of this name; 0 when none can be started.
+// Starts the process for the monitor of this name. Returns 0 on failure.
 pid_t startOverlay(const std::string& monitor) {
     std::vector<std::string> arguments = ownArguments();
     std::vector<char*> pointers;
@@ -68,7 +69,7 @@ pid_t startOverlay(const std::string& monitor) {
         g_environ_setenv(g_get_environ(), kVariable, monitor.c_str(), TRUE));
     GError* error = nullptr;
     GPid process = 0;
-    // The program's own file, not the name that it was called by.
+    // The program's own file, whatever name it was started by.
     pointers.insert(pointers.begin(), const_cast<char*>("/proc/self/exe"));
     g_spawn_async(nullptr, pointers.data(), environment.get(),
                   static_cast<GSpawnFlags>(G_SPAWN_DO_NOT_REAP_CHILD | G_SPAWN_FILE_AND_ARGV_ZERO),
@@ -101,7 +102,7 @@ class Overlays {
             self->mProcesses[monitor] = process;
             g_child_watch_add(process, forget, self);
         } else {
-            g_timeout_add_seconds(kSecondsToRetry, coverAnew, self);
+            g_timeout_add_seconds(kSecondsToRetry, coverMissing, self);
         }
     }
 
@@ -113,14 +114,14 @@ class Overlays {
         self->mRestarts = 0;
     }
 
-    // Also one that is stopped.
+    // SIGCONT lets a stopped process end, too.
     static void end(pid_t process) {
         kill(process, SIGTERM);
         kill(process, SIGCONT);
     }
 
-    // A process that has ended in order was asked to, or has told the user why. One that crashed, or did not
-    // find its monitor, is missed.
+    // A process that ended normally was asked to, or has told the user why. One that crashed, or did not find
+    // its monitor, is replaced.
     static void forget(GPid ended, gint status, gpointer overlays) {
         auto* self = static_cast<Overlays*>(overlays);
         const auto found = std::find_if(self->mProcesses.begin(), self->mProcesses.end(),
@@ -128,7 +129,7 @@ class Overlays {
         if (found == self->mProcesses.end()) return;
         if (status == 0) self->mFinished.insert(found->first);
         self->mProcesses.erase(found);
-        g_timeout_add_seconds(kSecondsToRetry, status == 0 ? endIfFinished : coverAnew, self);
+        g_timeout_add_seconds(kSecondsToRetry, status == 0 ? endIfFinished : coverMissing, self);
     }
 
     static gboolean endIfFinished(gpointer self) {
@@ -136,9 +137,9 @@ class Overlays {
         return G_SOURCE_REMOVE;
     }
 
-    static gboolean coverAnew(gpointer overlays) {
+    static gboolean coverMissing(gpointer overlays) {
         auto* self = static_cast<Overlays*>(overlays);
-        if (++self->mRestarts > kMostRestarts) RunLoop::stop();
+        if (++self->mRestarts > kMaxRestarts) RunLoop::stop();
         for (GdkMonitor* monitor : self->uncovered()) cover(self, monitor);
         return G_SOURCE_REMOVE;
     }
@@ -149,10 +150,10 @@ class Overlays {
         return found;
     }
 
-    // The monitors only as names, and only those that are there.
+    // Monitors are only keys here, never dereferenced, and only those that exist.
     std::map<GdkMonitor*, pid_t> mProcesses;
     std::set<GdkMonitor*> mFinished;
-    int mRestarts = 0;  // since a monitor went
+    int mRestarts = 0;  // since a monitor was last removed
 };
 
 }  // namespace

@@ -2,16 +2,16 @@
 
 #include <gtk/gtk.h>
 
-// Under a Wayland compositor with layers the program shows itself on every monitor, a process for each: the
-// first process shows nothing, but starts, follows and ends the others.
+// Under a Wayland compositor with layers the program covers every monitor, with one process for each. The
+// first process shows nothing; it starts, watches and ends the others.
 
-// Runs the first process until a signal or a user's input, which reaches one of the others, ends all of them.
+// Runs the first process until a signal, or user input to one of the others, ends them all.
 int runOverlays();
 
-// Whether this process is one of the others.
+// Whether this process covers a monitor.
 bool isOverlay();
-// The monitor that it is to cover; null when monitors have come or gone since it was started.
+// The monitor that this process is to cover; null when monitors have changed since it was started.
 GdkMonitor* overlayMonitor();
 
-// Tells the first process of the user's input.
+// Ends this process, and through the first one all the others.
 void endOverlays();

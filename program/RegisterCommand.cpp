@@ -17,12 +17,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// XScreenSaver looks here for a program that is named without a folder.
+// XScreenSaver looks here for programs that are named without a folder.
 constexpr char kHostFolder[] = "/usr/libexec/xscreensaver";
-constexpr int kMostCopies = 100;
+constexpr int kMaxCopies = 100;
 
+constexpr char kSwitchedOffHint[] = "XScreenSaver's settings can switch it on.\n";
 constexpr char kChoiceHint[] =
-    "XScreenSaver counts its savers: if it is set to show a single one, choose that one again.\n";
+    "XScreenSaver remembers savers by position: if it is set to show a single one, choose that one again.\n";
 
 bool exists(const std::string& path) {
     std::error_code error;
@@ -54,19 +55,19 @@ std::optional<XScreenSaverFile> load(const std::string& file) {
     return settings;
 }
 
-bool holdsTheSame(const std::string& one, const std::string& other) {
+bool haveSameContents(const std::string& one, const std::string& other) {
     std::string first, second;
     return isRegularFile(other) && platform::readFile(one, first) && platform::readFile(other, second) &&
            first == second;
 }
 
-// The path of a copy, an older one where that holds the same. Empty when none could be made.
+// The path of a copy, perhaps an older one with the same contents. Empty when no copy could be made.
 std::string keepCopy(const std::string& file) {
-    for (int number = 0; number < kMostCopies; ++number) {
+    for (int number = 0; number < kMaxCopies; ++number) {
         const std::string copy = file + ".bak" + (number ? "." + std::to_string(number) : "");
         std::error_code error;
         if (!exists(copy)) return fs::copy_file(file, copy, error) ? copy : "";
-        if (holdsTheSame(file, copy)) return copy;
+        if (haveSameContents(file, copy)) return copy;
     }
     return "";
 }
@@ -75,18 +76,18 @@ int save(const std::string& file, const XScreenSaverFile& settings, const char* 
     std::string copy;
     if (exists(file) && (copy = keepCopy(file)).empty()) return fail(file, "cannot be copied");
     if (!platform::writeFileAtomically(file, settings.text())) return fail(file, "cannot be written");
-    std::printf("Tellmar %s the list of %s.\n", done, file.c_str());
-    if (!copy.empty()) std::printf("The file from before is %s.\n", copy.c_str());
+    std::printf("Tellmar %s %s.\n", done, file.c_str());
+    if (!copy.empty()) std::printf("The old file was kept as %s.\n", copy.c_str());
     return 0;
 }
 
-int leave(const std::string& file, const char* reason) {
-    std::printf("Tellmar %s the list of %s; nothing was changed.\n", reason, file.c_str());
+int leave(const std::string& file, const char* reason, const char* hint = "") {
+    std::printf("Tellmar %s %s; nothing was changed.\n%s", reason, file.c_str(), hint);
     return 0;
 }
 
-// XScreenSaver splits its lines at blanks, and hands those with certain marks to a shell.
-bool standsInAList(const std::string& path) {
+// XScreenSaver splits its lines at blanks, and passes lines with certain characters to a shell.
+bool canBeListed(const std::string& path) {
     return path.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789/._+-@,") ==
            std::string::npos;
 }
@@ -106,26 +107,26 @@ std::string saverCommand() {
     std::error_code error;
     const fs::path program = fs::read_symlink("/proc/self/exe", error);
     const std::string name = program.parent_path() == kHostFolder ? program.filename() : program;
-    return name.empty() || !standsInAList(name) ? "" : name + " --root";
+    return name.empty() || !canBeListed(name) ? "" : name + " --root";
 }
 
 int registerSaver(const std::string& file, const std::string& command) {
     if (file.empty()) return fail("the home folder", "is unknown");
     if (command.empty())
-        return fail("the program's path", "holds what XScreenSaver does not take in its list");
+        return fail("the program's path", "contains characters that XScreenSaver's list does not allow");
     auto settings = load(file);
     if (!settings) return 1;
     switch (settings->place()) {
         case XScreenSaverFile::Place::Listed:
-            return leave(file, "is already in");
+            return leave(file, "is already listed in");
         case XScreenSaverFile::Place::SwitchedOff:
-            return leave(file, "is switched off (XScreenSaver's settings switch it on), but already in");
+            return leave(file, "is listed but switched off in", kSwitchedOffHint);
         case XScreenSaverFile::Place::None:
             break;
     }
     const bool movesChoice = settings->addingMovesChoice();
     settings->add(command);
-    const int status = save(file, *settings, "is now in");
+    const int status = save(file, *settings, "is now listed in");
     if (status == 0 && movesChoice) std::fputs(kChoiceHint, stdout);
     return status;
 }
@@ -134,10 +135,10 @@ int unregisterSaver(const std::string& file) {
     if (file.empty()) return fail("the home folder", "is unknown");
     auto settings = load(file);
     if (!settings) return 1;
-    if (settings->place() == XScreenSaverFile::Place::None) return leave(file, "is not in");
+    if (settings->place() == XScreenSaverFile::Place::None) return leave(file, "is not listed in");
     const bool movesChoice = settings->removingMovesChoice();
     settings->remove();
-    const int status = save(file, *settings, "is no longer in");
+    const int status = save(file, *settings, "is no longer listed in");
     if (status == 0 && movesChoice) std::fputs(kChoiceHint, stdout);
     return status;
 }

@@ -25,12 +25,12 @@ using platform::Window;
 namespace {
 
 constexpr platform::Size kWindowSize{1280, 720};
-constexpr platform::Size kPreviewSize{565, 317};  // as the settings dialog of XScreenSaver has it
+constexpr platform::Size kPreviewSize{565, 317};  // as in XScreenSaver's settings dialog
 
 bool openDisplay(bool forHostWindow) {
-    // A host's window is one of X11, also where a Wayland display is at hand.
+    // A host's window is an X11 window, even when a Wayland display is available.
     if (forHostWindow) gdk_set_allowed_backends("x11");
-    // The pages stand still: drawn by the processor they take a third of the memory, and look the same
+    // The pages are still pictures: drawn by the CPU they take a third of the memory and look the same
     // everywhere.
     g_setenv("WEBKIT_DISABLE_DMABUF_RENDERER", "1", FALSE);
     gtk_disable_setlocale();
@@ -39,10 +39,9 @@ bool openDisplay(bool forHostWindow) {
     return false;
 }
 
-// Not every host lets its savers stand back behind the user's own programs. What this program starts inherits
-// it.
+// Not every host lowers the priority of its savers. Processes started by this one inherit it.
 void beNice() {
-    constexpr int kNiceness = 10;  // as XScreenSaver has it
+    constexpr int kNiceness = 10;  // the same as XScreenSaver's
     errno = 0;
     const int now = getpriority(PRIO_PROCESS, 0);
     if (errno == 0 && now < kNiceness) setpriority(PRIO_PROCESS, 0, kNiceness);
@@ -53,15 +52,15 @@ gboolean stop(gpointer) {
     return G_SOURCE_CONTINUE;
 }
 
-// From now on there is something to tidy up. Before, a signal may end the process as it usually does, which
-// is faster than the display's opening.
+// From now on there is something to clean up. Until then a signal may simply kill the process, which is
+// faster than waiting for the display to open.
 void stopOnSignals() {
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) g_unix_signal_add(signal, stop, nullptr);
 }
 
-// Null when monitors have come or gone meanwhile.
+// Null when monitors have changed in the meantime.
 std::unique_ptr<Window> openOverlay() {
-    prctl(PR_SET_NAME, "tellmar");  // it was started through a link of another name
+    prctl(PR_SET_NAME, "tellmar");  // started through /proc/self/exe, it would be named exe
     GdkMonitor* monitor = overlayMonitor();
     return monitor ? Window::cover(monitor, endOverlays) : nullptr;
 }
@@ -102,7 +101,7 @@ class Saver {
         mWindow->tick();
     }
 
-    // A preview is painted by its ticks alone: the first comes at once, and one with each new size.
+    // Only ticks paint a preview, so the first one comes at once, and another after each resize.
     void showPreview() {
         tick();
         mWindow->setResizeHandler([this] { tick(); });
@@ -126,7 +125,7 @@ int runSaver(const Options& options) {
         return runOverlays();
     std::unique_ptr<Window> window = openWindow(options);
     if (!window) return 1;
-    if (RunLoop::isStopping()) return 0;  // a host that has changed its mind waits for the end
+    if (RunLoop::isStopping()) return 0;  // a host that has changed its mind is waiting for this
     Saver saver(std::move(window), options);
     if (!saver.start()) return 1;
     RunLoop::run();

@@ -13,7 +13,7 @@
 
 namespace {
 
-// Complaints stop the program for a user; a saver that a host started goes on.
+// Complaints stop a program that a user started; a saver that a host started runs anyway.
 bool acceptComplaints(const Options& options) {
     for (const std::string& complaint : options.complaints) platform::log(complaint);
     return options.complaints.empty() || options.hostWindow || std::getenv("XSCREENSAVER_WINDOW");
@@ -25,7 +25,7 @@ EventFeed::Source sourceOf(const Options& options) {
     return source;
 }
 
-// The feed answers the quake list's query, and tells the pages its age, for as long as it lives.
+// From now on the feed answers the quake list's query and reports its age to the pages. It must outlive them.
 void serve(EventFeed& feed) {
     platform::setURLResponder(
         [&feed](const std::string& url, std::string& data) { return feed.answer(url, data); });
@@ -50,7 +50,7 @@ int run(const Options& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    // Words in the user's language, numbers always with a point: the page and the feed are written so.
+    // Messages in the user's language, but always a decimal point: the page and the feed need it.
     std::setlocale(LC_ALL, "");
     std::setlocale(LC_NUMERIC, "C");
 

@@ -11,7 +11,7 @@
 
 namespace {
 
-// Holds a time of 255 characters, the number and four values of up to 13 characters each.
+// Enough for a time of 255 characters, the number and four values of up to 13 characters each.
 constexpr std::size_t kDumpLineSize = 512;
 
 }  // namespace
@@ -27,7 +27,7 @@ CQuakeList* CQuakeList::Instance() {
 }
 
 CQuakeList::CQuakeList() {
-    const auto* const parser = new CQuakeMLParser;  // kept to the end of the process, like its events
+    const auto* const parser = new CQuakeMLParser;  // kept until the process ends, like its events
     mQuakes = parser->GetEvents();
 }
 
@@ -41,7 +41,7 @@ CQuakeEvent* CQuakeList::GetNextQuake() {
     if (mQuakes.empty()) return nullptr;
     const auto size = static_cast<std::int32_t>(mQuakes.size());
     --mCurrentIndex;
-    // The list may have become shorter than the position since the last call.
+    // The list may have shrunk since the last call.
     if (mCurrentIndex < 0 || mCurrentIndex >= size) mCurrentIndex = size - 1;
     return mQuakes[static_cast<std::size_t>(mCurrentIndex)];
 }

@@ -9,8 +9,8 @@ class CQuakeEvent;
 // could not be used.
 class CQuakeList {
   public:
-    // Made on first use, which fetches the feed and blocks until it is here. Never deleted, never refreshed;
-    // a feed that cannot be had makes an empty list.
+    // Created on first use, which fetches the feed and blocks until it arrives. Never deleted, never
+    // refreshed; empty when the feed cannot be loaded.
     static CQuakeList* Instance();
 
     CQuakeList();

@@ -11,13 +11,13 @@ namespace {
 
 bool hasMagnitude(const CQuakeEvent* quake) { return quake && !std::isnan(quake->mMagnitude); }
 
-// compare, made fit for sorting: NaN magnitudes lie between the real ones and the null entries.
+// As compare, but fit for sorting: NaN magnitudes come between real ones and null entries.
 bool comesBefore(const CQuakeEvent* first, const CQuakeEvent* second) {
     if (hasMagnitude(first) != hasMagnitude(second)) return hasMagnitude(first);
     return compare(first, second);
 }
 
-// One mark for each position of the list. Positions rather than pointers, so that a pointer that occurs twice
+// One mark for each position in the list. Positions rather than pointers, so that a pointer that occurs twice
 // counts twice.
 std::vector<bool> markBiggest(std::size_t count, const std::vector<CQuakeEvent*>& quakes) {
     std::vector<std::size_t> positions(quakes.size());

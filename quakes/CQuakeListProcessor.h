@@ -11,6 +11,6 @@ bool compare(const CQuakeEvent* first, const CQuakeEvent* second);
 class CQuakeListProcessor {
   public:
     // Drops all but the count biggest quakes from the list, in time linear in its length. Those that stay
-    // keep their order; no event is deleted. Null entries go first, then magnitudes that are no number.
+    // keep their order; no event is deleted. Null entries are dropped first, then NaN magnitudes.
     static void KeepBiggestQuakes(int count, std::vector<CQuakeEvent*>& quakes);
 };

@@ -27,7 +27,7 @@ std::chrono::sys_days today() {
     return sys_days(year(now.tm_year + 1900) / (now.tm_mon + 1) / now.tm_mday);
 }
 
-// The first child of that name, null when there is none or it is no element.
+// The first child of that name; null when there is none or it is not an element.
 CXMLTreeNode* findElement(CXMLTreeNode* parent, const char* name) {
     return dynamic_cast<CXMLTreeNode*>(parent->GetChildForKey(name));
 }

@@ -8,7 +8,7 @@ class InitialView : public platform::View {
     void drawRect(const platform::Rect& rect) override;
 
     void clearBackground(const platform::Rect& rect);
-    // Centres the map on the size of rect, wherever rect lies. A missing image draws nothing.
+    // Centres the map by the size of rect, ignoring its origin. Draws nothing when the image is missing.
     void drawImage(const platform::Rect& rect);
     void drawNotice();
 };

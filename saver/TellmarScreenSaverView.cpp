@@ -20,7 +20,7 @@ constexpr double kSplashFadeDuration = 1.0;  // seconds
 
 constexpr char kDisplayTimeKey[] = "DisplayQuakeForNSeconds";
 constexpr std::int32_t kDefaultDisplayTime = 5;  // seconds
-// The further right the rate slider stands, the shorter a quake is shown.
+// The further right the rate slider, the shorter each quake is shown.
 constexpr std::int32_t kRateSliderOrigin = 350;
 
 constexpr char kPreviewImageName[] = "google_maps_nz_pre.png";
@@ -30,7 +30,7 @@ constexpr char kPreviewImageName[] = "google_maps_nz_pre.png";
 TellmarScreenSaverView* TellmarScreenSaverView::initWithFrame(const platform::Rect& frame, bool isPreview) {
     if (!ScreenSaverView::initWithFrame(frame, isPreview)) return nullptr;
     getSaverDefaults();
-    mDisplayForSec = kDisplayForSec;  // the stored time is edited on the sheet but does not rule the display
+    mDisplayForSec = kDisplayForSec;  // the sheet edits the stored time, but the display does not use it
     setAnimationTimeInterval(kTickInterval);
     addQuakeView();
     addQuakeView();

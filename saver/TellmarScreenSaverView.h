@@ -12,8 +12,8 @@
 class InitialView;
 class SingleQuakeView;
 
-// The module's principal view: a splash until the first quake's page is there, from then on two quake views
-// that take turns at every tick. A preview only paints a still image.
+// The module's principal view: a splash until the first quake's page is complete, then two quake views that
+// take turns at every tick. A preview only paints a still image.
 class TellmarScreenSaverView : public platform::ScreenSaverView {
   public:
     enum class Mode : std::int32_t { Splash = 0, PageSeen = 1, Cycling = 2 };
@@ -29,9 +29,9 @@ class TellmarScreenSaverView : public platform::ScreenSaverView {
     // Reads the stored setting; a missing one or zero is replaced by the default and written back.
     void getSaverDefaults();
 
-    // The host is told that there is no sheet, although configureSheet has one.
+    // False, so hosts do not offer a sheet, although configureSheet has one.
     bool hasConfigureSheet() override;
-    // Loaded by the first call and kept. Null when it cannot be loaded; the next call tries again.
+    // Loaded on the first call and kept. Null when loading fails; the next call tries again.
     platform::Panel* configureSheet() override;
     void closeSheetSave(platform::Button* sender);
     void closeSheetCancel(platform::Button* sender);
@@ -56,9 +56,9 @@ class TellmarScreenSaverView : public platform::ScreenSaverView {
     std::int32_t mDisplayForSec = 0;
     std::int32_t mVisibleViewIndex = 1;                   // the quake view that the next fade brings in
     std::unique_ptr<platform::ViewAnimation> mAnimation;  // the last tick's fade
-    InitialView* mInitialView = nullptr;                  // belongs to the subviews
+    InitialView* mInitialView = nullptr;                  // one of the subviews
 
-    // Filled by loading the sheet.
+    // Set when the sheet is loaded.
     platform::Panel* mConfigPanel = nullptr;
     platform::Slider* mZoomSlider = nullptr;
     platform::Slider* mRateSlider = nullptr;

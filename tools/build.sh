@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Configures and builds a preset; its output is shown (its end) only when it fails.
+# Configures and builds a preset. Shows the end of the output, but only when it fails.
 #
 #     tools/build.sh release|dev|sanitize
 set -euo pipefail
@@ -10,6 +10,6 @@ mkdir -p build
 log=build/$preset.log
 if ! { cmake --preset "$preset" && cmake --build --preset "$preset"; } >"$log" 2>&1; then
     tail -n 60 "$log" >&2
-    echo "The preset $preset does not build; all of the output is in $log." >&2
+    echo "Cannot build the preset $preset; the full output is in $log." >&2
     exit 1
 fi

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds the Debian package from a copy of the sources and puts it in out/; prints where it is.
+# Builds the Debian package from a copy of the sources, puts it in out/ and prints its path.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -22,7 +22,7 @@ log=$PWD/build/package.log
 copy_sources
 if ! build >"$log" 2>&1; then
     tail -n 60 "$log" >&2
-    echo "The package does not build; all of the output is in $log." >&2
+    echo "Cannot build the package; the full output is in $log." >&2
     exit 1
 fi
 rm -f out/tellmar_*.deb out/tellmar-dbgsym_*.deb

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Checks who includes whom. Prints each line that breaks a rule, or else the order as it is in the sources.
+"""Checks who includes whom. Prints each include that breaks a rule, or else the order found in the sources.
 
 usage: tools/check_includes.py [FOLDER]    the sources' root; by default this repository's
 """
@@ -12,8 +12,8 @@ import sys
 SOURCES = pathlib.Path(__file__).resolve().parent.parent
 CONTRACTS = ["platform/portable", "platform"]
 
-# Each room, from the bottom up, and the rooms that it may include beside itself. Arrows go down this list only.
-ROOMS = {
+# Each layer, from the bottom up, and the layers that it may include besides itself. Arrows only point down.
+LAYERS = {
     "platform/portable": [],
     "platform": ["platform/portable"],
     "platform/linux": [],
@@ -26,8 +26,8 @@ ROOMS = {
     "mappages": ["quakes", "support", *CONTRACTS],
     "saver": ["mappages", "support", *CONTRACTS],
 }
-ROOMS["program"] = list(ROOMS)
-ROOMS["packaging"] = ["program"]
+LAYERS["program"] = list(LAYERS)
+LAYERS["packaging"] = ["program"]
 TESTING = ["tests", "bench"]  # may include everything
 WITH_TOOLKIT = ["platform/linux", "program", *TESTING]
 TOOLKIT = re.compile(
@@ -36,29 +36,29 @@ TOOLKIT = re.compile(
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')
 
 
-def room_of(path):
-    """The innermost room that the path lies in; the first folder of a path outside of all rooms."""
-    inside = [room for room in [*ROOMS, *TESTING] if path.startswith(room + "/")]
+def layer_of(path):
+    """The innermost layer that holds the path; for a path outside all layers its first folder."""
+    inside = [layer for layer in [*LAYERS, *TESTING] if path.startswith(layer + "/")]
     return max(inside, key=len, default=path.split("/")[0])
 
 
 def fault(root, path, bracket, header):
     """What is wrong with an include in the file at that path, or None."""
-    here = room_of(path)
+    here = layer_of(path)
     if TOOLKIT.match(header):
-        has_toolkit = any(f"{here}/".startswith(f"{room}/") for room in WITH_TOOLKIT)
+        has_toolkit = any(f"{here}/".startswith(f"{layer}/") for layer in WITH_TOOLKIT)
         return None if has_toolkit else "toolkit header outside platform/linux/ and program/"
     if bracket == "<" or here in TESTING:
         return None
     if not (root / header).is_file():
-        return "no such header from the sources' root"
-    target = room_of(header)
-    return None if target == here or target in ROOMS.get(here, []) else f"{here}/ does not include {target}/"
+        return "no such header under the sources' root"
+    target = layer_of(header)
+    return None if target == here or target in LAYERS.get(here, []) else f"{here}/ must not include {target}/"
 
 
 def includes(root):
     """Each (path, line number, bracket, header) of the sources."""
-    for top in sorted({room.split("/")[0] for room in [*ROOMS, *TESTING]}):
+    for top in sorted({layer.split("/")[0] for layer in [*LAYERS, *TESTING]}):
         for path in sorted((root / top).rglob("*")):
             if path.suffix in (".h", ".cpp"):
                 for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), start=1):
@@ -69,11 +69,11 @@ def includes(root):
 def print_order(found):
     arrows = collections.defaultdict(collections.Counter)
     for path, _, bracket, header in found:
-        if bracket == '"' and room_of(header) != room_of(path):
-            arrows[room_of(path)][room_of(header)] += 1
-    for room in reversed(ROOMS):
-        targets = [f"{target} {arrows[room][target]}" for target in reversed(ROOMS) if arrows[room][target]]
-        print(f"{room:23} -> {', '.join(targets) or '-'}")
+        if bracket == '"' and layer_of(header) != layer_of(path):
+            arrows[layer_of(path)][layer_of(header)] += 1
+    for layer in reversed(LAYERS):
+        targets = [f"{target} {arrows[layer][target]}" for target in reversed(LAYERS) if arrows[layer][target]]
+        print(f"{layer:23} -> {', '.join(targets) or '-'}")
 
 
 def main():

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Waits until a name stands in a window of the session, as a screen reader would find it. Fails after 20 seconds.
+"""Waits until a name appears in a window of the session, as a screen reader would find it. Fails after 20 seconds.
 
 usage: dialog_names.py NAME
 """
@@ -9,7 +9,7 @@ import time
 import gi
 
 gi.require_version("Atspi", "2.0")
-from gi.repository import Atspi, GLib  # noqa: E402 the version comes first
+from gi.repository import Atspi, GLib  # noqa: E402 require_version comes first
 
 
 def names(node):
@@ -21,12 +21,12 @@ def names(node):
 def names_on_screen():
     try:
         return list(names(Atspi.get_desktop(0)))
-    except (AttributeError, GLib.Error):  # a window changed meanwhile
+    except (AttributeError, GLib.Error):  # a window changed in the meantime
         return []
 
 
 end = time.monotonic() + 20
 while sys.argv[1] not in (found := names_on_screen()):
     if time.monotonic() > end:
-        sys.exit("Only these stand there: " + ", ".join(filter(None, found)))
+        sys.exit("Found only: " + ", ".join(filter(None, found)))
     time.sleep(0.2)

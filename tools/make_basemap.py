@@ -3,8 +3,8 @@
 
     tools/make_basemap.py FOLDER
 
-FOLDER holds vector/*.geojson and relief/{o,l}/X_Y.webp. Out come basemap/vector.js (one constant, BASEMAP) and the
-relief tiles in basemap/sea/ and basemap/land/.
+FOLDER holds vector/*.geojson and relief/{o,l}/X_Y.webp. The results are basemap/vector.js (one constant, BASEMAP)
+and the relief tiles in basemap/sea/ and basemap/land/.
 
 A shape is one array in units of 0.0001 degree: west, south, east, north (its bounding box), then the first point
 (longitude 0..360, latitude), then every further point as its difference from the one before.
@@ -39,7 +39,7 @@ SPELLING = {
     "Whangamata": "Whangamatā",
 }
 
-# Small towns of thinly settled country that the source lacks: name, people, longitude, latitude.
+# Small towns in sparsely settled areas that the source lacks: name, population, longitude, latitude.
 MORE_PLACES = [
     ["Cheviot", 390, 173.274, -42.813],
     ["Culverden", 430, 172.848, -42.774],
@@ -54,7 +54,7 @@ MORE_PLACES = [
     ["Tolaga Bay", 830, 178.299, -38.372],
 ]
 
-# Names in two languages that stand in two lines.
+# Names in two languages, shown on two lines.
 SECOND_LINES = {"North Island": "Te Ika-a-Māui", "South Island": "Te Waipounamu"}
 
 
@@ -63,14 +63,14 @@ def features(folder, name):
 
 
 def lines_of(feature):
-    """The feature's lines: of a polygon its outer ring, since no layer has holes."""
+    """The feature's lines; for a polygon its outer ring, since no layer has holes."""
     geometry = feature["geometry"]
     kind, coordinates = geometry["type"], geometry["coordinates"]
     if kind == "LineString":
         return [coordinates]
     if kind == "Polygon" and len(coordinates) == 1:
         return coordinates
-    raise SystemExit(f"a {kind} that the page cannot draw")
+    raise SystemExit(f"the page cannot draw this {kind}")
 
 
 def encode(line, is_closed):

@@ -4,7 +4,7 @@
     tools/make_sample_feed.py strong-quakes.tsv
 
 The table has a heading and the columns time (UTC), magnitude, latitude, longitude, depth in kilometres, region.
-Its rows keep their order. Two events that a reader of the feed has to decline stand among them.
+Its rows keep their order. Two events that a reader of the feed must reject are put in between.
 """
 
 import csv

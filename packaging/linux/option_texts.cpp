@@ -1,4 +1,4 @@
-// Fills the options into a template of the man page or of the shell completion:
+// Fills the options into the template of the man page or of the shell completion:
 //
 //     option_texts TEMPLATE RESULT
 
@@ -26,7 +26,7 @@ std::string optionNames(bool (*isWanted)(const OptionEntry&), const char* separa
     return names;
 }
 
-// A bare "-" may come out as a typographic hyphen, which nobody can paste into a command line.
+// A bare "-" may be rendered as a typographic hyphen, which does not work in a command line.
 std::string roff(std::string_view text) {
     std::string result;
     for (const char c : text) result += c == '-' ? "\\-" : std::string(1, c);
@@ -80,6 +80,6 @@ int main(int argc, char** argv) {
     result << text;
     result.close();
     if (source.good() && result.good()) return 0;
-    std::fprintf(stderr, "option_texts: cannot fill %s into %s\n", argv[1], argv[2]);
+    std::fprintf(stderr, "option_texts: cannot write %s from %s\n", argv[2], argv[1]);
     return 1;
 }

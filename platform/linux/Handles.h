@@ -8,7 +8,7 @@
 
 namespace platform {
 
-// Owners of what C libraries hand out.
+// Owners of the objects that C libraries hand out.
 
 template <auto function>
 struct Releaser {
@@ -18,7 +18,7 @@ struct Releaser {
     }
 };
 
-// Owns one object, which the function releases.
+// Owns one object, released by function.
 template <typename T, auto function>
 using Handle = std::unique_ptr<T, Releaser<function>>;
 
@@ -26,7 +26,7 @@ using Handle = std::unique_ptr<T, Releaser<function>>;
 template <typename T>
 using ObjectRef = Handle<T, g_object_unref>;
 
-// A text that GLib allocated.
+// A string allocated by GLib.
 using GText = Handle<char, g_free>;
 
 using ErrorRef = Handle<GError, g_error_free>;
@@ -44,7 +44,7 @@ class FileDescriptor {
     bool isOpen() const { return mNumber >= 0; }
     int number() const { return mNumber; }
 
-    // Returns false when the system reports only now that something was not written.
+    // Returns false when the system reports a write error only now.
     bool close() {
         const bool closed = !isOpen() || ::close(mNumber) == 0;
         mNumber = -1;

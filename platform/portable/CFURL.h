@@ -4,7 +4,7 @@
 
 namespace platform {
 
-// A resource's address as text, a type of its own so that it is never taken for a path.
+// A resource's address. It has a type of its own so that it is never mistaken for a path.
 struct CFURL {
     std::string text;
 };

@@ -11,7 +11,7 @@
 
 namespace platform {
 
-// The published values of the kinds in use.
+// The kinds in use, with their published values.
 enum CFXMLNodeTypeCode : std::uint8_t {
     kCFXMLNodeTypeDocument = 1,
     kCFXMLNodeTypeElement = 2,
@@ -23,12 +23,12 @@ enum CFXMLNodeTypeCode : std::uint8_t {
     kCFXMLNodeTypeDocumentType = 14,
 };
 
-// What a node knows beyond its kind and string.
+// What a node holds besides its kind and string.
 struct CFXMLNodeInfo {
-    // An element's attributes as its start tag spells them, a processing instruction's data, the name of the
-    // encoding that a parsed document came in.
+    // An element's attributes as its start tag spells them, a processing instruction's data, or the name of
+    // the encoding in which a parsed document arrived.
     std::string text;
-    bool isEmpty = false;  // an element: written as one tag
+    bool isEmpty = false;  // an element's: written as a single tag
     bool hasByteOrderMark = false;
     CFStringEncoding encoding = kCFStringEncodingUTF8;  // a document's
 };
@@ -36,9 +36,9 @@ struct CFXMLNodeInfo {
 class CFXMLNode;
 using CFXMLNodeRef = Shared<const CFXMLNode>;
 
-// One piece of a document. The string is an element's name, a reference's name, an instruction's target, a
-// document type's source behind "<!DOCTYPE ", otherwise the text between the marks; a text is written as it
-// stands. Never changes.
+// One piece of a document; never changes. The string is an element's name, a reference's name, an
+// instruction's target, a document type's source after "<!DOCTYPE ", or else the text between the delimiters.
+// A text is written out unchanged.
 class CFXMLNode : public Pooled<CFXMLNode> {
   public:
     CFXMLNode(CFXMLNodeTypeCode typeCode, std::string string)
@@ -71,7 +71,7 @@ class CFXMLNode : public Pooled<CFXMLNode> {
     std::unique_ptr<const CFXMLNodeInfo> mInfo;  // most nodes have none
 };
 
-// Null when there is no memory for it.
+// Null when out of memory.
 template <typename... Info>
 CFXMLNodeRef CFXMLNodeCreate(CFXMLNodeTypeCode typeCode, std::string string, Info&&... info) {
     return CFXMLNodeRef(new (std::nothrow)

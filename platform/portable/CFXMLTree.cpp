@@ -12,8 +12,8 @@ void CFXMLTree::AppendChild(CFXMLTree* child) {
     ++mChildCount;
 }
 
-// A loop over those that nobody shares any more, chained through mNextSibling: however deep a tree is, the
-// stack is not.
+// Loops over the trees that nobody shares any more, chained through mNextSibling. Recursion could overflow
+// the stack on a deep tree.
 void CFXMLTree::Destroy() {
     CFXMLTree* orphans = ReleaseChildren(nullptr);
     delete this;
@@ -24,7 +24,7 @@ void CFXMLTree::Destroy() {
     }
 }
 
-// Gives up the share in every child. Returns the children without any other, in order, in front of orphans.
+// Drops the share in every child. Returns the children that nobody else shares, in order, before orphans.
 CFXMLTree* CFXMLTree::ReleaseChildren(CFXMLTree* orphans) {
     CFXMLTree* first = nullptr;
     CFXMLTree** end = &first;

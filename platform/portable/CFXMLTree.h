@@ -12,8 +12,8 @@ namespace platform {
 class CFXMLTree;
 using CFXMLTreeRef = Shared<CFXMLTree>;
 
-// A node and, in order, the trees under it. A tree has a share in each of its children, so a child lives on
-// when those who made it let it go.
+// A node and, in order, the trees under it. A tree holds a share in each of its children, so a child lives on
+// after its creator has dropped its own.
 class CFXMLTree : public Pooled<CFXMLTree> {
   public:
     explicit CFXMLTree(CFXMLNodeRef node) : mNode(std::move(node)) {}
@@ -47,7 +47,7 @@ class CFXMLTree : public Pooled<CFXMLTree> {
     CFXMLTree* mNextSibling = nullptr;
 };
 
-// A tree of this one node. Null when there is no memory for it.
+// A tree of this one node. Null when out of memory.
 CFXMLTreeRef CFXMLTreeCreateWithNode(CFXMLNodeRef node);
 
 }  // namespace platform

@@ -14,7 +14,7 @@ struct Size {
     bool operator==(const Size&) const = default;
 };
 
-// x and y name the lower left corner: coordinates grow to the right and upward.
+// (x, y) is the lower left corner: coordinates grow to the right and upward.
 struct Rect {
     double x = 0, y = 0, width = 0, height = 0;
 
@@ -23,7 +23,7 @@ struct Rect {
     bool operator==(const Rect&) const = default;
 };
 
-// Moves the left and right edge inward by dx, the others by dy.
+// Moves the left and right edges inward by dx, the others by dy.
 inline Rect insetRect(const Rect& rect, double dx, double dy) {
     return {rect.x + dx, rect.y + dy, rect.width - 2 * dx, rect.height - 2 * dy};
 }

@@ -34,8 +34,8 @@ void NotificationCenter::removeObserver(const void* observer) {
 }
 
 void NotificationCenter::post(const std::string& name) {
-    const auto told = registrations();  // a handler may register or remove
-    for (const auto& each : told)
+    const auto snapshot = registrations();  // a handler may add or remove observers
+    for (const auto& each : snapshot)
         if (each.name == name) each.handler();
 }
 

@@ -5,11 +5,11 @@
 
 namespace platform {
 
-// The process's one notification centre: names to be told of, and those who asked.
+// The process's one notification centre.
 class NotificationCenter {
   public:
-    // Tells observer through handler of every later post of name, whoever posts it. A registration that
-    // repeats an earlier one (same observer, same name) changes nothing.
+    // Calls handler for every later post of name, whoever posts it. Registering the same observer for the
+    // same name again changes nothing.
     static void addObserver(const void* observer, const std::string& name, std::function<void()> handler);
     static void removeObserver(const void* observer);
     static void post(const std::string& name);

@@ -6,13 +6,13 @@
 
 namespace platform {
 
-// Storage for the many small objects of a class T, which derives from Pooled<T> and has no derived classes:
-// blocks are cut out of slabs, which go back to the system together when the last object is gone. Much faster
-// than the heap at letting a big document go. Not for use by several threads.
+// Storage for the many small objects of a class T, which derives from Pooled<T> and has no derived classes.
+// Blocks are cut out of slabs, all of which are freed when the last object is gone. This frees a big document
+// much faster than the heap would. Not thread-safe.
 template <typename T>
 class Pooled {
   public:
-    // Null when there is no memory.
+    // Null when out of memory.
     static void* operator new(std::size_t, const std::nothrow_t&) noexcept {
         if (!sFreeBlocks) AddSlab();
         if (!sFreeBlocks) return nullptr;
@@ -26,7 +26,7 @@ class Pooled {
     static void operator delete(void* object, const std::nothrow_t&) noexcept { operator delete(object); }
 
   private:
-    // A block or slab that nothing uses begins with the address of the next.
+    // Each slab, and each free block, begins with the address of the next.
     struct Link {
         Link* next;
     };

@@ -6,8 +6,8 @@ namespace platform {
 
 class Panel;
 
-// Base of a module's principal view. The host calls animateOneFrame once every animationTimeInterval while
-// the view is animating.
+// Base class of a module's principal view. The host calls animateOneFrame once every animationTimeInterval
+// while the view is animating.
 class ScreenSaverView : public View {
   public:
     // Returns this view, or null where View::initWithFrame does.

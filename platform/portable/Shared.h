@@ -4,8 +4,8 @@
 
 namespace platform {
 
-// A share in an object that counts its own: T has AddShare() and DropShare(), which ends T with the last one.
-// Not for use by several threads.
+// A share in an object that counts its shares: T has AddShare() and DropShare(), which destroys the object
+// along with its last share. Not thread-safe.
 template <typename T>
 class Shared {
   public:

@@ -11,7 +11,7 @@ class Canvas;
 class Window;
 
 // A rectangle in a tree of views, drawn from the root down and from the first subview to the last. A view
-// owns its subviews; a root belongs to whoever made it.
+// owns its subviews; the root belongs to whoever created it.
 class View {
   public:
     View() = default;
@@ -19,7 +19,7 @@ class View {
     View(const View&) = delete;
     View& operator=(const View&) = delete;
 
-    // Returns this view, or null for a frame that is no rectangle (not finite, or of negative size).
+    // Returns this view, or null when frame is not a rectangle (not finite, or of negative size).
     View* initWithFrame(const Rect& frame);
 
     const Rect& frame() const { return mFrame; }
@@ -36,17 +36,16 @@ class View {
 
     // Draws the part of the view inside rect on canvas().
     virtual void drawRect(const Rect&) {}
-    // Told after the frame or the visibility of this view changed, for views that stand for something else.
+    // Called after the frame or the visibility of this view changed, for views backed by something else.
     virtual void frameChanged() {}
-    // Told by the window after each fade, whether this view is among those that can be seen now.
+    // Called by the window after each fade, with whether this view can be seen now.
     virtual void fadeEnded(bool /*isVisible*/) {}
 
-    // The window that shows the tree, null when none does. Set at the root by the window, which outlives it
-    // there.
+    // The window that shows the tree, or null. The window sets it at the root, and outlives the root.
     Window* window() const;
     void setWindow(Window* window) { mWindow = window; }
 
-    // Lends a canvas for the time of a draw; null takes it back.
+    // Lends a canvas for the duration of a draw; null takes it back.
     void setCanvas(Canvas* canvas) { mCanvas = canvas; }
 
   protected:

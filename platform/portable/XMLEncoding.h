@@ -9,13 +9,13 @@ namespace platform {
 // How a document's bytes are encoded.
 struct XMLEncoding {
     std::string name;
-    std::size_t markLength = 0;  // bytes of the byte order mark, 0 without one
+    std::size_t markLength = 0;  // length of the byte order mark, 0 without one
 };
 
-// Goes by the byte order mark or else by the declaration; UTF-8 when there is neither.
+// Uses the byte order mark, or else the declaration; UTF-8 when there is neither.
 XMLEncoding detectXMLEncoding(std::string_view bytes);
 
-// Upper and lower case are the same in a name.
+// Compares without case.
 bool isUTF8Name(std::string_view encodingName);
 
 }  // namespace platform

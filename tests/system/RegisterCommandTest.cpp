@@ -40,7 +40,7 @@ TEST_F(RegisterCommandTest, TellmarIsAddedAndTakenOutOnceAndTheFilesFromBeforeAr
     std::ofstream(kFile) << kText;
     ASSERT_EQ(chmod(kFile, 0600), 0);
     std::string said = add();
-    EXPECT_THAT(said, HasSubstr("is now in the list of settings"));
+    EXPECT_THAT(said, HasSubstr("is now listed in settings"));
     EXPECT_THAT(said, HasSubstr("settings.bak.\n"));
     const std::string text = contentsOf(kFile);
     EXPECT_THAT(text, HasSubstr(kCommand));
@@ -50,7 +50,7 @@ TEST_F(RegisterCommandTest, TellmarIsAddedAndTakenOutOnceAndTheFilesFromBeforeAr
     EXPECT_EQ(contentsOf(kFile), text);
     EXPECT_EQ(filesIn(), 2);
 
-    EXPECT_THAT(remove(), HasSubstr("is no longer in the list"));
+    EXPECT_THAT(remove(), HasSubstr("is no longer listed in"));
     EXPECT_EQ(contentsOf(kFile), kText);
     EXPECT_EQ(contentsOf("settings.bak.1"), text);
     EXPECT_THAT(remove(), HasSubstr("nothing was changed"));

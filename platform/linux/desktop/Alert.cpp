@@ -32,7 +32,7 @@ void showDialog(AlertType type, const std::string& text, const std::string& expl
     gtk_widget_destroy(dialog);
 }
 
-// The texts of alerts are cut to a number of bytes, which can split a character.
+// Alert texts are cut at a number of bytes, which can split a character.
 std::string wholeCharacters(const std::string& text) {
     const GText valid(g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())));
     return valid.get();

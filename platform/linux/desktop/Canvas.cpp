@@ -17,7 +17,7 @@ cairo_operator_t cairoOperator(CompositingOperation operation) {
     return operation == CompositingOperation::Copy ? CAIRO_OPERATOR_SOURCE : CAIRO_OPERATOR_ATOP;
 }
 
-// Fills rect with image stretched to it; the clip keeps the operators, which are unbounded, inside.
+// Fills rect with the stretched image. The operators are unbounded, so a clip keeps them inside.
 void paintImage(cairo_t* cairo, Image* image, const Rect& rect, CompositingOperation operation,
                 double fraction) {
     const Size natural = Canvas::imageSize(image);
@@ -34,7 +34,7 @@ void paintImage(cairo_t* cairo, Image* image, const Rect& rect, CompositingOpera
     cairo_restore(cairo);
 }
 
-// A stroke width below zero asks for fill and outline, one above for the outline alone, none for the fill.
+// A negative stroke width means fill and outline, a positive one the outline alone, zero the fill alone.
 void paintLayout(cairo_t* cairo, PangoLayout* layout, double x, double y, const TextAttributes& attributes) {
     cairo_save(cairo);
     setColor(cairo, attributes.foreground);

@@ -14,8 +14,8 @@ struct Image {
     SurfaceRef surface;
 };
 
-// A cairo context whose origin is the view's upper left corner, y growing downward, and the height that turns
-// the canvas's upward coordinates into it.
+// A cairo context with its origin at the view's upper left corner and y growing downward, and the height
+// needed to flip the canvas's coordinates.
 struct Canvas::Backing {
     cairo_t* cairo;  // owned by whoever draws
     double height;

@@ -8,7 +8,7 @@
 
 namespace platform {
 
-// The names of the core stand for GTK's objects; nothing is ever kept of their own.
+// The core's names for GTK's objects. No instance of these classes ever exists.
 class Panel {};
 class Slider {};
 class Button {};
@@ -20,7 +20,7 @@ Control* control(GtkBuilder* builder, const char* id) {
     return reinterpret_cast<Control*>(gtk_builder_get_object(builder, id));
 }
 
-// The action that a button sends; belongs to the button.
+// The action that a button sends; owned by the button.
 struct Action {
     std::function<void(Button*)> send;
 };
@@ -55,7 +55,7 @@ bool loadNibNamed(const std::string& name, const SheetConnections& owner) {
 
     connectAction(ok, owner.closeSheetSave);
     connectAction(cancel, owner.closeSheetCancel);
-    // Closing the window is cancelling; the window stays for the next time.
+    // Closing the window cancels; the window is kept for the next time.
     g_signal_connect_swapped(panel, "delete-event", G_CALLBACK(+[](gpointer button) -> gboolean {
                                  gtk_button_clicked(static_cast<GtkButton*>(button));
                                  return TRUE;

@@ -8,7 +8,7 @@ namespace platform {
 
 namespace {
 
-constexpr int kPatience = 500;  // milliseconds past the fade's end, for a widget that gets no frames
+constexpr int kGracePeriod = 500;  // milliseconds past the fade's end, in case the widget gets no frames
 
 }  // namespace
 
@@ -25,7 +25,7 @@ void CrossFade::run(SurfaceRef after) {
         },
         this, nullptr);
     RunLoop::runUntil([this] { return mIsOver || !gtk_widget_get_mapped(mArea.get()); },
-                      static_cast<int>(mSeconds * 1000) + kPatience);
+                      static_cast<int>(mSeconds * 1000) + kGracePeriod);
     gtk_widget_remove_tick_callback(mArea.get(), frameCallback);
 }
 

@@ -6,15 +6,15 @@
 
 namespace platform {
 
-// A picture of a widget, and over it another that grows from nothing to full strength.
+// A picture of a widget, and another that fades in over it.
 class CrossFade {
   public:
     CrossFade(GtkWidget* area, SurfaceRef before, double seconds);
     CrossFade(const CrossFade&) = delete;
     CrossFade& operator=(const CrossFade&) = delete;
 
-    // Follows the widget's frames in a run of the main loop. Returns when the fade is over or given up, when
-    // the widget is shown no more, or when the main loop is to stop.
+    // Runs the main loop and advances with the widget's frames. Returns when the fade is over or given up,
+    // the widget is no longer shown, or the main loop stops.
     void run(SurfaceRef after);
     void giveUp() { mIsOver = true; }
 

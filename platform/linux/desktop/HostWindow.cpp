@@ -27,7 +27,7 @@ ObjectRef<GdkWindow> findHostWindow(unsigned long id) {
     if (!GDK_IS_X11_DISPLAY(display)) return nullptr;
     gdk_x11_display_error_trap_push(display);
     ObjectRef<GdkWindow> window(gdk_x11_window_foreign_new_for_display(display, id));
-    // The trap stays: the host may end its window, and ours in it, between any two requests of ours.
+    // The trap stays: the host may destroy its window, and ours in it, between any two of our requests.
     if (!window) gdk_x11_display_error_trap_pop_ignored(display);
     return window;
 }
@@ -38,7 +38,7 @@ void followHostWindow(GdkWindow* host, std::function<void(const Size&)> resize) 
     GdkDisplay* display = gdk_window_get_display(host);
     gdk_x11_display_error_trap_push(display);
     gdk_window_set_events(host, GDK_STRUCTURE_MASK);
-    // One that has ended already sends no event.
+    // A window that is already gone sends no event.
     if (gdk_x11_display_error_trap_pop(display) != 0) RunLoop::stop();
     follower(
         {static_cast<double>(gdk_window_get_width(host)), static_cast<double>(gdk_window_get_height(host))});

@@ -9,11 +9,12 @@
 
 namespace platform {
 
-// The X11 window that a screen-saver host gave us to draw in. Null when there is none of that id. Until
-// forgetHostWindow, errors of X11 are ignored.
+// The X11 window that a screen-saver host gave us to draw in, or null when no window has that id. X11 errors
+// are ignored until forgetHostWindow.
 ObjectRef<GdkWindow> findHostWindow(unsigned long id);
 
-// Calls resize with the host window's size now and after each change; its end stops the main loop.
+// Calls resize with the host window's size now and after each change. Stops the main loop when that window
+// ends.
 void followHostWindow(GdkWindow* host, std::function<void(const Size&)> resize);
 void forgetHostWindow(GdkWindow* host);
 

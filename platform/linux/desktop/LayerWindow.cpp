@@ -10,11 +10,11 @@ namespace platform {
 
 namespace {
 
-constexpr double kRealMove = 5;  // pixels; what is less comes from a table that somebody touched
+constexpr double kRealMove = 5;  // pixels; anything less may come from a bumped table
 
 using Action = void (*)();
 
-// From where the pointer came to lie on the window.
+// Measured from where the pointer entered the window.
 bool hasMoved(const GdkEvent* event) {
     static double startX, startY;
     double x = 0, y = 0;
@@ -52,7 +52,7 @@ void coverAsLayer(GtkWindow* window, GdkMonitor* monitor) {
     for (const auto edge : {GTK_LAYER_SHELL_EDGE_LEFT, GTK_LAYER_SHELL_EDGE_RIGHT, GTK_LAYER_SHELL_EDGE_TOP,
                             GTK_LAYER_SHELL_EDGE_BOTTOM})
         gtk_layer_set_anchor(window, edge, TRUE);
-    gtk_layer_set_exclusive_zone(window, -1);  // under no panel
+    gtk_layer_set_exclusive_zone(window, -1);  // covers panels, too
     gtk_layer_set_keyboard_mode(window, GTK_LAYER_SHELL_KEYBOARD_MODE_EXCLUSIVE);
 }
 

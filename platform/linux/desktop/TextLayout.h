@@ -9,7 +9,7 @@
 
 namespace platform {
 
-// Text in a font of that size (pixels), wrapped to a width where there is one.
+// Lays text out in a font of that size (pixels), wrapped to width if given.
 ObjectRef<PangoLayout> makeTextLayout(cairo_t* cairo, const std::string& text, const std::string& fontFamily,
                                       double fontSize, std::optional<double> width = {});
 

@@ -34,7 +34,7 @@ void ViewAnimation::startAnimation() {
     window->crossFade(mDuration, apply);
 }
 
-// A blocking animation is over when startAnimation returns.
+// A blocking animation is already over when startAnimation returns.
 void ViewAnimation::stopAnimation() {}
 
 }  // namespace platform

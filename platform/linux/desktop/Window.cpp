@@ -16,7 +16,7 @@ namespace platform {
 
 namespace {
 
-constexpr int kPatience = 1000;  // milliseconds for the first drawing
+constexpr int kFirstDrawTimeout = 1000;  // milliseconds
 
 Window* currentWindow = nullptr;
 
@@ -30,7 +30,7 @@ void hideCursor(GtkWidget* widget) {
     gdk_window_set_cursor(gtk_widget_get_window(widget), none.get());
 }
 
-// Without a window manager nothing makes a window full screen but its own size.
+// Without a window manager, only its own size makes a window full screen.
 void coverMonitor(GtkWindow* window) {
     GdkDisplay* display = gdk_display_get_default();
     GdkMonitor* monitor = gdk_display_get_primary_monitor(display);
@@ -40,13 +40,13 @@ void coverMonitor(GtkWindow* window) {
     gtk_window_set_default_size(window, area.width, area.height);
     gtk_window_move(window, area.x, area.y);
     gtk_window_fullscreen(window);
-    gtk_window_set_decorated(window, FALSE);  // not every compositor tells it that it fills the screen
+    gtk_window_set_decorated(window, FALSE);  // not every compositor reports the full-screen state
 }
 
-void tellFadeEnded(View& view, bool isVisible) {
+void reportFadeEnded(View& view, bool isVisible) {
     isVisible = isVisible && !view.isHidden();
     view.fadeEnded(isVisible);
-    for (const auto& subview : view.subviews()) tellFadeEnded(*subview, isVisible);
+    for (const auto& subview : view.subviews()) reportFadeEnded(*subview, isVisible);
 }
 
 }  // namespace
@@ -77,8 +77,8 @@ std::unique_ptr<Window> Window::cover(GdkMonitor* monitor, void (*endAll)()) {
 std::unique_ptr<Window> Window::embed(unsigned long hostWindow) {
     ObjectRef<GdkWindow> host = findHostWindow(hostWindow);
     if (!host) {
-        char line[40];
-        std::snprintf(line, sizeof line, "there is no window 0x%lx", hostWindow);
+        char line[48];
+        std::snprintf(line, sizeof line, "window 0x%lx does not exist", hostWindow);
         log(line);
         return nullptr;
     }
@@ -118,7 +118,7 @@ void Window::connectSignals() {
                              this);
 }
 
-// Makes the pop-up a child of the host's window that follows its size and leaves with it.
+// Makes the pop-up a child of the host's window, which follows that window's size and ends with it.
 void Window::fillHost(GdkWindow* host) {
     gtk_widget_realize(mTopLevel);
     GdkWindow* own = gtk_widget_get_window(mTopLevel);
@@ -128,11 +128,11 @@ void Window::fillHost(GdkWindow* host) {
     });
 }
 
-// The size is known, and the window black, once it has been drawn.
+// Once the window has been drawn, it is black and its size is known.
 void Window::show(bool withoutCursor) {
     gtk_widget_show_all(mTopLevel);
     if (withoutCursor) hideCursor(mTopLevel);
-    RunLoop::runUntil([this] { return mIsPainted; }, kPatience);
+    RunLoop::runUntil([this] { return mIsPainted; }, kFirstDrawTimeout);
 }
 
 Window* Window::current() { return currentWindow; }
@@ -226,7 +226,7 @@ void Window::crossFade(double seconds, const std::function<void()>& applyChange)
     trace(line);
     mFade.reset();
     setNeedsDisplay();
-    if (mRoot) tellFadeEnded(*mRoot, true);
+    if (mRoot) reportFadeEnded(*mRoot, true);
 }
 
 void Window::showNotice(const std::string& text, const std::string& explanation, double seconds) {

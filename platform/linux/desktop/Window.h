@@ -14,13 +14,13 @@ namespace platform {
 
 class CrossFade;
 
-// A window that shows a tree of views and nothing of GTK's own: one of ours, or one inside a window that a
-// screen-saver host gave. Its end, by the user or the host, stops the main loop.
+// A window that shows a tree of views and no GTK widgets: a top-level window of our own, or one inside a
+// screen-saver host's window. When the user or the host closes it, the main loop stops.
 class Window {
   public:
-    // Each returns null when there is no such window to be had, with one line on stderr that says why.
+    // Each returns null on failure, after writing one line to stderr that says why.
     static std::unique_ptr<Window> open(const Size& size, bool fullscreen);
-    // Over everything on the monitor, for a Wayland compositor with layers; input calls endAll.
+    // Covers everything on the monitor, for a Wayland compositor with layers; any input calls endAll.
     static std::unique_ptr<Window> cover(GdkMonitor* monitor, void (*endAll)());
     static std::unique_ptr<Window> embed(unsigned long hostWindow);
     ~Window();
@@ -32,28 +32,28 @@ class Window {
 
     Size size() const;
     bool isEmbedded() const { return mHost != nullptr; }
-    // Whether a dialog can lie above it and be answered.
+    // Whether a dialog can appear above it and be answered.
     bool takesDialogs() const { return mTakesDialogs; }
-    // Smaller than half its monitor both ways: a host's settings dialog shows such a window.
+    // Smaller than half its monitor in both directions, as in a host's settings dialog.
     bool isThumbnail() const;
 
     // Shows root and keeps it as large as the window.
     void setContentView(std::unique_ptr<ScreenSaverView> root);
-    // Called after the window and its views changed their size.
+    // The handler is called after the window and its views were resized.
     void setResizeHandler(std::function<void()> handler) { mResizeHandler = std::move(handler); }
 
-    // Lets the root run one tick; what a preview paints meanwhile lies over its subviews from then on.
+    // Runs one tick of the root. What a preview paints in it stays on top of its subviews.
     void tick();
 
     void setNeedsDisplay();
 
-    // No fade takes longer from now on: ticks that come faster than usual need shorter ones.
+    // Limits all fades from now on: ticks that come faster than usual need shorter ones.
     void setLongestFade(double seconds) { mLongestFade = seconds; }
-    // Shows the change that applyChange makes as a fade of so many seconds at most. Returns when it is over
+    // Shows the change that applyChange makes as a fade of at most that many seconds. Returns when it is over
     // or given up.
     void crossFade(double seconds, const std::function<void()>& applyChange);
 
-    // A panel with both texts, drawn over everything, for a while: for windows that take no dialogs.
+    // Shows both texts for that long on a panel over everything, for windows that take no dialogs.
     void showNotice(const std::string& text, const std::string& explanation, double seconds);
 
     GtkWindow* gtkWindow() { return GTK_WINDOW(mTopLevel); }

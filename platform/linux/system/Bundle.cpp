@@ -22,8 +22,9 @@ bool isFolder(const fs::path& path) {
     return fs::is_directory(path, error);
 }
 
-// Beside the program in the build tree. Once installed the program lies in PREFIX/libexec/xscreensaver,
-// however it was called, and the bundle among the shared data of that prefix or of the one it was built for.
+// In the build tree the bundle is next to the program. Once installed, the program is in
+// PREFIX/libexec/xscreensaver, whatever link started it, and the bundle is in the shared data of that prefix
+// or of the one that the program was built for.
 std::string findBundle() {
     std::error_code error;
     const fs::path folder = fs::read_symlink("/proc/self/exe", error).parent_path();

@@ -11,8 +11,8 @@ struct ExpatParserDeleter {
 };
 using ExpatParser = std::unique_ptr<XML_ParserStruct, ExpatParserDeleter>;
 
-// Expat replaces entities in attributes' values, before 2.7 by a call within a call for each entity within
-// another. A document that declares more of them is none.
+// Expat expands entities in attribute values; before 2.7 it recurses for each entity inside another. A
+// document that declares more entities than this is rejected.
 inline constexpr int kMaxEntities = 1000;
 
 }  // namespace platform

@@ -6,7 +6,7 @@ namespace platform {
 
 namespace {
 
-constexpr int kMostPumped = 16;  // sources that are always ready must not keep the caller for ever
+constexpr int kMaxPumped = 16;  // sources that are always ready must not keep the caller forever
 
 bool stopping = false;
 
@@ -35,7 +35,7 @@ void RunLoop::runFor(int milliseconds) {
 }
 
 void RunLoop::pump() {
-    for (int i = 0; i < kMostPumped && !stopping && g_main_context_iteration(nullptr, false); ++i) {
+    for (int i = 0; i < kMaxPumped && !stopping && g_main_context_iteration(nullptr, false); ++i) {
     }
 }
 

@@ -18,8 +18,8 @@ namespace fs = std::filesystem;
 
 constexpr char kGroup[] = "Settings";
 
-// An absent file counts as empty. Damaged: readable, but not a key file. Unusable: not readable, and so not
-// to be replaced.
+// A missing file is good and empty. Damaged: readable, but not a key file. Unusable: not readable, so it must
+// not be replaced.
 enum class FileState { Good, Damaged, Unusable };
 
 class KeyFile {
@@ -70,7 +70,7 @@ struct ScreenSaverDefaults::Store {
     std::string folder, path;
     std::map<std::string, int> changes;  // not yet written
 
-    // Merges the changes into what is stored by now: another process may have written meanwhile.
+    // Merges the changes into the file as it is now: another process may have written to it.
     bool write() const {
         if (!makePrivateFolder(folder)) return false;
         AdvisoryLock lock(folder);

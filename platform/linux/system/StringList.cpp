@@ -7,7 +7,7 @@
 
 namespace platform {
 
-// The lists are the groups of an ini file, their entries its keys.
+// Each list is a group of an ini file, each entry a key.
 std::string stringFromList(short listID, short index) {
     const KeyFileRef lists(g_key_file_new());
     const std::string path = pathForResource("strings.ini");

@@ -22,7 +22,7 @@ std::string firstLine(const std::string& path) {
     return line;
 }
 
-// What follows the key, up to the end of the first line that begins with it.
+// The rest of the first line that begins with key.
 std::string valueOf(const std::string& path, std::string_view key) {
     std::ifstream file(path);
     for (std::string line; std::getline(file, line);) {
@@ -52,7 +52,7 @@ double number(std::string_view text) {
     return value;
 }
 
-// Firmware pads its texts with blanks or ends them with a zero byte.
+// Firmware pads its strings with blanks or ends them with a zero byte.
 std::string unpadded(const std::string& text) {
     constexpr std::string_view kPadding(" \t\r\n\0", 5);
     const std::size_t first = text.find_first_not_of(kPadding);
@@ -60,7 +60,7 @@ std::string unpadded(const std::string& text) {
 }
 
 struct Family {
-    std::string_view prefix;  // of the hardware type that uname gives
+    std::string_view prefix;  // of the machine that uname reports
     Processor processor;
 };
 

@@ -22,7 +22,7 @@ class Converter {
 
     std::optional<std::string> convert(std::string_view text) {
         std::string result;
-        char* in = const_cast<char*>(text.data());  // iconv leaves it as it is
+        char* in = const_cast<char*>(text.data());  // iconv does not change it
         std::size_t inLeft = text.size();
         while (inLeft > 0) {
             if (!step(&in, &inLeft, result)) return std::nullopt;
@@ -58,7 +58,7 @@ std::optional<std::string> nameOf(CFStringEncoding encoding) {
     }
 }
 
-// iconv takes an empty name for the locale's encoding, and what follows a slash for a wish to be inexact.
+// iconv reads an empty name as the locale's encoding, and a suffix after a slash as leave to be inexact.
 bool isPlainName(const std::string& name) { return !name.empty() && name.find('/') == std::string::npos; }
 
 }  // namespace

@@ -29,7 +29,7 @@ LoadOutcome fetchFromWeb(const std::string& url, std::string& data) {
     return {response.errorCode, response.failure, {}};
 }
 
-// Only regular files: reading a pipe could wait for ever.
+// Only regular files: reading from a pipe could block forever.
 LoadOutcome fetchFile(const std::string& path, std::string& data) {
     std::error_code error;
     if (!std::filesystem::is_regular_file(path, error))

@@ -1,12 +1,12 @@
 #include <utility>
 
-#include "bench/FeedRoads.h"
+#include "bench/FeedPipelines.h"
 #include "platform/URLLoading.h"
 #include "quakes/CQuakeMLParser.h"
 
 namespace {
 
-// What any URL answers, once.
+// What any URL answers, only once.
 std::string answer;
 
 }  // namespace
@@ -29,7 +29,7 @@ std::string pathOfFileURL(const std::string&) { return {}; }
 
 }  // namespace platform
 
-std::vector<CQuakeEvent*> quakesOnFeedRoad(std::string document) {
+std::vector<CQuakeEvent*> quakesFromFeedPipeline(std::string document) {
     answer = std::move(document);
     return CQuakeMLParser().GetEvents();
 }

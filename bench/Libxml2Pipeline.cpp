@@ -5,7 +5,7 @@
 #include <cstring>
 #include <memory>
 
-#include "bench/FeedRoads.h"
+#include "bench/FeedPipelines.h"
 #include "quakes/CQuakeEvent.h"
 
 namespace {
@@ -20,7 +20,7 @@ bool isElement(const xmlNode* node, const char* name) {
            std::strcmp(reinterpret_cast<const char*>(node->name), name) == 0;
 }
 
-// Null when parent is, too.
+// Null when parent is null, too.
 const xmlNode* child(const xmlNode* parent, const char* name) {
     const xmlNode* node = parent ? parent->children : nullptr;
     while (node && !isElement(node, name)) node = node->next;
@@ -51,7 +51,7 @@ Document parse(const std::string& bytes) {
 
 }  // namespace
 
-std::vector<CQuakeEvent*> quakesOnLibxml2Road(std::string document) {
+std::vector<CQuakeEvent*> quakesFromLibxml2Pipeline(std::string document) {
     const Document tree = parse(document);
     std::string().swap(document);
     std::vector<CQuakeEvent*> quakes;
