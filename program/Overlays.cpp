@@ -139,8 +139,10 @@ class Overlays {
 
     static gboolean coverMissing(gpointer overlays) {
         auto* self = static_cast<Overlays*>(overlays);
-        if (++self->mRestarts > kMaxRestarts) RunLoop::stop();
-        for (GdkMonitor* monitor : self->uncovered()) cover(self, monitor);
+        if (++self->mRestarts > kMaxRestarts)
+            RunLoop::stop();
+        else
+            for (GdkMonitor* monitor : self->uncovered()) cover(self, monitor);
         return G_SOURCE_REMOVE;
     }
 

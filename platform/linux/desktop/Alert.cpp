@@ -27,6 +27,8 @@ void showDialog(AlertType type, const std::string& text, const std::string& expl
     bool seen = false;
     g_signal_connect_swapped(dialog, "response",
                              G_CALLBACK(+[](gpointer flag) { *static_cast<bool*>(flag) = true; }), &seen);
+    // Escape and the close button respond as well; without this they would also destroy the dialog.
+    g_signal_connect(dialog, "delete-event", G_CALLBACK(gtk_widget_hide_on_delete), nullptr);
     gtk_widget_show_all(dialog);
     RunLoop::runUntil([&] { return seen; });
     gtk_widget_destroy(dialog);

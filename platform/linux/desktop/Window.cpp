@@ -167,6 +167,7 @@ void Window::resized() {
 }
 
 void Window::tick() {
+    if (!mTopLevel) return;
     if (!mRoot->isPreview()) return mRoot->animateOneFrame();
     SurfaceRef painting = makeSurface(CAIRO_CONTENT_COLOR_ALPHA);
     CairoRef cairo(cairo_create(painting.get()));

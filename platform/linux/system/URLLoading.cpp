@@ -32,9 +32,11 @@ LoadOutcome fetchFromWeb(const std::string& url, std::string& data) {
 // Only regular files: reading from a pipe could block forever.
 LoadOutcome fetchFile(const std::string& path, std::string& data) {
     std::error_code error;
+    if (!std::filesystem::exists(path, error)) return {CURLE_FILE_COULDNT_READ_FILE, "no such file", {}};
     if (!std::filesystem::is_regular_file(path, error))
-        return {CURLE_FILE_COULDNT_READ_FILE, "no such file", {}};
-    if (std::filesystem::file_size(path, error) > static_cast<std::uintmax_t>(kMaxResourceBytes))
+        return {CURLE_FILE_COULDNT_READ_FILE, "not a regular file", {}};
+    const std::uintmax_t size = std::filesystem::file_size(path, error);
+    if (!error && size > static_cast<std::uintmax_t>(kMaxResourceBytes))
         return {CURLE_FILESIZE_EXCEEDED, "too large", {}};
     if (!readFile(path, data)) return {CURLE_FILE_COULDNT_READ_FILE, "cannot be read", {}};
     return {};
