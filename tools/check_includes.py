@@ -2,7 +2,8 @@
 """Checks who may include whom, and prints each line that breaks a rule.
 
 Toolkit headers stay in platform/linux/ and program/. The core's folders include only those before them, and of the
-platform only the headers of platform/ itself. Every include of ours names the path from the root and exists.
+platform only the headers of platform/ itself. Every include of ours names the path from the root and exists. The map
+page's modules do not import each other in a circle, and its template preloads each but the first.
 """
 
 import pathlib
@@ -14,6 +15,8 @@ LAYERS = ["support", "service", "xml", "quakes", "mappages", "saver", "program"]
 TOOLKIT = re.compile(
     r"(gtk|gdk|gio|glib|glib-object|gobject|webkit2|jsc|curl|X11|cairo|pango)(/|\.h$|-)|(expat|iconv)\.h$"
 )
+IMPORT = re.compile(r'^(?:import|export)\b[^"]*?\bfrom\s+"(\.[^"]+)";', re.MULTILINE)
+PRELOAD = re.compile(r'<link rel="modulepreload" href="bundle:///([^"]+)">')
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')
 
 
@@ -55,8 +58,24 @@ def faults():
                     yield f"{place}:{number}: {match.group(2)}: {wrong}"
 
 
+def page_faults():
+    """What is wrong among the modules of the map page."""
+    bundle = ROOT / "resources"
+    imports = {
+        path: {(path.parent / name).resolve() for name in IMPORT.findall(path.read_text(encoding="utf-8"))}
+        for path in sorted(bundle.rglob("*.js"))
+    }
+    preloaded = {bundle / name for name in PRELOAD.findall((bundle / "map.html").read_text(encoding="utf-8"))}
+    for path in sorted(preloaded ^ (imports.keys() - {bundle / "map/map.js"})):
+        yield f"{path.relative_to(ROOT)}: map.html preloads another set of modules"
+    rest = set(imports)
+    while free := {path for path in rest if not imports[path] & rest}:
+        rest -= free
+    yield from (f"{path.relative_to(ROOT)}: in or above a circle of imports" for path in sorted(rest))
+
+
 def main():
-    found = list(faults())
+    found = [*faults(), *page_faults()]
     print("\n".join(found) if found else "Includes keep to the rules.")
     return 1 if found else 0
 
