@@ -1,5 +1,6 @@
 #!/usr/bin/python3
-"""Checks who includes whom. Prints each include that breaks a rule, or else the order found in the sources.
+"""Checks who includes whom, and who imports whom among the map page's modules. Prints each include or import that
+breaks a rule, or else the order found in the sources.
 
 usage: tools/check_includes.py [FOLDER]    the sources' root; by default this repository's
 """
@@ -33,6 +34,8 @@ WITH_TOOLKIT = ["platform/linux", "program", *TESTING]
 TOOLKIT = re.compile(
     r"(gtk|gdk|gio|glib|glib-object|gobject|webkit2|jsc|libsoup|curl|X11|cairo|pango)(/|\.h$|-)|(expat|iconv)\.h$"
 )
+IMPORT = re.compile(r'^(?:import|export)\b[^"]*?\bfrom\s+"(\.[^"]+)";', re.MULTILINE)
+PRELOAD = re.compile(r'<link rel="modulepreload" href="bundle:///([^"]+)">')
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')
 
 
@@ -76,11 +79,30 @@ def print_order(found):
         print(f"{layer:23} -> {', '.join(targets) or '-'}")
 
 
+def module_faults(root):
+    """A line for each module of the map page that lies in a circle of imports, or that the page does not preload."""
+    page = root / "resources/map.html"
+    if not page.is_file():
+        return
+    imports = {
+        path: {(path.parent / name).resolve() for name in IMPORT.findall(path.read_text(encoding="utf-8"))}
+        for path in sorted(page.parent.rglob("*.js"))
+    }
+    preloaded = {page.parent / name for name in PRELOAD.findall(page.read_text(encoding="utf-8"))}
+    for path in sorted(preloaded ^ (imports.keys() - {page.parent / "map/map.js"})):
+        yield f"{path.relative_to(root)}: map.html does not preload exactly the modules that there are"
+    rest = set(imports)
+    while free := {path for path in rest if not imports[path] & rest}:
+        rest -= free
+    yield from (f"{path.relative_to(root)}: in or above a circle of imports" for path in sorted(rest))
+
+
 def main():
-    root = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else SOURCES
+    root = pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else SOURCES).resolve()
     found = list(includes(root))
     wrong = [(path, number, header, fault(root, path, bracket, header)) for path, number, bracket, header in found]
     faults = [f"{path}:{number}: {header}: {what}" for path, number, header, what in wrong if what]
+    faults += module_faults(root)
     if faults:
         print("\n".join(faults))
         return 1

@@ -8,7 +8,7 @@ tools/build.sh dev
 
 draw() {  # PAGE WIDTH HEIGHT NAME OPTION-OF-CONVERT...
     local output=$PWD/resources/$4
-    build/dev/page_picture "$PWD/tools/$1" "$2" "$3" "$output"
+    xvfb-run -a -s "-screen 0 1920x1080x24" build/dev/page_picture "$PWD/tools/$1" "$2" "$3" "$output"
     convert "$output" "${@:5}" -strip -define png:compression-level=9 "$output"
     echo "$output: $(stat -c %s "$output") bytes"
 }

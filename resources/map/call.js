@@ -1,19 +1,15 @@
-"use strict";
-
 // What the page is told: the call in the body's onload attribute, and the quake that is made of it.
 
-// A number that is none may come out in the call under these names.
-var nan = NaN;
-var inf = Infinity;
+import {EARTH_RADIUS} from "./geometry.js";
+import {wrapLongitude} from "./projection.js";
 
-const EARTH_RADIUS = 6371;  // kilometres: nothing lies deeper
 const HIGHEST_GROUND = 10;  // kilometres above the sea
 const LARGEST_MAGNITUDE = 15;  // far above any that can be; a number beyond it is a mistake
 const LONGEST_DATE = 60;  // characters
 const USUAL_ZOOM = 8;
 
 // A value that is not known is null; the date is then empty.
-function quakeFrom(latitude, longitude, magnitude, depthText, dateText, zoom) {
+export function quakeFrom(latitude, longitude, magnitude, depthText, dateText, zoom) {
   return {
     place: placeFrom(latitude, longitude),
     magnitude: Math.abs(magnitude) <= LARGEST_MAGNITUDE ? magnitude : null,
@@ -24,7 +20,7 @@ function quakeFrom(latitude, longitude, magnitude, depthText, dateText, zoom) {
 }
 
 // Reads the call itself, for the time before it runs, and for the case that a quote in the date breaks it.
-function quakeFromCall(text) {
+export function quakeFromCall(text) {
   const parts = /initializeMap\(([^,]*),([^,]*),([^,]*),\s*'([^']*)'?,\s*'([\s\S]*?)(?:',\s*(\d+)\)\s*$|$)/.exec(text);
   if (!parts) {
     return quakeFrom(NaN, NaN, NaN, "", "", USUAL_ZOOM);

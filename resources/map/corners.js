@@ -1,6 +1,9 @@
-"use strict";
-
 // What helps to find one's way: the scale bar and the small map of the whole region.
+
+import {BASEMAP} from "../basemap/vector.js";
+import {HALO, SANS, fillCircle, pathOf, stroke} from "./drawing.js";
+import {EARTH_RADIUS, radians} from "./geometry.js";
+import {HIDDEN_EDGE, REGION, createViewAt, isInRegion, latitudeAt, mercatorX, mercatorY} from "./projection.js";
 
 const INSET = {width: 118, margin: 22, least: 0.62};  // units; smallest unit of a view that has one
 const INSET_SMALLEST_LAND = 0.12;  // degrees across
@@ -9,7 +12,7 @@ const SCALE_LEAST = 0.5;
 
 // --- Scale bar: its box ends at the right margin, above bottom
 
-function createScale(view, bottom) {
+export function createScale(view, bottom) {
   if (view.unit < SCALE_LEAST) {
     return null;
   }
@@ -31,7 +34,7 @@ function roundLength(most) {
   return [5, 2, 1].find(digit => digit * power <= most) * power;
 }
 
-function drawScale(context, view, {kilometres, length, right, bottom}) {
+export function drawScale(context, view, {kilometres, length, right, bottom}) {
   const unit = view.unit;
   const y = bottom - 3 * unit;
   context.beginPath();
@@ -56,7 +59,7 @@ function drawScale(context, view, {kilometres, length, right, bottom}) {
 
 // --- The region with the quake's spot, in the corner at the top right
 
-function createInset(view, quake) {
+export function createInset(view, quake) {
   if (view.unit < INSET.least || !quake.place || !isInRegion(quake.place)) {
     return null;
   }
@@ -68,7 +71,7 @@ function createInset(view, quake) {
   return {width, height, world, box: {left: right - width, top, right, bottom: top + height}};
 }
 
-function drawInset(context, view, quake, mark, inset, density) {
+export function drawInset(context, view, quake, mark, inset, density) {
   const {width, height, world, box} = inset;
   const corner = {latitude: REGION.north, longitude: REGION.west};
   const region = createViewAt(width, height, view.unit, {x: 0, y: 0}, corner, world);

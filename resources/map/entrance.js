@@ -1,5 +1,3 @@
-"use strict";
-
 // Rings that spread once from the quake when the page has come to the screen, and are gone after two seconds. They
 // wait a little, for the same process may just load the next page.
 
@@ -8,7 +6,7 @@ const ENTRANCE_SECONDS = 1.4;
 const ENTRANCE_RINGS = 3;
 const ENTRANCE_REACH = 2.6;  // radii of the mark
 
-function startEntrance(mark) {
+export function startEntrance(mark) {
   if (!matchMedia("(prefers-reduced-motion: reduce)").matches) {
     setTimeout(() => spreadRings(mark), ENTRANCE_DELAY);
   }

@@ -1,12 +1,13 @@
-"use strict";
+// The names on the map: which there are, and how each looks. Sizes are in units of the view.
 
-// The names on the map: which there are, where each goes, and how it looks. Sizes are in units of the view.
+import {BASEMAP} from "../basemap/vector.js";
+import {HALO, SANS, SERIF, pathOf} from "./drawing.js";
+import {radians} from "./geometry.js";
+import {placeLabels} from "./placement.js";
+import {HIDDEN_EDGE} from "./projection.js";
 
-const SANS = '"Inter", "Noto Sans", "Liberation Sans", "DejaVu Sans", sans-serif';
-const SERIF = '"Noto Serif", "Liberation Serif", "DejaVu Serif", serif';
 const SMALLEST_TEXT_UNIT = 0.8;
 const EDGE_MARGIN = 5;  // units between a label and the edge of the screen
-const HALO = "rgba(7, 13, 20, 0.72)";
 
 // First match by people. The dot's radius stands beside the size.
 const TOWN_STYLES = [
@@ -36,6 +37,16 @@ const NAME_STYLES = {
 const SYMBOL_SIZE = 4.6;
 
 // --- Which names there are
+
+// Those names that find a free place, and where.
+export function layOutLabels(context, view, obstacles) {
+  const items = labelItems(view);
+  const margin = EDGE_MARGIN * view.unit;
+  const bounds = {left: HIDDEN_EDGE + margin, top: HIDDEN_EDGE + margin,
+    right: view.width - margin, bottom: view.height - margin};
+  measureItems(context, items);
+  return placeLabels(items, bounds, Object.values(obstacles).filter(Boolean), landFinder(view));
+}
 
 // All names that can be seen, the most important first.
 function labelItems(view) {
@@ -85,87 +96,39 @@ function measureItems(context, items) {
   }
 }
 
-// --- Where each goes: pure functions of boxes {left, top, right, bottom}
-
-function boxesMeet(one, other) {
-  return one.left < other.right && one.right > other.left && one.top < other.bottom && one.bottom > other.top;
-}
-
-function boxAround(x, y, width, height) {
-  return {left: x - width / 2, top: y - height / 2, right: x + width / 2, bottom: y + height / 2};
-}
-
-function isInside(box, bounds) {
-  return box.left >= bounds.left && box.right <= bounds.right && box.top >= bounds.top && box.bottom <= bounds.bottom;
-}
-
-// Gives each item, in their order, the first of its positions that is free; leaves out items that have none.
-// Returns {item, x, y (the middle of the text), boxes}. touchesLand keeps the names of the sea off the land.
-function placeLabels(items, bounds, obstacles, touchesLand) {
-  const taken = [...obstacles];
-  const placed = [];
-  for (const item of items) {
-    const label = placeLabel(item, bounds, taken, touchesLand);
-    if (label) {
-      placed.push(label);
-      taken.push(...label.boxes);
+// A question for boxes: is there land or a plate boundary in it? A small picture of both gives the answer.
+function landFinder(view) {
+  const grain = Math.max(4, view.unit * 4);  // CSS pixels to one of the picture
+  const canvas = document.createElement("canvas");
+  canvas.width = Math.ceil(view.width / grain);
+  canvas.height = Math.ceil(view.height / grain);
+  const context = canvas.getContext("2d", {willReadFrequently: true});
+  context.scale(1 / grain, 1 / grain);
+  const coast = pathOf(view, BASEMAP.land, 0.5 / grain, true);
+  context.fill(coast);
+  context.lineWidth = grain;
+  context.stroke(coast);
+  for (const lines of Object.values(BASEMAP.plates)) {
+    context.stroke(pathOf(view, lines, 0.5 / grain));
+  }
+  const {data, width, height} = context.getImageData(0, 0, canvas.width, canvas.height);
+  return box => {
+    const right = Math.min(width - 1, Math.ceil(box.right / grain));
+    const bottom = Math.min(height - 1, Math.ceil(box.bottom / grain));
+    for (let y = Math.max(0, Math.floor(box.top / grain)); y <= bottom; ++y) {
+      for (let x = Math.max(0, Math.floor(box.left / grain)); x <= right; ++x) {
+        if (data[(y * width + x) * 4 + 3] > 40) {
+          return true;
+        }
+      }
     }
-  }
-  return placed;
-}
-
-function placeLabel(item, bounds, taken, touchesLand) {
-  const symbol = item.symbol ? [boxAround(item.x, item.y, 2 * item.symbolSize, 2 * item.symbolSize)] : [];
-  const isFree = box => isInside(box, bounds) && !taken.some(other => boxesMeet(box, other));
-  if (!symbol.every(isFree)) {
-    return null;
-  }
-  for (const [x, y] of positionsOf(item)) {
-    const text = textBoxes(item, x, y);
-    if (text.every(isFree) && !(item.sea && text.some(touchesLand))) {
-      return {item, x, y, boxes: [...symbol, ...text]};
-    }
-  }
-  return null;
-}
-
-// The middles that a label's text may have: beside its place, or on it and then a little farther around it.
-function positionsOf({x, y, width, height, offset, sea, angle}) {
-  if (offset) {
-    const dx = offset + width / 2;
-    const dy = offset + height * 0.4;
-    return [[x + dx, y], [x - dx, y], [x, y - dy], [x, y + dy],
-      [x + dx * 0.8, y - dy], [x + dx * 0.8, y + dy], [x - dx * 0.8, y - dy], [x - dx * 0.8, y + dy]];
-  }
-  if (!sea) {
-    return [[x, y]];
-  }
-  const positions = [[x, y]];
-  for (const step of [1.2, 2.4, 4]) {
-    const dx = Math.cos(angle || 0) * step * height;
-    const dy = Math.sin(angle || 0) * step * height;
-    positions.push([x + dx, y + dy], [x - dx, y - dy], [x - dy, y + dx], [x + dy, y - dx]);
-  }
-  return positions;
-}
-
-// A slanting text is covered by a chain of small boxes.
-function textBoxes({width, height, angle}, x, y) {
-  if (!angle) {
-    return [boxAround(x, y, width, height)];
-  }
-  const count = Math.ceil(width / height) + 1;
-  const boxes = [];
-  for (let i = 0; i < count; ++i) {
-    const along = (i / (count - 1) - 0.5) * (width - height * 0.5);
-    boxes.push(boxAround(x + along * Math.cos(angle), y + along * Math.sin(angle), height * 1.25, height * 1.25));
-  }
-  return boxes;
+    return false;
+  };
 }
 
 // --- How it looks
 
-function drawLabels(context, labels) {
+export function drawLabels(context, labels) {
   context.textBaseline = "middle";
   context.textAlign = "left";
   context.lineJoin = "round";
@@ -216,34 +179,4 @@ function drawSymbol(context, {x, y, symbol, symbolSize, unit}) {
     context.fillStyle = {dot: "#f2f5f2", peak: "#e6ebee", volcano: "#ff8f5e"}[symbol];
     context.fill();
   }
-}
-
-// A question for boxes: is there land or a plate boundary in it? A small picture of both gives the answer.
-function landFinder(view) {
-  const grain = Math.max(4, view.unit * 4);  // CSS pixels to one of the picture
-  const canvas = document.createElement("canvas");
-  canvas.width = Math.ceil(view.width / grain);
-  canvas.height = Math.ceil(view.height / grain);
-  const context = canvas.getContext("2d", {willReadFrequently: true});
-  context.scale(1 / grain, 1 / grain);
-  const coast = pathOf(view, BASEMAP.land, 0.5 / grain, true);
-  context.fill(coast);
-  context.lineWidth = grain;
-  context.stroke(coast);
-  for (const lines of Object.values(BASEMAP.plates)) {
-    context.stroke(pathOf(view, lines, 0.5 / grain));
-  }
-  const {data, width, height} = context.getImageData(0, 0, canvas.width, canvas.height);
-  return box => {
-    const right = Math.min(width - 1, Math.ceil(box.right / grain));
-    const bottom = Math.min(height - 1, Math.ceil(box.bottom / grain));
-    for (let y = Math.max(0, Math.floor(box.top / grain)); y <= bottom; ++y) {
-      for (let x = Math.max(0, Math.floor(box.left / grain)); x <= right; ++x) {
-        if (data[(y * width + x) * 4 + 3] > 40) {
-          return true;
-        }
-      }
-    }
-    return false;
-  };
 }

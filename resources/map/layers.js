@@ -1,6 +1,8 @@
-"use strict";
-
 // The map under the names: sea, land, water, faults and plates, drawn in this order.
+
+import {BASEMAP} from "../basemap/vector.js";
+import {pathOf, stroke} from "./drawing.js";
+import {drawRelief, reliefBounds} from "./relief.js";
 
 const COLOURS = {
   sea: "#0a1a2e",
@@ -24,7 +26,7 @@ const RELIEF_FADE = 4;  // degrees of longitude
 const GRAIN_SIZE = 128;  // pixels
 const GRAIN_ALPHA = 9;  // of 255
 
-function drawLayers(context, view, density) {
+export function drawLayers(context, view, density) {
   context.lineJoin = "round";
   context.lineCap = "round";
   drawSea(context, view, density);
@@ -40,14 +42,6 @@ function drawLayers(context, view, density) {
 
 function lineUnit(view) {
   return Math.max(0.8, view.unit);
-}
-
-function stroke(context, path, colour, width, dashes = []) {
-  context.strokeStyle = colour;
-  context.lineWidth = width;
-  context.setLineDash(dashes);
-  context.stroke(path);
-  context.setLineDash([]);
 }
 
 function drawSea(context, view, density) {
@@ -77,7 +71,7 @@ function fadeOut(context, view, x, y, clearX, clearY) {
   context.fillRect(0, 0, view.width, view.height);
 }
 
-function drawLand(context, view, coast, density) {
+export function drawLand(context, view, coast, density) {
   stroke(context, coast, COLOURS.shallows, 14 * lineUnit(view));
   stroke(context, coast, COLOURS.shallows, 6 * lineUnit(view));
   context.fillStyle = COLOURS.land;
@@ -85,7 +79,7 @@ function drawLand(context, view, coast, density) {
   drawRelief(context, view, "land", density);
 }
 
-function drawWater(context, view, density) {
+export function drawWater(context, view, density) {
   const lakes = pathOf(view, BASEMAP.lakes, density, true);
   stroke(context, pathOf(view, BASEMAP.rivers.other, density), COLOURS.river, 0.8 * lineUnit(view));
   stroke(context, pathOf(view, BASEMAP.rivers.main, density), COLOURS.river, 1.2 * lineUnit(view));
@@ -150,46 +144,4 @@ function drawGrain(context, view) {
   own.putImageData(grain, 0, 0);
   context.fillStyle = context.createPattern(canvas, "repeat");
   context.fillRect(0, 0, view.width, view.height);
-}
-
-// One path of all shapes that the view meets. Points closer than half a pixel of the screen are left out.
-function pathOf(view, shapes, density, isClosed = false) {
-  const path = new Path2D();
-  for (const shape of shapes) {
-    if (meetsView(shape, view)) {
-      addShape(path, view, shape, 0.5 / density, isClosed);
-    }
-  }
-  return path;
-}
-
-function meetsView([west, south, east, north], view) {
-  const units = BASEMAP.unitsPerDegree;
-  return west <= view.east * units && east >= view.west * units &&
-      south <= view.north * units && north >= view.south * units;
-}
-
-function addShape(path, view, shape, closest, isClosed) {
-  let longitude = 0;
-  let latitude = 0;
-  let lastX = Infinity;
-  let lastY = Infinity;
-  for (let i = 4; i < shape.length; i += 2) {
-    longitude += shape[i];
-    latitude += shape[i + 1];
-    const x = view.x(longitude / BASEMAP.unitsPerDegree);
-    const y = view.y(latitude / BASEMAP.unitsPerDegree);
-    if (i === 4) {
-      path.moveTo(x, y);
-    } else if (Math.abs(x - lastX) + Math.abs(y - lastY) < closest && i < shape.length - 2) {
-      continue;
-    } else {
-      path.lineTo(x, y);
-    }
-    lastX = x;
-    lastY = y;
-  }
-  if (isClosed) {
-    path.closePath();
-  }
 }

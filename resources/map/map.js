@@ -1,26 +1,33 @@
-"use strict";
-
 // The page of one earthquake: reads its call, draws everything once, and then rests.
+
+import {quakeFrom, quakeFromCall} from "./call.js";
+import {createInset, createScale, drawInset, drawScale} from "./corners.js";
+import {startEntrance} from "./entrance.js";
+import {boxesMeet} from "./geometry.js";
+import {drawLabels, layOutLabels} from "./labels.js";
+import {drawLayers} from "./layers.js";
+import {boxOfMark, createMark, drawMark} from "./mark.js";
+import {boxOf, fillPanel, fitPanel} from "./panel.js";
+import {createView} from "./projection.js";
+import {missingRelief} from "./relief.js";
 
 let shown = null;  // the quake on the page
 let currentMark = null;
-
-// Called by the page's onload with the quake to show.
-function initializeMap(latitude, longitude, magnitude, depthText, dateText, zoom) {
-  show(quakeFrom(latitude, longitude, magnitude, depthText, dateText, zoom));
-}
+let drawing = null;  // the promise of the last draw
 
 function show(quake) {
   shown = quake;
-  draw();
+  drawing = draw();
 }
 
-function draw() {
+// Settles when the picture is whole: relief that is not there yet is drawn when it has come.
+async function draw() {
   const view = currentView(shown);
   const missing = missingRelief(view);
   drawPage(view, shown);
   if (missing.length > 0) {
-    Promise.allSettled(missing.map(image => image.decode())).then(() => drawPage(view, shown));
+    await Promise.allSettled(missing.map(image => image.decode()));
+    drawPage(currentView(shown), shown);
   }
 }
 
@@ -80,15 +87,6 @@ function drawCorners(context, view, quake, mark, {inset, scale}, density) {
   }
 }
 
-function layOutLabels(context, view, obstacles) {
-  const items = labelItems(view);
-  const margin = EDGE_MARGIN * view.unit;
-  const bounds = {left: HIDDEN_EDGE + margin, top: HIDDEN_EDGE + margin,
-    right: view.width - margin, bottom: view.height - margin};
-  measureItems(context, items);
-  return placeLabels(items, bounds, Object.values(obstacles).filter(Boolean), landFinder(view));
-}
-
 // What stands where, for those who check the page.
 function tellLayout(view, boxes, labels) {
   window.tellmarLayout = Object.freeze({
@@ -100,22 +98,33 @@ function tellLayout(view, boxes, labels) {
 
 // --- The window
 
-// The relief starts to load with the page, so that it is there when the page's load ends.
-missingRelief(currentView(quakeFromCall(document.body.getAttribute("onload") || "")));
+const call = document.body.getAttribute("onload") || "";
+
+// The body's onload calls it with the quake to show.
+window.initializeMap = (...values) => show(quakeFrom(...values));
+
+// A number that is not finite stands in the call under one of these names. They go once the call has run.
+Object.assign(window, {nan: NaN, inf: Infinity});
+
+// Settles when the picture is whole, however the call went: the web view waits for it. The load event comes to the
+// body's own handler first, so a call that could not run is read here instead.
+window.tellmarPicture = new Promise(settle => {
+  window.addEventListener("load", () => {
+    delete window.nan;
+    delete window.inf;
+    if (!shown) {
+      show(quakeFromCall(call));
+    }
+    settle(drawing);
+  });
+});
 
 window.addEventListener("resize", () => {
   const {style} = document.getElementById("map_canvas");
   style.width = window.innerWidth + "px";
   style.height = window.innerHeight + "px";
   if (shown) {
-    draw();
-  }
-});
-
-// This comes after the body's own handler: a call that could not run is read instead.
-window.addEventListener("load", () => {
-  if (!shown) {
-    show(quakeFromCall(document.body.getAttribute("onload") || ""));
+    show(shown);
   }
 });
 
@@ -125,3 +134,6 @@ window.addEventListener("viewshown", () => {
     startEntrance(currentMark);
   }
 });
+
+// The relief starts to load with the page, so that it is there when the page's load ends.
+missingRelief(currentView(quakeFromCall(call)));

@@ -1,7 +1,8 @@
-"use strict";
-
 // The mark of the quake: a white point at the place itself and rings around it. Its size and colour tell the
 // magnitude, the rings and their glow the depth: full and warm when shallow, broken and cold when deep.
+
+import {fillCircle} from "./drawing.js";
+import {depthClass} from "./words.js";
 
 const MAGNITUDE_COLOURS = [[8, "255, 58, 110"], [7, "255, 74, 66"], [6, "255, 122, 56"], [5, "255, 172, 62"],
   [4, "255, 214, 104"], [-Infinity, "222, 232, 150"]];
@@ -15,11 +16,11 @@ const RINGS = [{part: 0.36, alpha: 1, width: 2.2}, {part: 0.66, alpha: 0.85, wid
 const GLOW_REACH = 2.1;  // radii
 const LARGEST_PART = 0.14;  // of the smaller side
 
-function markColour(magnitude) {
+export function markColour(magnitude) {
   return magnitude === null ? UNKNOWN_COLOUR : MAGNITUDE_COLOURS.find(([least]) => magnitude >= least)[1];
 }
 
-function createMark(view, quake) {
+export function createMark(view, quake) {
   const strength = quake.magnitude === null ? 4.5 : Math.min(Math.max(quake.magnitude, 2), 9);
   const style = DEPTH_STYLES[(depthClass(quake.depth) || {name: "shallow"}).name];
   const colour = markColour(quake.magnitude);
@@ -36,12 +37,12 @@ function createMark(view, quake) {
   };
 }
 
-function boxOfMark(mark) {
+export function boxOfMark(mark) {
   const reach = mark.radius + 2 * mark.unit;
   return {left: mark.x - reach, top: mark.y - reach, right: mark.x + reach, bottom: mark.y + reach};
 }
 
-function drawMark(context, mark) {
+export function drawMark(context, mark) {
   drawGlow(context, mark);
   for (const ring of RINGS) {
     drawRing(context, mark, ring);
@@ -77,11 +78,4 @@ function drawPoint(context, mark) {
   const size = Math.min(4.2 * mark.unit, mark.radius * 0.25);
   fillCircle(context, mark, size * 1.6, "rgba(8, 10, 14, 0.55)");
   fillCircle(context, mark, size, "#fff");
-}
-
-function fillCircle(context, {x, y}, radius, style) {
-  context.fillStyle = style;
-  context.beginPath();
-  context.arc(x, y, radius, 0, 2 * Math.PI);
-  context.fill();
 }

@@ -1,6 +1,11 @@
-"use strict";
-
 // The panel with what is known of the quake, and the credit lines.
+
+import {boxesMeet} from "./geometry.js";
+import {boxOfMark, markColour} from "./mark.js";
+import {namedPlaces, nearestPlace} from "./places.js";
+import {HIDDEN_EDGE} from "./projection.js";
+import {asOfInWords, coordinatesInWords, depthInWords, magnitudeClass, magnitudeInWords, meaningInWords, placeInWords}
+  from "./words.js";
 
 const CREDITS = {
   whole: "Sea floor: Natural Earth. Land relief: LINZ, CC BY 4.0. Coast: GSHHG. Faults: GEM, CC BY-SA 4.0. " +
@@ -15,7 +20,7 @@ const LEAST_NEEDED = ["meaning", "size", "date", "gauge", "depth"];
 const SMALL = 0.5;  // unit of a view below which the panel is a strip
 const SMALLEST_UNIT = 0.36;  // pixels
 
-function fillPanel(view, quake) {
+export function fillPanel(view, quake) {
   const style = document.documentElement.style;
   style.setProperty("--unit", Math.max(SMALLEST_UNIT, view.unit) + "px");
   document.body.classList.toggle("small", view.unit < SMALL);
@@ -58,7 +63,7 @@ function setText(selector, text) {
 }
 
 // Drops lines until the panel is clear of the mark and inside the screen.
-function fitPanel(view, mark) {
+export function fitPanel(view, mark) {
   const panel = document.getElementById("panel");
   const free = boxOfMark(mark);
   const credit = boxOf(document.getElementById("credit"));
@@ -74,7 +79,7 @@ function fitPanel(view, mark) {
   }
 }
 
-function boxOf(element) {
+export function boxOf(element) {
   const {left, top, right, bottom} = element.getBoundingClientRect();
   return {left, top, right, bottom};
 }

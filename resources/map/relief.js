@@ -1,6 +1,7 @@
-"use strict";
-
 // The relief pictures under the map. A tile's name is its column, counted from 180 degrees, and its row.
+
+import {BASEMAP} from "../basemap/vector.js";
+import {latitudeAt} from "./projection.js";
 
 const RELIEF = {
   sea: {zoom: 6, names: new Set(BASEMAP.tiles.sea)},
@@ -28,7 +29,7 @@ function reliefTiles(view, kind) {
 }
 
 // How far the sea's relief reaches, in degrees.
-function reliefBounds() {
+export function reliefBounds() {
   const half = 2 ** (RELIEF.sea.zoom - 1);
   const [columns, rows] = [0, 1].map(part => BASEMAP.tiles.sea.map(name => Number(name.split("_")[part])));
   const lines = columns.map(column => (column + half) % (2 * half));
@@ -47,12 +48,12 @@ function reliefImage(address) {
   return reliefImages.get(address);
 }
 
-function missingRelief(view) {
+export function missingRelief(view) {
   return [...reliefTiles(view, "sea"), ...reliefTiles(view, "land")]
       .map(tile => tile.image).filter(image => !image.complete);
 }
 
-function drawRelief(context, view, kind, density) {
+export function drawRelief(context, view, kind, density) {
   const snap = length => Math.round(length * density) / density;
   context.imageSmoothingEnabled = true;
   context.imageSmoothingQuality = "medium";

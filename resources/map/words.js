@@ -1,5 +1,3 @@
-"use strict";
-
 // What the page says. Every text is empty where its value is not known.
 
 const DIRECTIONS =
@@ -35,7 +33,7 @@ const DEPTH_CLASSES = [
   {most: 800, name: "deep", effect: "From more than 300 km down, they are felt far away but seldom do damage."},
 ];
 
-function magnitudeClass(magnitude) {
+export function magnitudeClass(magnitude) {
   if (magnitude === null || magnitude > LARGEST_CLASSED) {
     return null;
   }
@@ -43,15 +41,15 @@ function magnitudeClass(magnitude) {
   return MAGNITUDE_CLASSES.find(({least}) => Math.round(magnitude * 10) / 10 >= least);
 }
 
-function depthClass(depth) {
+export function depthClass(depth) {
   return depth === null ? null : DEPTH_CLASSES.find(({most}) => depth <= most) || null;
 }
 
-function magnitudeInWords(magnitude) {
+export function magnitudeInWords(magnitude) {
   return magnitude === null ? "" : magnitude.toFixed(1).replace(/^-0\.0$/, "0.0").replace("-", "\u2212");
 }
 
-function depthInWords(depth) {
+export function depthInWords(depth) {
   if (depth === null) {
     return "";
   }
@@ -63,7 +61,7 @@ function depthInWords(depth) {
   return `Depth ${size} km` + (depthName ? ` · ${depthName.name}` : "");
 }
 
-function meaningInWords(magnitude, depth) {
+export function meaningInWords(magnitude, depth) {
   return [magnitudeClass(magnitude), depthClass(depth)].filter(Boolean).map(({effect}) => effect).join(" ");
 }
 
@@ -72,7 +70,7 @@ function directionInWords(bearing) {
 }
 
 // nearest is what nearestPlace gives.
-function placeInWords(place, nearest) {
+export function placeInWords(place, nearest) {
   if (!place) {
     return "Place not known";
   }
@@ -96,7 +94,7 @@ function roundedDistance(kilometres) {
   return String(Math.round(kilometres / step) * step).replace(/(\d)(\d{3})$/, "$1,$2");
 }
 
-function coordinatesInWords(place) {
+export function coordinatesInWords(place) {
   const east = place.longitude > 180 ? place.longitude - 360 : place.longitude;
   return degreesInWords(place.latitude, "N", "S") + ", " + degreesInWords(east, "E", "W");
 }
@@ -109,7 +107,7 @@ function degreesInWords(degrees, positive, negative) {
 
 // When the earthquakes were asked for, in the machine's zone, written like the page's other date. The time is
 // null while they are up to date.
-function asOfInWords(time) {
+export function asOfInWords(time) {
   const date = new Date(time);
   if (time === null || Number.isNaN(date.getTime())) {
     return "";

@@ -62,3 +62,15 @@ def test_includes_that_point_down_pass_and_the_order_is_printed(sources):
     result = check(sources)
     assert result.returncode == 0, result.stdout
     assert "program                 -> saver 1\n" in result.stdout
+
+
+@pytest.mark.parametrize("imports", [["b", "a"], ["b", None]])
+def test_a_circle_of_modules_and_one_that_is_not_preloaded_are_reported(sources, imports):
+    for name, imported in zip("ab", imports):
+        write(sources, f"resources/map/{name}.js", f'import {{x}} from "./{imported}.js";\n' if imported else "")
+    preloaded = "ab" if imports[1] else "a"
+    links = [f'<link rel="modulepreload" href="bundle:///map/{name}.js">' for name in preloaded]
+    write(sources, "resources/map.html", "\n".join(links))
+    result = check(sources)
+    assert result.returncode == 1
+    assert "resources/map/b.js: " in result.stdout

@@ -28,6 +28,13 @@ GText mimeType(const std::string& path, const std::string& data) {
     return GText(g_content_type_get_mime_type(type.get()));
 }
 
+// A page comes from a file, so the bundle is another origin to it; this header lets the page load modules.
+SoupMessageHeaders* openToPages() {  // given to the caller
+    SoupMessageHeaders* headers = soup_message_headers_new(SOUP_MESSAGE_HEADERS_RESPONSE);
+    soup_message_headers_append(headers, "Access-Control-Allow-Origin", "*");
+    return headers;
+}
+
 // bundle:///NAME is the resource NAME.
 void serveResource(WebKitURISchemeRequest* request, gpointer) {
     const char* path = webkit_uri_scheme_request_get_path(request);
@@ -37,8 +44,11 @@ void serveResource(WebKitURISchemeRequest* request, gpointer) {
 
     ObjectRef<GInputStream> stream(g_memory_input_stream_new_from_data(
         g_memdup2(data.data(), data.size()), static_cast<gssize>(data.size()), g_free));
-    webkit_uri_scheme_request_finish(request, stream.get(), static_cast<gint64>(data.size()),
-                                     mimeType(name.get(), data).get());
+    const ObjectRef<WebKitURISchemeResponse> response(
+        webkit_uri_scheme_response_new(stream.get(), static_cast<gint64>(data.size())));
+    webkit_uri_scheme_response_set_content_type(response.get(), mimeType(name.get(), data).get());
+    webkit_uri_scheme_response_set_http_headers(response.get(), openToPages());
+    webkit_uri_scheme_request_finish_with_response(request, response.get());
 }
 
 // True also for one that does not exist. One that is a file, or that lies where this user may not look, is

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <utility>
 
 #include "platform/Log.h"
 #include "platform/linux/desktop/WebContext.h"
@@ -21,10 +22,22 @@ constexpr char kContentPolicy[] =
 // Shown until a page has painted itself, and where it leaves the view free.
 constexpr GdkRGBA kBackground{0.04, 0.09, 0.14, 1};
 
-// A load is finished for WebKit before the picture of the page has come from the web process. By the end of
-// the second frame it has.
-constexpr char kTwoFrames[] =
-    "return new Promise(done => requestAnimationFrame(() => requestAnimationFrame(() => done())));";
+// WebKit's load is finished when nothing is under way, which can be before the modules run; the page's own
+// load event comes after them. A page may then give a promise that settles once it has drawn everything. Five
+// seconds are the limit for both. By the end of the second frame after that, the picture has come from the
+// web process.
+constexpr char kPictureIsThere[] = R"js(
+    let timer;
+    const limit = new Promise(done => { timer = setTimeout(done, 5000); });
+    const load = new Promise(done => {
+        if (document.readyState === "complete") done();
+        addEventListener("load", done);
+    });
+    const picture = load.then(() => window.tellmarPicture).catch(() => {});
+    await Promise.race([picture, limit]);
+    clearTimeout(timer);
+    for (let frame = 0; frame < 2; ++frame) await new Promise(requestAnimationFrame);
+)js";
 
 constexpr int kMostRestarts = 3;       // of the web process, for one page
 constexpr guint kRestartPause = 1000;  // milliseconds
@@ -60,7 +73,7 @@ WebView::Backing::Backing(WebView& owner)
 
 WebView::Backing::~Backing() {
     if (mRestartTimer) g_source_remove(mRestartTimer);
-    if (mWaiting) g_cancellable_cancel(mWaiting.get());
+    stopWaiting();
     if (firstView == mWeb) firstView = nullptr;
     g_signal_handlers_disconnect_by_data(mWeb, this);
     gtk_widget_destroy(mWindow);
@@ -140,27 +153,30 @@ void WebView::Backing::load(std::string page, std::string url) {
     mPage = std::move(page);
     mURL = std::move(url);
     mRestarts = 0;
+    if (mRestartTimer) g_source_remove(std::exchange(mRestartTimer, 0));
     load();
 }
 
 // The page's own bytes are handed over, not its address: the next page may lie in that file by the time that
 // the web process would come to read it.
 void WebView::Backing::load() {
+    stopWaiting();
+    mIsLoading = true;
     mLoadStart = g_get_monotonic_time();
     const Handle<GBytes, g_bytes_unref> bytes(g_bytes_new(mPage.data(), mPage.size()));
     webkit_web_view_load_bytes(mWeb, bytes.get(), "text/html", "UTF-8", mURL.c_str());
 }
 
 void WebView::Backing::loadChanged(WebKitLoadEvent event) {
-    if (event == WEBKIT_LOAD_FINISHED && !mPage.empty()) waitForPicture();
+    if (event == WEBKIT_LOAD_FINISHED && mIsLoading) waitForPicture();
 }
 
-// A script that cannot run, for want of a process or since the next page comes, ends the wait too.
+// A script that cannot run ends the wait too.
 void WebView::Backing::waitForPicture() {
-    if (mWaiting) g_cancellable_cancel(mWaiting.get());
+    stopWaiting();
     mWaiting.reset(g_cancellable_new());
     webkit_web_view_call_async_javascript_function(
-        mWeb, kTwoFrames, -1, nullptr, nullptr, nullptr, mWaiting.get(),
+        mWeb, kPictureIsThere, -1, nullptr, nullptr, nullptr, mWaiting.get(),
         [](GObject* source, GAsyncResult* result, gpointer self) {
             GError* error = nullptr;
             JSCValue* value = webkit_web_view_call_async_javascript_function_finish(WEBKIT_WEB_VIEW(source),
@@ -173,9 +189,19 @@ void WebView::Backing::waitForPicture() {
         this);
 }
 
-void WebView::Backing::pictureIsThere() {
+void WebView::Backing::stopWaiting() {
+    if (mWaiting) g_cancellable_cancel(mWaiting.get());
     mWaiting.reset();
+}
+
+void WebView::Backing::pictureIsThere() {
     mHasPicture = true;
+    endLoad();
+}
+
+void WebView::Backing::endLoad() {
+    mWaiting.reset();
+    mIsLoading = false;
     char line[80];
     std::snprintf(line, sizeof line, "page: loaded in %.0f ms",
                   static_cast<double>(g_get_monotonic_time() - mLoadStart) / 1000);
@@ -202,8 +228,13 @@ gboolean WebView::Backing::decidePolicy(WebKitPolicyDecision* decision, WebKitPo
 // Starts the web process again with this view's page, a few times: a page that ends it each time stays away.
 void WebView::Backing::processEnded() {
     trace("page: the web process ended");
+    stopWaiting();
     mHasPicture = false;
-    if (mPage.empty() || mRestartTimer || ++mRestarts > kMostRestarts) return;
+    if (mPage.empty() || mRestartTimer) return;
+    if (++mRestarts > kMostRestarts) {
+        if (mIsLoading) endLoad();
+        return;
+    }
     mRestartTimer = g_timeout_add(
         kRestartPause,
         [](gpointer self) -> gboolean {

@@ -31,7 +31,9 @@ class WebView::Backing {
     void load();
     void loadChanged(WebKitLoadEvent event);
     void waitForPicture();
+    void stopWaiting();
     void pictureIsThere();
+    void endLoad();
     gboolean decidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
     void processEnded();
     void damaged();
@@ -43,6 +45,7 @@ class WebView::Backing {
     gint64 mLoadStart = 0;  // microseconds
     int mRestarts = 0;
     guint mRestartTimer = 0;
+    bool mIsLoading = false;           // until the end of the load is reported
     bool mHasPicture = false;          // of any page
     bool mIsVisible = false;           // when the last fade ended
     ObjectRef<GCancellable> mWaiting;  // for the picture of a page; null when none is expected

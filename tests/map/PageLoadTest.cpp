@@ -1,0 +1,71 @@
+#include <gtest/gtest.h>
+#include <webkit2/webkit2.h>
+
+#include <fstream>
+#include <string>
+
+#include "platform/WebView.h"
+#include "tests/TemporaryFolder.h"
+#include "tests/map/MapPage.h"
+
+namespace {
+
+std::string promise(const std::string& script) {
+    return "tellmarPicture = new Promise((done, fail) => { " + script + " }); document.title = 'waits'";
+}
+
+const std::string kRed = "document.body.style.background = 'red'; ";
+const std::string kRedLater = promise("setTimeout(() => { " + kRed + "done(); }, 300)");
+
+class PageLoadTest : public testing::Test {
+  protected:
+    // A page whose onload runs that.
+    std::string pageThat(const std::string& script) {
+        const std::string path = mFolder.path(std::to_string(++mPages) + ".html");
+        std::ofstream(path) << "<!DOCTYPE html><body onload=\"" << script << "\">";
+        return path;
+    }
+    bool isRed() const { return mPage.picture().at(100, 100).red == 255; }
+
+    const TemporaryFolder mFolder;
+    int mPages = 0;
+    MapPage mPage{{320, 240}};
+};
+
+TEST_F(PageLoadTest, ALoadIsReportedOnceThePromisedPictureIsThereHoweverThePromiseGoes) {
+    for (const std::string& script : {kRedLater, kRed, kRed + promise(""), kRed + promise("fail();"),
+                                      kRed + "tellmarPicture = 5", kRed + "requestAnimationFrame = 0"}) {
+        EXPECT_TRUE(mPage.load(pageThat(script))) << script;
+        EXPECT_TRUE(isRed()) << script;
+        EXPECT_EQ(mPage.loads(), mPages) << script;
+        mPage.evaluate("document.body.style.background = 'blue'");
+    }
+}
+
+TEST_F(PageLoadTest, ANewerLoadTakesThePlaceOfOneThatIsWaitedFor) {
+    const std::string waiting = pageThat(promise(""));
+    for (const char* moment : {"true", "document.title === 'waits'"}) {
+        mPage.view().loadRequest({.url = waiting});
+        ASSERT_TRUE(mPage.waitFor(moment));
+        ASSERT_TRUE(mPage.load(pageThat(kRedLater)));
+        EXPECT_TRUE(isRed()) << moment;
+    }
+    EXPECT_EQ(mPage.loads(), 2);
+}
+
+TEST_F(PageLoadTest, APageWhoseProcessEndsIsReportedOnceAndOnlyWhenItHasComeAgainOrHasBeenReplaced) {
+    const std::string page = pageThat(promise("setTimeout(done, 1000)"));
+    for (const std::string& next : {page, pageThat(kRedLater)}) {
+        mPage.view().loadRequest({.url = page});
+        ASSERT_TRUE(mPage.waitFor("document.title === 'waits'"));
+        webkit_web_view_terminate_web_process(mPage.web());
+        if (next != page) mPage.view().loadRequest({.url = next});
+        ASSERT_TRUE(mPage.waitForLoad());
+        EXPECT_EQ(isRed(), next != page);
+    }
+    mPage.evaluate(
+        "await new Promise(done => setTimeout(done, 1200))");  // longer than the pause of a restart
+    EXPECT_EQ(mPage.loads(), 2);
+}
+
+}  // namespace
