@@ -18,7 +18,8 @@ picture_packages=(xvfb xdotool imagemagick)
 test_packages=(
     libgtest-dev libgmock-dev libbenchmark-dev libcpp-httplib-dev libxml2-dev
     libxfixes-dev libxtst-dev libxrandr-dev
-    python3 x11-utils clang-format clang-tidy
+    python3-pytest python3-xlib python3-psutil python3-pil python3-numpy
+    x11-utils clang-format clang-tidy
     xscreensaver mate-screensaver dbus-daemon sway swayidle cage xwayland
     xserver-xorg-core xserver-xorg-video-dummy
 )

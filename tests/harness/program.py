@@ -1,0 +1,95 @@
+"""The program, run as a user or a host runs it."""
+import os
+import pathlib
+import signal
+import subprocess
+import tempfile
+
+import psutil
+
+from harness.processes import ENDING_WITH_US, descendants, end_at_once
+from harness.waiting import PATIENCE, wait_until
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+PROGRAM = pathlib.Path(os.environ.get("TELLMAR_PROGRAM", ROOT / "build/dev/tellmar"))
+
+
+class Program:
+    """One process in a world of its own: home, settings, temporary files and current folder in one new folder. What
+    start uses may be changed before."""
+
+    def __init__(self, display=None, executable=PROGRAM):
+        self._folder = tempfile.TemporaryDirectory()
+        self.path = pathlib.Path(self._folder.name)
+        for name in "home", "settings", "temporary":
+            (self.path / name).mkdir()
+        self.executable = executable
+        self.current_folder = self.path
+        self.environment = {
+            "PATH": "/usr/local/bin:/usr/bin:/bin",
+            "LANG": "C.UTF-8",
+            "TZ": "UTC",
+            "NO_AT_BRIDGE": "1",
+            "HOME": str(self.path / "home"),
+            "XDG_CONFIG_HOME": str(self.path / "settings"),
+            "XDG_RUNTIME_DIR": str(self.path / "temporary"),
+            "TMPDIR": str(self.path / "temporary"),
+        }
+        if display:
+            self.environment["DISPLAY"] = display.name
+        self.process = None
+
+    def start(self, *arguments):
+        with open(self.path / "stdout", "wb") as output, open(self.path / "stderr", "wb") as errors:
+            self.process = psutil.Popen(
+                [*ENDING_WITH_US, str(self.executable), *arguments],
+                cwd=self.current_folder,
+                env=self.environment,
+                stdin=subprocess.DEVNULL,
+                stdout=output,
+                stderr=errors,
+            )
+
+    def run(self, *arguments):
+        """Runs it to its end and returns its status."""
+        self.start(*arguments)
+        return self.status()
+
+    def status(self, patience=PATIENCE):
+        """Waits for its end; below zero when a signal ended it."""
+        return self.process.wait(patience)
+
+    def is_running(self):
+        return self.process is not None and self.process.poll() is None
+
+    def close(self):
+        if self.is_running():
+            family = descendants(self.process)
+            self.process.send_signal(signal.SIGTERM)  # so that it can tidy up
+            self.status()
+            end_at_once(family)
+        print(self.errors())  # for the report of a test that fails
+        self._folder.cleanup()
+
+    def output(self):
+        return self._text("stdout")
+
+    def errors(self):
+        return self._text("stderr")
+
+    def _text(self, name):
+        file = self.path / name
+        return file.read_text() if file.exists() else ""
+
+    def count(self, text):
+        """How many lines on stderr hold the text."""
+        return sum(text in line for line in self.errors().splitlines())
+
+    def wait_for(self, text, count=1):
+        """Waits for so many lines on stderr that hold the text."""
+        wait_until(lambda: self.count(text) >= count or not self.is_running())
+        if self.count(text) < count:
+            raise EOFError(f"the program ended with status {self.status()} before it wrote '{text}'")
+
+    def temporary_folders(self):
+        return list((self.path / "temporary").glob("tellmar-*"))
