@@ -1,0 +1,68 @@
+"""What the program says on the command line, and its statuses."""
+import pytest
+
+from harness.program import Program
+
+
+@pytest.fixture
+def bare(make):
+    """The program without a display."""
+    return make(Program)
+
+
+def complaints(program):
+    """The program's own lines; the toolkit's warnings are another matter."""
+    return [line for line in program.errors().splitlines() if line.startswith("tellmar: ")]
+
+
+@pytest.mark.parametrize("option, beginning", [("--help", "Usage: tellmar"), ("--version", "tellmar ")])
+def test_help_and_version_need_no_display(bare, option, beginning):
+    assert bare.run(option) == 0
+    assert bare.output().startswith(beginning)
+    assert not bare.errors()
+
+
+@pytest.mark.parametrize("option", ["--demo", "--preview", "--configure"])
+@pytest.mark.parametrize("display_name", [None, ":4711"])
+def test_without_a_display_one_line_says_so(bare, option, display_name):
+    if display_name:
+        bare.environment["DISPLAY"] = display_name
+    assert bare.run(option) == 1
+    assert complaints(bare) == ["tellmar: there is no display to draw on"]
+
+
+@pytest.mark.parametrize("option", ["--window-id=0x7654321", "--root"])
+def test_a_window_that_does_not_exist_is_named_in_one_line(program, option):
+    if option == "--root":
+        program.environment["XSCREENSAVER_WINDOW"] = "0x7654321"
+    assert program.run("--demo", option) == 1
+    assert len(complaints(program)) == 1
+    assert "0x7654321" in complaints(program)[0]
+
+
+def test_a_user_is_told_of_an_unknown_option(bare):
+    assert bare.run("--demo", "--colour", "--list") == 2
+    assert "colour" in complaints(bare)[0]
+    assert not bare.output()
+
+
+def test_a_hosts_saver_goes_on_after_an_unknown_option(display, program):
+    program.environment["XSCREENSAVER_WINDOW"] = hex(display.create_window(1280, 720).id)
+    program.start("--demo", "--colour", "--verbose", "--speed", "30")
+    program.wait_for("tick")
+    assert program.count("colour") == 1
+
+
+def test_the_list_has_the_quakes_in_the_order_of_their_appearance(bare):
+    assert bare.run("--list", "--demo") == 0
+    heading, first, *others = bare.output().splitlines()
+    assert len(others) == 9
+    assert first.split()[:2] == ["1", "7.80"]
+    assert "2016-11-13T11:02" in first
+    assert not bare.errors()
+
+
+def test_a_list_of_nothing_says_so(bare):
+    (bare.path / "none.xml").write_text("<quakeml><eventParameters/></quakeml>")
+    assert bare.run("--list", "--feed=none.xml") == 0
+    assert bare.output() == "There are no earthquakes to show.\n"
