@@ -3,7 +3,7 @@ import contextlib
 import os
 import subprocess
 
-from PIL import ImageGrab
+from PIL import Image, ImageGrab
 from Xlib import X, XK
 from Xlib.display import Display as Connection
 from Xlib.error import XError
@@ -147,6 +147,12 @@ class MonitorDisplay(Display):
         millimetres = [round(pixels * 25.4 / 96) for pixels in (2560, 1024)]
         self.root.xrandr_set_screen_size(2560, 1024, *millimetres)  # as large as the configuration allows
         self.set_monitor(0, 0, "1280x720")
+
+    def picture(self):
+        """The faster way of other displays takes the size that this one had at its start."""
+        size = self.root.get_geometry()
+        pixels = self.root.get_image(0, 0, size.width, size.height, X.ZPixmap, 0xFFFFFFFF).data
+        return Image.frombytes("RGB", (size.width, size.height), pixels, "raw", "BGRX")
 
     def set_monitor(self, number, left, mode_name):
         """Monitors are counted from 0."""

@@ -1,6 +1,7 @@
 """The program, run as a user or a host runs it."""
 import os
 import pathlib
+import shutil
 import signal
 import subprocess
 import tempfile
@@ -12,6 +13,14 @@ from harness.waiting import PATIENCE, wait_until
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 PROGRAM = pathlib.Path(os.environ.get("TELLMAR_PROGRAM", ROOT / "build/dev/tellmar"))
+
+
+def copy_program(folder, lacking):
+    """Copies the program to a folder, beside a bundle that lacks a file."""
+    shutil.copy(PROGRAM, folder)
+    shutil.copytree(PROGRAM.parent / "Tellmar.saver/resources", folder / "Tellmar.saver/resources")
+    (folder / "Tellmar.saver/resources" / lacking).unlink()
+    return folder / "tellmar"
 
 
 class Program:

@@ -1,22 +1,12 @@
 """What the program does without a part of its bundle, or without a folder to write in."""
-import shutil
 import signal
 
 import pytest
 
 from harness import sights
-from harness.program import PROGRAM
+from harness.program import copy_program
 from harness.sights import is_dark, is_light, is_map, is_splash, wait_to_see
 from harness.waiting import wait_until
-
-
-def remove_resource(program, name):
-    """Has a copy of the program used, beside a bundle of its own that lacks a file."""
-    program.executable = program.path / "tellmar"
-    shutil.copy(PROGRAM, program.executable)
-    resources = program.path / "Tellmar.saver/resources"
-    shutil.copytree(PROGRAM.parent / "Tellmar.saver/resources", resources)
-    (resources / name).unlink()
 
 
 def wait_for_report(display):
@@ -25,7 +15,7 @@ def wait_for_report(display):
 
 
 def start_in_a_hosts_window(display, program):
-    remove_resource(program, "map.html")
+    program.executable = copy_program(program.path, lacking="map.html")
     program.environment["XSCREENSAVER_WINDOW"] = hex(display.create_window(1280, 720).id)
     program.start("--demo")
 
@@ -48,7 +38,7 @@ def test_a_signal_ends_the_report(display, program):
 
 
 def test_in_a_window_of_its_own_the_report_waits_for_the_user(display, program):
-    remove_resource(program, "map.html")
+    program.executable = copy_program(program.path, lacking="map.html")
     program.start("--demo")
     wait_for_report(display)
     display.focus(display.window_with_title("Tellmar"))
@@ -58,7 +48,7 @@ def test_in_a_window_of_its_own_the_report_waits_for_the_user(display, program):
 
 
 def test_without_pictures_the_splash_has_its_background_and_its_texts(display, program):
-    remove_resource(program, "google_maps_nz.png")
+    program.executable = copy_program(program.path, lacking="google_maps_nz.png")
     program.start("--demo")
     wait_to_see(is_splash, display)
     splash = sights.picture(display)
