@@ -1,8 +1,13 @@
+import os
+
 import pytest
 
-from harness.display import Display
+from harness.display import Display, MonitorDisplay
 from harness.program import Program
 from harness.server import Server
+from harness.session import Session, bwrap_works
+
+pytest.register_assert_rewrite("contract")
 
 
 @pytest.fixture
@@ -10,6 +15,11 @@ def make(request):
     """make(kind, ...) creates a Display, Program or the like, and closes it at the end of the test."""
 
     def create(kind, *arguments):
+        for path in getattr(kind, "REQUIRED", []):
+            if not os.path.exists(path):
+                pytest.skip(f"{path} is not installed")
+        if issubclass(kind, Session) and not bwrap_works():
+            pytest.skip("bwrap cannot make a session of its own here")
         created = kind(*arguments)
         request.addfinalizer(created.close)
         return created
@@ -20,6 +30,11 @@ def make(request):
 @pytest.fixture
 def display(make):
     return make(Display)
+
+
+@pytest.fixture
+def monitors(make):
+    return make(MonitorDisplay)
 
 
 @pytest.fixture

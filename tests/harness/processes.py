@@ -1,12 +1,22 @@
-"""Processes that a test or a measurement starts."""
+"""Processes, and waiting for what they do."""
 import contextlib
+import time
 
 import psutil
 
-from harness.waiting import PATIENCE
-
+PATIENCE = 40  # seconds; what takes longer, however busy the machine, never comes
 # Put before a command: whatever becomes of this process, that one does not outlive it.
 ENDING_WITH_US = ["setpriv", "--pdeathsig", "KILL", "--"]
+
+
+def wait_until(question):
+    """Asks again and again until the answer is true, and returns it."""
+    end = time.monotonic() + PATIENCE
+    while not (answer := question()):
+        if time.monotonic() > end:
+            raise TimeoutError(f"still {answer!r} after {PATIENCE} seconds")
+        time.sleep(0.01)
+    return answer
 
 
 def descendants(process, name=""):
@@ -19,16 +29,11 @@ def descendants(process, name=""):
     return found
 
 
-def family_of(process):
-    return [process, *descendants(process)]
-
-
-def are_gone(processes):
-    """Waits for the end of all of them."""
-    return not psutil.wait_procs(processes, PATIENCE)[1]
-
-
-def end_at_once(processes):
+def kill(processes):
     for each in processes:
         with contextlib.suppress(psutil.NoSuchProcess):
             each.kill()
+
+
+def wait_for_end(processes):
+    assert not psutil.wait_procs(processes, PATIENCE)[1]

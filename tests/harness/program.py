@@ -8,11 +8,11 @@ import tempfile
 
 import psutil
 
-from harness.processes import ENDING_WITH_US, descendants, end_at_once
-from harness.waiting import PATIENCE, wait_until
+from harness.processes import ENDING_WITH_US, PATIENCE, descendants, kill, wait_until
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 PROGRAM = pathlib.Path(os.environ.get("TELLMAR_PROGRAM", ROOT / "build/dev/tellmar"))
+SAMPLE_FEED = (ROOT / "resources/sample-feed.xml").read_text()
 
 
 def copy_program(folder, lacking):
@@ -24,25 +24,23 @@ def copy_program(folder, lacking):
 
 
 class Program:
-    """One process in a world of its own: home, settings, temporary files and current folder in one new folder. What
-    start uses may be changed before."""
+    """One process with home, settings and temporary files in a new folder. What start uses may be changed before."""
 
     def __init__(self, display=None, executable=PROGRAM):
         self._folder = tempfile.TemporaryDirectory()
-        self.path = pathlib.Path(self._folder.name)
+        self.path = self.current_folder = pathlib.Path(self._folder.name)
         for name in "home", "settings", "temporary":
             (self.path / name).mkdir()
         self.executable = executable
-        self.current_folder = self.path
         self.environment = {
             "PATH": "/usr/local/bin:/usr/bin:/bin",
             "LANG": "C.UTF-8",
             "TZ": "UTC",
             "NO_AT_BRIDGE": "1",
-            "HOME": str(self.path / "home"),
-            "XDG_CONFIG_HOME": str(self.path / "settings"),
-            "XDG_RUNTIME_DIR": str(self.path / "temporary"),
-            "TMPDIR": str(self.path / "temporary"),
+            "HOME": f"{self.path}/home",
+            "XDG_CONFIG_HOME": f"{self.path}/settings",
+            "XDG_RUNTIME_DIR": f"{self.path}/temporary",
+            "TMPDIR": f"{self.path}/temporary",
         }
         if display:
             self.environment["DISPLAY"] = display.name
@@ -50,14 +48,9 @@ class Program:
 
     def start(self, *arguments):
         with open(self.path / "stdout", "wb") as output, open(self.path / "stderr", "wb") as errors:
-            self.process = psutil.Popen(
-                [*ENDING_WITH_US, str(self.executable), *arguments],
-                cwd=self.current_folder,
-                env=self.environment,
-                stdin=subprocess.DEVNULL,
-                stdout=output,
-                stderr=errors,
-            )
+            streams = {"stdin": subprocess.DEVNULL, "stdout": output, "stderr": errors}
+            command = [*ENDING_WITH_US, str(self.executable), *arguments]
+            self.process = psutil.Popen(command, cwd=self.current_folder, env=self.environment, **streams)
 
     def run(self, *arguments):
         """Runs it to its end and returns its status."""
@@ -71,24 +64,25 @@ class Program:
     def is_running(self):
         return self.process is not None and self.process.poll() is None
 
+    def end(self, number=signal.SIGTERM, patience=PATIENCE):
+        """Ends it and returns its status."""
+        self.process.send_signal(number)
+        return self.status(patience)
+
     def close(self):
         if self.is_running():
             family = descendants(self.process)
-            self.process.send_signal(signal.SIGTERM)  # so that it can tidy up
-            self.status()
-            end_at_once(family)
-        print(self.errors())  # for the report of a test that fails
+            self.end()  # so that it can tidy up
+            kill(family)
+        if self.process:
+            print(self.errors())  # for the report of a test that fails
         self._folder.cleanup()
 
     def output(self):
-        return self._text("stdout")
+        return (self.path / "stdout").read_text()
 
     def errors(self):
-        return self._text("stderr")
-
-    def _text(self, name):
-        file = self.path / name
-        return file.read_text() if file.exists() else ""
+        return (self.path / "stderr").read_text()
 
     def count(self, text):
         """How many lines on stderr hold the text."""
@@ -101,4 +95,4 @@ class Program:
             raise EOFError(f"the program ended with status {self.status()} before it wrote '{text}'")
 
     def temporary_folders(self):
-        return list((self.path / "temporary").glob("tellmar-*"))
+        return list(self.path.glob("temporary/tellmar-*"))

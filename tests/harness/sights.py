@@ -1,13 +1,11 @@
-"""What is to be seen on a display. Pictures are arrays of rows of pixels, areas left, top, width and height."""
+"""What is to be seen on a display: arrays of rows of pixels. An area is left, top, width and height."""
 import numpy
 
-from harness.waiting import wait_until
-
-SPLASH = (153, 179, 204)
+from harness.processes import wait_until
 
 
 def is_splash(pixels):
-    return (pixels == SPLASH).all(-1)
+    return (pixels == (153, 179, 204)).all(-1)
 
 
 def is_pink(pixels):
@@ -33,32 +31,27 @@ def is_map(pixels):
 
 
 def picture(display, area=None):
-    image = display.picture()
-    if area:
-        left, top, width, height = area
-        image = image.crop((left, top, left + width, top + height))  # black beyond the screen
-    return numpy.asarray(image)
+    return numpy.asarray(display.picture(area))
 
 
-def corners(pixels):
-    return pixels[[0, 0, -1, -1], [0, -1, 0, -1]]
+def edges(display):
+    """The outermost pixels of the screen."""
+    _, _, width, height = display.area_of(display.root)
+    strips = (0, 0, width, 1), (0, height - 1, width, 1), (0, 0, 1, height), (width - 1, 0, 1, height)
+    return numpy.concatenate([picture(display, strip).reshape(-1, 3) for strip in strips])
 
 
-def edges(pixels):
-    return numpy.concatenate([pixels[0], pixels[-1], pixels[:, 0], pixels[:, -1]])
-
-
-def middle(pixels, part=2):
-    """The part of the picture around its middle that has one part'th of its width and height."""
-    height, width, _ = pixels.shape
-    top, left = (height - height // part) // 2, (width - width // part) // 2
-    return pixels[top : height - top, left : width - left]
+def middle(display, part=2):
+    """Around the middle of the screen, one part'th of its width and height."""
+    _, _, width, height = display.area_of(display.root)
+    inner = width // part, height // part
+    return picture(display, ((width - inner[0]) // 2, (height - inner[1]) // 2, *inner))
 
 
 def shows(display, condition, area=None):
-    """Whether the corners of the area satisfy the condition and nothing in it is left in a host's pink."""
+    """Whether the area's corners satisfy the condition and nothing in it is left in a host's pink."""
     pixels = picture(display, area)
-    return condition(corners(pixels)).all() and not is_pink(pixels).any()
+    return condition(pixels[[0, 0, -1, -1], [0, -1, 0, -1]]).all() and not is_pink(pixels).any()
 
 
 def shows_preview(display, area):
@@ -72,14 +65,6 @@ def wait_to_see(condition, display, area=None):
     wait_until(lambda: shows(display, condition, area))
 
 
-def picture_at_rest(display):
-    """Two pictures that are equal, one soon after the other."""
-    before = picture(display)
-
-    def is_at_rest():
-        nonlocal before
-        before, earlier = picture(display), before
-        return numpy.array_equal(before, earlier)
-
-    wait_until(is_at_rest)
-    return before
+def wait_for_report(display):
+    """White letters on the panel in the middle."""
+    wait_until(lambda: is_light(middle(display)).sum() > 200)

@@ -1,15 +1,13 @@
 """The program in compositors with and without the layer shell."""
 import re
-import signal
 
 import pytest
 
 from harness.display import Display
-from harness.processes import end_at_once
+from harness.processes import kill, wait_until
 from harness.program import ROOT, copy_program
 from harness.session import Cage, Sway
-from harness.sights import is_light, is_map, is_splash, middle, picture, wait_to_see
-from harness.waiting import wait_until
+from harness.sights import is_map, is_splash, wait_for_report, wait_to_see
 
 
 @pytest.fixture
@@ -20,26 +18,15 @@ def screen(make):
 
 @pytest.fixture
 def sway(make, screen):
-    if obstacle := Sway.obstacle():
-        pytest.skip(obstacle)
     return make(Sway, screen)
-
-
-@pytest.fixture
-def cage(make, screen):
-    if obstacle := Cage.obstacle():
-        pytest.skip(obstacle)
-    return make(Cage, screen)
 
 
 def test_it_covers_monitors_that_come_and_go_and_a_signal_ends_all(sway, screen):
     sway.launch()
-    sway.show(1 + 1)  # the first process shows nothing
-    covering_first = sway.savers()[1]
+    main, covering_first = sway.show(1 + 1)  # the main process shows nothing
     sway.add_monitor()
     sway.wait_for_savers(1 + 2)
     wait_to_see(is_map, screen)
-
     sway.remove_monitor(1)
     assert covering_first not in sway.wait_for_savers(1 + 1)
     sway.remove_monitor(2)
@@ -47,9 +34,8 @@ def test_it_covers_monitors_that_come_and_go_and_a_signal_ends_all(sway, screen)
     sway.add_monitor()
     sway.wait_for_savers(1 + 1)
     wait_to_see(is_map, screen)
-
-    sway.savers()[0].send_signal(signal.SIGTERM)
-    sway.expect_nothing_left()
+    main.terminate()
+    sway.wait_for_end()
 
 
 def test_any_input_ends_all_but_a_pointer_that_trembles(sway, screen):
@@ -69,37 +55,31 @@ def test_any_input_ends_all_but_a_pointer_that_trembles(sway, screen):
         wait_until(lambda: sway.log().count("tick ") >= ticks + 4)
         assert len(sway.savers()) == 1 + 2
         act()
-        sway.expect_nothing_left()
+        sway.wait_for_end()
 
 
-def test_a_process_that_crashes_is_replaced_and_one_that_is_stopped_ends_with_the_others(sway, screen):
+def test_all_end_with_the_main_process_and_one_that_crashes_is_replaced(sway, screen):
     sway.launch()
-    sway.show(1 + 1)
-    crashed = sway.savers()
-    end_at_once(crashed[1:])
-    wait_until(lambda: len(sway.savers()) == 2 and sway.savers() != crashed)
+    main, _ = sway.show(1 + 1)
+    kill([main])
+    sway.wait_for_end()
+
+    main, crashing = sway.show(1 + 1)
+    kill([crashing])
+    wait_until(lambda: crashing not in sway.savers() and len(sway.savers()) == 1 + 1)
     wait_to_see(is_map, screen)
-
-    first, stopped = sway.savers()
-    stopped.suspend()
-    first.terminate()
+    sway.savers()[1].suspend()
+    main.terminate()
     sway.wait_for_savers(0)
-
-
-def test_the_others_end_with_the_first_process(sway):
-    sway.launch()
-    sway.show(1 + 1)
-    end_at_once(sway.savers()[:1])
-    sway.expect_nothing_left()
 
 
 def test_it_reports_what_is_missing_where_the_user_sees_it(sway, screen):
     program = copy_program(sway.path / "home", lacking="map.html")
     sway.launch()
     sway.start_and_stay(f"{program} --fullscreen --demo")
-    wait_until(lambda: is_light(middle(picture(screen))).sum() > 200)  # white letters
+    wait_for_report(screen)
     screen.press("a")
-    sway.expect_nothing_left()
+    sway.wait_for_end()
 
 
 def test_it_comes_and_goes_by_the_recipe_for_swayidle(sway, screen):
@@ -111,16 +91,17 @@ def test_it_comes_and_goes_by_the_recipe_for_swayidle(sway, screen):
         sway.wait_for_savers(1 + 1)
         wait_to_see(is_splash, screen)
         screen.press(key)
-        sway.expect_nothing_left()
+        sway.wait_for_end()
 
 
-def test_without_layers_it_fills_the_screen_until_the_user_or_a_signal_ends_it(cage, screen):
+def test_without_layers_it_fills_the_screen_until_the_user_or_a_signal_ends_it(make, screen):
+    cage = make(Cage, screen)
     cage.launch()
     for key in "Escape", "q", None:
-        cage.show(1)
+        saver = cage.show(1)[0]
         assert not screen.cursor_is_visible()
         if key:
             screen.press(key)
         else:
-            cage.savers()[0].terminate()
-        cage.expect_nothing_left()
+            saver.terminate()
+        cage.wait_for_end()

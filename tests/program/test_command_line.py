@@ -22,11 +22,9 @@ def test_help_and_version_need_no_display(bare, option, beginning):
     assert not bare.errors()
 
 
-@pytest.mark.parametrize("option", ["--demo", "--preview", "--configure"])
-@pytest.mark.parametrize("display_name", [None, ":4711"])
-def test_without_a_display_one_line_says_so(bare, option, display_name):
-    if display_name:
-        bare.environment["DISPLAY"] = display_name
+@pytest.mark.parametrize("option, display", [("--demo", ""), ("--preview", ""), ("--configure", ""), ("--demo", ":4711")])
+def test_without_a_display_one_line_says_so(bare, option, display):
+    bare.environment["DISPLAY"] = display
     assert bare.run(option) == 1
     assert complaints(bare) == ["tellmar: there is no display to draw on"]
 
@@ -36,17 +34,14 @@ def test_a_window_that_does_not_exist_is_named_in_one_line(program, option):
     if option == "--root":
         program.environment["XSCREENSAVER_WINDOW"] = "0x7654321"
     assert program.run("--demo", option) == 1
-    assert len(complaints(program)) == 1
-    assert "0x7654321" in complaints(program)[0]
+    assert ["0x7654321" in each for each in complaints(program)] == [True]
 
 
-def test_a_user_is_told_of_an_unknown_option(bare):
-    assert bare.run("--demo", "--colour", "--list") == 2
-    assert "colour" in complaints(bare)[0]
-    assert not bare.output()
+def test_a_user_is_told_of_an_unknown_option_and_a_hosts_saver_goes_on(display, program):
+    assert program.run("--list", "--demo", "--colour") == 2
+    assert "colour" in complaints(program)[0]
+    assert not program.output()
 
-
-def test_a_hosts_saver_goes_on_after_an_unknown_option(display, program):
     program.environment["XSCREENSAVER_WINDOW"] = hex(display.create_window(1280, 720).id)
     program.start("--demo", "--colour", "--verbose", "--speed", "30")
     program.wait_for("tick")
@@ -55,14 +50,8 @@ def test_a_hosts_saver_goes_on_after_an_unknown_option(display, program):
 
 def test_the_list_has_the_quakes_in_the_order_of_their_appearance(bare):
     assert bare.run("--list", "--demo") == 0
-    heading, first, *others = bare.output().splitlines()
-    assert len(others) == 9
-    assert first.split()[:2] == ["1", "7.80"]
-    assert "2016-11-13T11:02" in first
+    quakes = bare.output().splitlines()[1:]
+    assert len(quakes) == 10
+    assert quakes[0].split()[:2] == ["1", "7.80"]
+    assert "2016-11-13T11:02" in quakes[0]
     assert not bare.errors()
-
-
-def test_a_list_of_nothing_says_so(bare):
-    (bare.path / "none.xml").write_text("<quakeml><eventParameters/></quakeml>")
-    assert bare.run("--list", "--feed=none.xml") == 0
-    assert bare.output() == "There are no earthquakes to show.\n"

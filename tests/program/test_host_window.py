@@ -1,8 +1,8 @@
 """The windows in which the program draws."""
 import pytest
 
+from harness.processes import wait_until
 from harness.sights import is_map, shows_preview, wait_to_see
-from harness.waiting import wait_until
 
 NO_TICKS = "0.1"  # the first after 150 seconds
 
