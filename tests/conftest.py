@@ -22,6 +22,8 @@ def make(request):
             pytest.skip("bwrap cannot make a session of its own here")
         created = kind(*arguments)
         request.addfinalizer(created.close)
+        if hasattr(created, "log"):
+            request.addfinalizer(lambda: print(created.log()))  # pytest shows it when the test fails
         return created
 
     return create

@@ -2,7 +2,7 @@
 # Installs the Debian packages that are missing; does nothing when all are there.
 #
 #     tools/setup.sh run             what building and running needs
-#     tools/setup.sh pictures        that, and what tools/take_pictures.sh needs
+#     tools/setup.sh pictures        that, and what tools/take_pictures.py needs
 #     tools/setup.sh test            that, and what the tests and tools/lint need
 #     tools/setup.sh package         what building and running needs, and building the package
 #     tools/setup.sh package-test    that, and what testing the package needs
@@ -14,7 +14,7 @@ run_packages=(
     bubblewrap xdg-dbus-proxy fonts-dejavu-core fonts-liberation
 )
 # Where there is no display, pictures of the window are taken on one of our own.
-picture_packages=(xvfb xdotool imagemagick)
+picture_packages=(xvfb python3-xlib python3-psutil python3-pil)
 test_packages=(
     libgtest-dev libgmock-dev libbenchmark-dev libcpp-httplib-dev libxml2-dev
     libxfixes-dev libxtst-dev libxrandr-dev

@@ -28,6 +28,8 @@ class Display:
         os.close(write)
         with open(read) as number:
             self.name = ":" + number.readline().strip()
+        if self.name == ":":
+            raise SystemExit(f"{server[0]} does not start.")
         self.connection = Connection(self.name)
         self.connection.set_error_handler(lambda *_: None)  # a window may end between two requests
         self.connection.xfixes_query_version()

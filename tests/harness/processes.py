@@ -9,12 +9,12 @@ PATIENCE = 40  # seconds; what takes longer, however busy the machine, never com
 ENDING_WITH_US = ["setpriv", "--pdeathsig", "KILL", "--"]
 
 
-def wait_until(question):
+def wait_until(question, patience=PATIENCE):
     """Asks again and again until the answer is true, and returns it."""
-    end = time.monotonic() + PATIENCE
+    end = time.monotonic() + patience
     while not (answer := question()):
         if time.monotonic() > end:
-            raise TimeoutError(f"still {answer!r} after {PATIENCE} seconds")
+            raise TimeoutError(f"still {answer!r} after {patience} seconds")
         time.sleep(0.01)
     return answer
 

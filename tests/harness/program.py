@@ -74,19 +74,18 @@ class Program:
             family = descendants(self.process)
             self.end()  # so that it can tidy up
             kill(family)
-        if self.process:
-            print(self.errors())  # for the report of a test that fails
         self._folder.cleanup()
 
     def output(self):
         return (self.path / "stdout").read_text()
 
-    def errors(self):
+    def log(self):
+        """What it wrote on stderr."""
         return (self.path / "stderr").read_text()
 
     def count(self, text):
         """How many lines on stderr hold the text."""
-        return sum(text in line for line in self.errors().splitlines())
+        return sum(text in line for line in self.log().splitlines())
 
     def wait_for(self, text, count=1):
         """Waits for so many lines on stderr that hold the text."""

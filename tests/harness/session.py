@@ -54,7 +54,6 @@ class Session:
         kill(self._started)
         for each in self._started:
             each.wait()
-        print(self.log())  # for the report of a test that fails
         self._folder.cleanup()
 
     def write(self, name, text):

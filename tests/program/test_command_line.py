@@ -12,14 +12,14 @@ def bare(make):
 
 def complaints(program):
     """The program's own lines; the toolkit's warnings are another matter."""
-    return [line for line in program.errors().splitlines() if line.startswith("tellmar: ")]
+    return [line for line in program.log().splitlines() if line.startswith("tellmar: ")]
 
 
 @pytest.mark.parametrize("option, beginning", [("--help", "Usage: tellmar"), ("--version", "tellmar ")])
 def test_help_and_version_need_no_display(bare, option, beginning):
     assert bare.run(option) == 0
     assert bare.output().startswith(beginning)
-    assert not bare.errors()
+    assert not bare.log()
 
 
 @pytest.mark.parametrize("option, display", [("--demo", ""), ("--preview", ""), ("--configure", ""), ("--demo", ":4711")])
@@ -54,4 +54,4 @@ def test_the_list_has_the_quakes_in_the_order_of_their_appearance(bare):
     assert len(quakes) == 10
     assert quakes[0].split()[:2] == ["1", "7.80"]
     assert "2016-11-13T11:02" in quakes[0]
-    assert not bare.errors()
+    assert not bare.log()
