@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Checks who may include whom, and prints each line that breaks a rule.
 
 Toolkit headers stay in platform/linux/ and program/. The core's folders include only those before them, and of the
