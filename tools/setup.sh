@@ -3,7 +3,7 @@
 #
 #     tools/setup.sh run             what building and running needs
 #     tools/setup.sh pictures        that, and what tools/take_pictures.py needs
-#     tools/setup.sh test            that, and what the tests and tools/lint need
+#     tools/setup.sh test            that, and what the tests, tools/lint and tools/draw_images.sh need
 #     tools/setup.sh package         what building and running needs, and building the package
 #     tools/setup.sh package-test    that, and what testing the package needs
 set -euo pipefail
@@ -17,14 +17,13 @@ run_packages=(
 picture_packages=(xvfb python3-xlib python3-psutil python3-pil)
 test_packages=(
     libgtest-dev libgmock-dev libbenchmark-dev libcpp-httplib-dev libxml2-dev
-    libxfixes-dev libxtst-dev libxrandr-dev
-    python3-pytest python3-xlib python3-psutil python3-pil python3-numpy
-    x11-utils clang-format clang-tidy
-    xscreensaver mate-screensaver dbus-daemon sway swayidle cage xwayland
-    xserver-xorg-core xserver-xorg-video-dummy
+    libxfixes-dev libxtst-dev
+    python3-pytest python3-numpy git clang-format clang-tidy imagemagick
+    xscreensaver mate-screensaver dbus-daemon sway swayidle procps cage xwayland
+    xserver-xorg-core xserver-xorg-video-dummy x11-xserver-utils
 )
 package_packages=(dpkg-dev debhelper fakeroot)
-package_test_packages=(lintian debootstrap appstream desktop-file-utils)
+package_test_packages=(lintian debootstrap appstream desktop-file-utils man-db python3 xvfb)
 
 case "${1-}" in
     run) wanted=("${run_packages[@]}") ;;

@@ -78,10 +78,6 @@ class Display:
                 return window.get_full_text_property(self.connection.intern_atom("_NET_WM_NAME")) or ""
         return ""
 
-    def resize(self, window, width, height):
-        window.configure(width=width, height=height)
-        self.connection.sync()
-
     def destroy(self, window):
         window.destroy()
         self.connection.sync()

@@ -71,9 +71,11 @@ class Program:
 
     def close(self):
         if self.is_running():
-            family = descendants(self.process)
-            self.end()  # so that it can tidy up
+            family = [*descendants(self.process), self.process]
+            self.process.terminate()  # so that it can tidy up
+            psutil.wait_procs([self.process], PATIENCE)
             kill(family)
+            self.process.wait()
         self._folder.cleanup()
 
     def output(self):
@@ -93,5 +95,6 @@ class Program:
         if self.count(text) < count:
             raise EOFError(f"the program ended with status {self.status()} before it wrote '{text}'")
 
-    def temporary_folders(self):
+    def remains(self):
+        """What it keeps among temporary files."""
         return list(self.path.glob("temporary/tellmar-*"))

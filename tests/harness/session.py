@@ -29,9 +29,8 @@ class Session:
     def __init__(self, display):
         self._folder = tempfile.TemporaryDirectory()
         self.path = pathlib.Path(self._folder.name)
-        for name in "home", "engines", "hidden", "temporary":
+        for name in "home", "temporary":
             (self.path / name).mkdir()
-        self._fill_engines()
         self.display = display
         self._started = []
         self.environment = {
@@ -43,12 +42,6 @@ class Session:
             "XDG_RUNTIME_DIR": "/tmp",
             "DBUS_SESSION_BUS_ADDRESS": f"unix:path={self.path}/bus",
         }
-
-    def _fill_engines(self):
-        """XScreenSaver keeps programs of its own there too."""
-        (self.path / "engines/tellmar").symlink_to(PROGRAM)
-        for each in ENGINES.glob("xscreensaver*"):
-            (self.path / "engines" / each.name).symlink_to(self.path / "hidden" / each.name)
 
     def close(self):
         kill(self._started)
@@ -78,14 +71,12 @@ class Session:
         return self._started[-1]
 
     def _jail(self):
-        binds = [(self.path / "temporary", "/tmp")]
-        binds += [(kept, kept) for kept in (self.path, "/tmp/.X11-unix", ROOT, PROGRAM.parent)]
-        binds += [(ENGINES, self.path / "hidden"), (self.path / "engines", ENGINES)]
-        jail = ["bwrap", "--dev-bind", "/", "/"]
-        for source, target in binds:
-            jail += ["--bind", str(source), str(target)]
-        user = ["--unshare-user", "--uid", "1000", "--gid", "1000"]
-        return [*jail, *user, "--proc", "/proc", "--unshare-pid", "--die-with-parent", "--"]
+        jail = ["bwrap", "--dev-bind", "/", "/", "--bind", self.path / "temporary", "/tmp", "--tmpfs", ENGINES]
+        # XScreenSaver keeps programs of its own there too.
+        for kept in self.path, "/tmp/.X11-unix", ROOT, PROGRAM.parent, *ENGINES.glob("xscreensaver*"):
+            jail += ["--bind", kept, kept]
+        jail += ["--symlink", PROGRAM, ENGINES / "tellmar", "--proc", "/proc", "--die-with-parent"]
+        return [*map(str, jail), "--unshare-pid", "--unshare-user", "--uid", "1000", "--gid", "1000", "--"]
 
     def wait_for_success(self, *command):
         """Tries the command until it succeeds, as it does once the host is ready."""
@@ -116,15 +107,15 @@ class Session:
 class SaverHost(Session):
     """A screen-saver daemon. NAME-command commands it."""
 
+    def launch(self, options):
+        self.choose(options)
+        self.start_host(self.NAME, self.OPTION)
+
     def show(self, options):
         """Starts the daemon and has it show the saver. Returns the saver's process."""
         self.launch(options)
         self.command("activate")
         return self.wait_for_savers(1)[0]
-
-    def launch(self, options):
-        self.choose(options)
-        self.start_host(self.NAME, self.OPTION)
 
     def command(self, name):
         self.wait_for_success(f"{self.NAME}-command", f"--{name}")

@@ -13,7 +13,7 @@ PROMPTLY = 2  # seconds on a busy machine; hosts wait for it in a blocking way
 def end_cleanly(program, number=signal.SIGTERM):
     helpers = descendants(program.process)
     assert program.end(number, PROMPTLY) == 0
-    assert not program.temporary_folders()
+    assert not program.remains()
     wait_for_end(helpers)
 
 
@@ -27,7 +27,7 @@ def kill_web_process(program):
 def test_a_signal_ends_the_splash(program, number):
     program.start("--demo", "--verbose")
     program.wait_for("page: loaded")
-    assert program.temporary_folders()
+    assert program.remains()
     end_cleanly(program, number)
 
 

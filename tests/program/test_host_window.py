@@ -12,7 +12,7 @@ def test_the_picture_fills_a_window_given_by_option_and_follows_its_size(display
     assert display.cursor_is_visible()
     program.start("--demo", "--speed", "20", "-root", "-window-id", hex(window.id))
     for width, height in (800, 600), (1280, 720), (700, 400):
-        display.resize(window, width, height)
+        window.configure(width=width, height=height)
         wait_to_see(is_map, display, (0, 0, width, height))
         assert not display.cursor_is_visible()
 
@@ -30,7 +30,7 @@ def test_the_program_ends_with_its_window(display, program, moment):
     program.wait_for(moment)
     display.destroy(window)
     assert program.status() == 0
-    assert not program.temporary_folders()
+    assert not program.remains()
 
 
 def test_a_preview_of_its_own_shows_the_still_image_at_once(display, program):
@@ -42,5 +42,5 @@ def test_a_small_window_shows_the_still_image_at_once_and_it_follows_the_size(di
     window = display.create_window(200, 150)
     program.start("--demo", "--speed", NO_TICKS, "--window-id", hex(window.id))
     for width, height in (200, 150), (565, 317):
-        display.resize(window, width, height)
+        window.configure(width=width, height=height)
         wait_until(lambda: shows_preview(display, (0, 0, width, height)))

@@ -19,7 +19,7 @@ def test_without_its_template_it_reports_that_in_the_hosts_window_and_ends(displ
     if end == "by a signal":
         program.process.send_signal(signal.SIGTERM)
     assert program.status() == 0
-    assert not program.temporary_folders()
+    assert not program.remains()
 
 
 def test_in_a_window_of_its_own_the_report_waits_for_the_user(display, program):
