@@ -2,12 +2,10 @@ import os
 
 import pytest
 
-from harness.display import Display, MonitorDisplay
+from harness.display import Display
 from harness.program import Program
 from harness.server import Server
 from harness.session import Session, bwrap_works
-
-pytest.register_assert_rewrite("contract")
 
 
 @pytest.fixture
@@ -32,11 +30,6 @@ def make(request):
 @pytest.fixture
 def display(make):
     return make(Display)
-
-
-@pytest.fixture
-def monitors(make):
-    return make(MonitorDisplay)
 
 
 @pytest.fixture

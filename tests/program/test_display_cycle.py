@@ -32,15 +32,16 @@ def test_the_splash_fills_the_window_with_its_text_at_the_upper_left(display, pr
 def test_no_frame_of_a_fade_has_an_unpainted_or_a_white_edge(display, program):
     program.start("--demo", "--verbose", "--speed", "15")
     wait_to_see(is_splash, display)
-    frames = mixed = 0
-    while program.count("fade: ") < 4:
-        assert program.is_running()
-        frame = edges(display)
-        assert not (is_black(frame) | is_light(frame)).any()
-        frames += 1
-        mixed += not (is_splash(frame[0]) or is_map(frame[0]))
-    assert frames > 50
-    assert mixed, "no picture was taken of the first fade"
+    frames = []
+
+    def has_faded_four_times():
+        frames.append(edges(display))
+        return program.count("fade: ") >= 4
+
+    wait_until(has_faded_four_times)
+    assert len(frames) > 50
+    assert not any((is_black(frame) | is_light(frame)).any() for frame in frames)
+    assert any(not is_splash(frame[0]) and not is_map(frame[0]) for frame in frames), "no picture of the first fade"
     wait_to_see(is_map, display)
 
 
