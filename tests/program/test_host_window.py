@@ -2,25 +2,31 @@
 import pytest
 
 from harness.processes import wait_until
-from harness.sights import is_map, shows_preview, wait_to_see
+from harness.sights import is_black, is_map, picture, shows_preview, wait_to_see
 
 NO_TICKS = "0.1"  # the first after 150 seconds
+
+
+def wait_for_map(display, width, height):
+    """Nothing else of the screen is painted, as by a window of the program's own."""
+    wait_to_see(is_map, display, (0, 0, width, height))
+    assert is_black(picture(display, (width, 0, 1280 - width, 720))).all()
 
 
 def test_the_picture_fills_a_window_given_by_option_and_follows_its_size(display, program):
     window = display.create_window(800, 600)
     assert display.cursor_is_visible()
     program.start("--demo", "--speed", "20", "-root", "-window-id", hex(window.id))
-    for width, height in (800, 600), (1280, 720), (700, 400):
+    for width, height in (800, 600), (1200, 720), (700, 400):
         window.configure(width=width, height=height)
-        wait_to_see(is_map, display, (0, 0, width, height))
+        wait_for_map(display, width, height)
         assert not display.cursor_is_visible()
 
 
 def test_the_picture_fills_a_window_of_another_depth_given_by_the_environment(display, program):
     program.environment["XSCREENSAVER_WINDOW"] = hex(display.create_window(1024, 700, 32).id)
     program.start("--demo", "--speed", "30", "--root")
-    wait_to_see(is_map, display, (0, 0, 1024, 700))
+    wait_for_map(display, 1024, 700)
 
 
 @pytest.mark.parametrize("moment", ["fetch ", "page: loaded", "tick 2", "fade: ", "tick 3"])
