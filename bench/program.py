@@ -111,7 +111,8 @@ def keep_answer(saver):
 
 def tell_starts(title, starts):
     for name, values in zip(("splash painted after", "both pages complete after", "ended after"), zip(*starts)):
-        print(f"{title}: {name} median {statistics.median(values):.2f} s, worst {max(values):.2f} s (5 runs)", flush=True)
+        median = statistics.median(values)
+        print(f"{title}: {name} median {median:.2f} s, worst {max(values):.2f} s ({len(values)} runs)", flush=True)
 
 
 def tell_ends(times):

@@ -22,9 +22,9 @@ def test_help_and_version_need_no_display(bare, option, beginning):
     assert not bare.log()
 
 
-@pytest.mark.parametrize("option, display", [("--demo", ""), ("--preview", ""), ("--configure", ""), ("--demo", ":4711")])
-def test_without_a_display_one_line_says_so(bare, option, display):
-    bare.environment["DISPLAY"] = display
+@pytest.mark.parametrize("option, name", [("--demo", ""), ("--preview", ""), ("--configure", ""), ("--demo", ":4711")])
+def test_without_a_display_one_line_says_so(bare, option, name):
+    bare.environment["DISPLAY"] = name
     assert bare.run(option) == 1
     assert complaints(bare) == ["tellmar: there is no display to draw on"]
 
