@@ -34,6 +34,12 @@ def picture(display, area=None):
     return numpy.asarray(display.picture(area))
 
 
+def is_on_screen(display, area):
+    left, top, width, height = area
+    _, _, right, bottom = display.area_of(display.root)
+    return left >= 0 and top >= 0 and left + width <= right and top + height <= bottom
+
+
 def edges(display):
     """The outermost pixels of the screen."""
     _, _, width, height = display.area_of(display.root)
@@ -56,6 +62,8 @@ def shows(display, condition, area=None):
 
 def shows_preview(display, area):
     """The still image has no large part in the splash's colour, and its text begins above the splash's."""
+    if not is_on_screen(display, area):
+        return False
     pixels = picture(display, area)
     is_painted = not is_pink(pixels).any() and is_black(pixels).mean() < 0.001
     return is_painted and is_splash(pixels).mean() < 1 / 4 and is_dark(pixels[2:9, 5:]).sum() > 20
