@@ -17,7 +17,6 @@ run_packages=(
 picture_packages=(xvfb python3-xlib python3-psutil python3-pil)
 test_packages=(
     libgtest-dev libgmock-dev libbenchmark-dev libcpp-httplib-dev libxml2-dev
-    libxfixes-dev libxtst-dev
     python3-pytest python3-numpy git clang-format clang-tidy imagemagick
     xscreensaver mate-screensaver dbus-daemon sway swayidle procps cage xwayland
     xserver-xorg-core xserver-xorg-video-dummy x11-xserver-utils
