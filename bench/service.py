@@ -1,16 +1,22 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Measures the program against an event service on this machine: the memory for a big answer, and the number of
 requests from processes that start together.
 
 usage: bench/service.py PROGRAM [--megabytes 60] [--event-bytes 460000] [--processes 4]
 """
 import argparse
-import http.server
+import contextlib
 import os
+import pathlib
 import subprocess
+import sys
 import tempfile
-import threading
 import time
+
+sys.dont_write_bytecode = True
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "tests"))
+
+from harness.server import Server  # noqa: E402 found in the path from above
 
 HEAD = (
     b'<?xml version="1.0" encoding="UTF-8"?>\n<q:quakeml xmlns:q="http://quakeml.org/xmlns/quakeml/1.2"'
@@ -29,44 +35,32 @@ QUAKE = (
 )
 
 
-class Service(http.server.ThreadingHTTPServer):
-    """Answers with that many bytes, and holds only one event of them."""
+def service(size, event_bytes):
+    """A server that answers with that many bytes, and holds only one event of them."""
+    events = max(1, size // event_bytes)
+    event = b"<event>" + PICK * (min(size, event_bytes) // len(PICK)) + QUAKE + b"</event>"
 
-    def __init__(self, size, event_bytes):
-        super().__init__(("127.0.0.1", 0), Answer)
-        self.events = max(1, size // event_bytes)
-        self.event = b"<event>" + PICK * (min(size, event_bytes) // len(PICK)) + QUAKE + b"</event>"
-        self.requests = 0
-        threading.Thread(target=self.serve_forever, daemon=True).start()
+    def answer(handler):
+        handler.send(HEAD, length=len(HEAD) + len(event) * events + len(TAIL))
+        for _ in range(events):
+            handler.wfile.write(event)
+        handler.wfile.write(TAIL)
 
-
-class Answer(http.server.BaseHTTPRequestHandler):
-    def do_GET(self):
-        self.server.requests += 1
-        self.send_response(200)
-        self.send_header("Content-Length", len(HEAD) + len(self.server.event) * self.server.events + len(TAIL))
-        self.end_headers()
-        self.wfile.write(HEAD)
-        for _ in range(self.server.events):
-            self.wfile.write(self.server.event)
-        self.wfile.write(TAIL)
-
-    def log_message(self, *_):
-        pass
+    server = Server()
+    server.answer = answer
+    return contextlib.closing(server)
 
 
-def start(program, service, cache):
+def start(program, server, cache):
     environment = {"PATH": "/usr/bin:/bin", "no_proxy": "*", "XDG_CACHE_HOME": cache}
-    address = f"http://127.0.0.1:{service.server_port}/"
-    return subprocess.Popen([program, "--list", "--service", address], env=environment, stdout=subprocess.PIPE)
+    return subprocess.Popen([program, "--list", "--service", server.url], env=environment, stdout=subprocess.PIPE)
 
 
 def peak(program, size, event_bytes):
     """Peak memory in KiB, and seconds from start to exit, of one process that reads an answer of that size."""
-    service = Service(size, event_bytes)
-    with tempfile.TemporaryDirectory() as cache:
+    with service(size, event_bytes) as server, tempfile.TemporaryDirectory() as cache:
         begin = time.monotonic()
-        process = start(program, service, cache)
+        process = start(program, server, cache)
         listed = process.stdout.read()
         _, status, usage = os.wait4(process.pid, 0)
         process.returncode = status
@@ -76,13 +70,12 @@ def peak(program, size, event_bytes):
 
 
 def requests(program, count, event_bytes):
-    service = Service(event_bytes, event_bytes)
-    with tempfile.TemporaryDirectory() as cache:
-        processes = [start(program, service, cache) for _ in range(count)]
+    with service(event_bytes, event_bytes) as server, tempfile.TemporaryDirectory() as cache:
+        processes = [start(program, server, cache) for _ in range(count)]
         for process in processes:
             if b"5.50" not in process.communicate()[0]:
                 raise SystemExit("a process did not list the earthquake")
-    return service.requests
+        return server.request_count
 
 
 def main():

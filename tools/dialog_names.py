@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Waits until a name appears in a window of the session, as a screen reader would find it. Fails after 20 seconds.
 
 usage: dialog_names.py NAME

@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Writes resources/basemap/, all that the map page draws under a quake.
 
     tools/make_basemap.py FOLDER

@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Writes resources/sample-feed.xml, the earthquakes of `tellmar --demo`.
 
     tools/make_sample_feed.py strong-quakes.tsv

@@ -2,8 +2,8 @@
 # Installs the Debian packages that are missing; does nothing when all are there.
 #
 #     tools/setup.sh run             what building and running needs
-#     tools/setup.sh pictures        that, and what tools/take_pictures.sh needs
-#     tools/setup.sh test            that, and what the tests and tools/lint need
+#     tools/setup.sh pictures        that, and what tools/take_pictures.py needs
+#     tools/setup.sh test            that, and what the tests, tools/lint and tools/draw_images.sh need
 #     tools/setup.sh package         what building and running needs, and building the package
 #     tools/setup.sh package-test    that, and what testing the package needs
 set -euo pipefail
@@ -14,16 +14,15 @@ run_packages=(
     bubblewrap xdg-dbus-proxy fonts-dejavu-core fonts-liberation
 )
 # Where there is no display, pictures of the window are taken on one of our own.
-picture_packages=(xvfb xdotool imagemagick)
+picture_packages=(xvfb python3-xlib python3-psutil python3-pil)
 test_packages=(
     libgtest-dev libgmock-dev libbenchmark-dev libcpp-httplib-dev libxml2-dev
-    libxfixes-dev libxtst-dev libxrandr-dev
-    xauth python3 x11-utils clang-format clang-tidy
-    xscreensaver mate-screensaver dbus-daemon sway swayidle cage xwayland
-    xserver-xorg-core xserver-xorg-video-dummy
+    xauth python3-pytest python3-numpy git clang-format clang-tidy imagemagick
+    xscreensaver mate-screensaver dbus-daemon sway swayidle procps cage xwayland
+    xserver-xorg-core xserver-xorg-video-dummy x11-xserver-utils
 )
 package_packages=(dpkg-dev debhelper fakeroot)
-package_test_packages=(lintian debootstrap appstream desktop-file-utils)
+package_test_packages=(lintian debootstrap appstream desktop-file-utils man-db python3 xvfb)
 
 case "${1-}" in
     run) wanted=("${run_packages[@]}") ;;

@@ -53,7 +53,7 @@ check_hosts_files() {
     local entry=$work/files/usr/share/applications/screensavers/tellmar.desktop
     grep -qx "Exec=/$host_folder/tellmar --root" "$entry" || fail "The saver's entry starts something else."
     [[ -x $work/files/$host_folder/tellmar ]] || fail "The program is not in the hosts' folder."
-    python3 - "$work/files/usr/share/xscreensaver/config/tellmar.xml" <<'PYTHON' || fail "XScreenSaver's XML is wrong."
+    /usr/bin/python3 - "$work/files/usr/share/xscreensaver/config/tellmar.xml" <<'PYTHON' || fail "XScreenSaver's XML is wrong."
 import sys, xml.etree.ElementTree as tree
 saver = tree.parse(sys.argv[1]).getroot()
 kinds = ("select", "option", "boolean", "number", "string", "file")

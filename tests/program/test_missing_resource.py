@@ -1,0 +1,50 @@
+"""What the program does without a part of its bundle, or without a folder to write in."""
+import signal
+
+import pytest
+
+from harness.program import copy_program
+from harness.sights import is_dark, is_map, is_splash, middle, picture, wait_for_report, wait_to_see
+
+
+@pytest.mark.parametrize("end", ["of itself", "by a signal"])
+def test_without_its_template_it_reports_that_in_the_hosts_window_and_ends(display, program, end):
+    program.executable = copy_program(program.path, lacking="map.html")
+    program.environment["XSCREENSAVER_WINDOW"] = hex(display.create_window(1280, 720).id)
+    program.start("--demo")
+    wait_for_report(display)
+    assert program.count("Failed to read map.html") == 1
+    assert "map.html" in (program.path / "error.log").read_text()
+    assert program.is_running()
+    if end == "by a signal":
+        program.process.send_signal(signal.SIGTERM)
+    assert program.status() == 0
+    assert not program.remains()
+
+
+def test_in_a_window_of_its_own_the_report_waits_for_the_user(display, program):
+    program.executable = copy_program(program.path, lacking="map.html")
+    program.start("--demo")
+    wait_for_report(display)
+    display.focus(display.window_with_title("Tellmar"))
+    assert program.is_running()
+    display.press("Return")
+    assert program.status() == 0
+
+
+def test_without_its_picture_the_splash_has_its_background_and_its_texts(display, program):
+    program.executable = copy_program(program.path, lacking="google_maps_nz.png")
+    program.start("--demo")
+    wait_to_see(is_splash, display)
+    assert is_dark(picture(display, (10, 0, 630, 60))).sum() > 200
+    assert is_splash(middle(display)).all()
+
+
+@pytest.mark.parametrize("names", [["XDG_RUNTIME_DIR"], ["HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "TMPDIR"]])
+def test_folders_that_cannot_be_created_keep_no_map_away(display, program, names):
+    (program.path / "file").touch()
+    for name in names:
+        program.environment[name] = f"{program.path}/file/folder"
+    program.start("--demo", "--verbose", "--speed", "50")
+    program.wait_for("fade: ", 2)
+    wait_to_see(is_map, display)
