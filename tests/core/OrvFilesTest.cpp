@@ -13,6 +13,8 @@ std::string codes(const FSRef& file) { return {platform::finderInfo(file.path).d
 TEST(OrvFilesTest, ZeroLeavesACodeAlone) {
     const TemporaryFolder folder;
     const FSRef file{folder.path("file")};
+    for (const FSRef& each : {FSRef{folder.path()}, file})  // a folder, and nothing
+        EXPECT_FALSE(OrvFiles::SetFileCreatorType(each, 0x3F3F3F3F, 0x54455854));
     ASSERT_TRUE(platform::writeFileAtomically(file.path, "text"));
     if (!platform::setFinderInfo(file.path, {})) GTEST_SKIP() << "no extended attributes here";
     EXPECT_TRUE(OrvFiles::SetFileCreatorType(file, 0x61626364, 0x54455854));
@@ -20,12 +22,6 @@ TEST(OrvFilesTest, ZeroLeavesACodeAlone) {
     EXPECT_TRUE(OrvFiles::SetFileCreatorType(file, 0, 0x41424344));
     EXPECT_TRUE(OrvFiles::SetFileCreatorType(file, 0x65666768, 0));
     EXPECT_EQ(codes(file), "ABCDefgh");
-}
-
-TEST(OrvFilesTest, FoldersAreLeftAlone) {
-    const TemporaryFolder folder;
-    for (const FSRef& each : {FSRef{folder.path()}, FSRef{folder.path("none")}})
-        EXPECT_FALSE(OrvFiles::SetFileCreatorType(each, 0x3F3F3F3F, 0x54455854));
 }
 
 }  // namespace
