@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <cstdio>
 #include <cstdlib>
 
 #include "platform/portable/NotificationCenter.h"
@@ -15,7 +16,9 @@ namespace {
 const pid_t testProcess = getpid();
 
 void failWithinTest() {
-    if (getpid() == testProcess && testing::UnitTest::GetInstance()->current_test_info()) _exit(1);
+    if (getpid() != testProcess || !testing::UnitTest::GetInstance()->current_test_info()) return;
+    std::fputs("The test ended its process.\n", stderr);
+    _exit(1);
 }
 
 [[maybe_unused]] const int isRegistered = [] {

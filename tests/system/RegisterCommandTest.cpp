@@ -13,7 +13,7 @@
 namespace {
 
 namespace fs = std::filesystem;
-using testing::AnyOf, testing::HasSubstr;
+using testing::AnyOf, testing::HasSubstr, testing::Not;
 
 constexpr char kCommand[] = "tellmar --root", kFile[] = "settings", kCopy[] = "settings.bak";
 constexpr char kText[] = "selected:\t0\nprograms:\t\\\n\tmaze --root \\n\\\n\n";
@@ -65,10 +65,17 @@ TEST_F(RegisterCommandTest, WhatNeedsNoChangeIsLeftAlone) {
 }
 
 TEST_F(RegisterCommandTest, AChoiceThatMovesIsPointedOut) {
-    std::ofstream(kFile) << "selected: 3\n";
-    EXPECT_THAT(add(), HasSubstr("choose that one again"));
-    std::ofstream(kFile, std::ios::app) << "programs: tellmar \\n maze\n";
-    EXPECT_THAT(remove(), HasSubstr("choose that one again"));
+    const auto hint = HasSubstr("choose that one again");
+    const auto put = [](const std::string& text) { std::ofstream(kFile) << text; };
+    put("selected: 3\n");
+    EXPECT_THAT(add(), hint);
+    put("selected: 3\nprograms: tellmar \\n a\n");
+    EXPECT_THAT(remove(), hint);
+    put("selected: 3\nprograms: a\n");
+    EXPECT_THAT(add(), Not(hint));
+    EXPECT_THAT(remove(), Not(hint));
+    put("programs: tellmar \\n a\n");
+    EXPECT_THAT(remove(), Not(hint));
 }
 
 TEST_F(RegisterCommandTest, AFileThatCannotBeReadIsLeftAlone) {

@@ -1,6 +1,7 @@
 #include "platform/ScreenSaverDefaults.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -15,19 +16,12 @@ namespace {
 constexpr char kModule[] = "org.tellmar.Test", kKey[] = "DisplayQuakeForNSeconds";
 
 // One folder for the whole process: GLib asks for it once.
-const std::string& configHome() {
-    static const std::string folder = [] {
-        std::string name = testing::TempDir() + "settings-XXXXXX";
-        mkdtemp(name.data());
-        setenv("XDG_CONFIG_HOME", name.c_str(), true);
-        return name;
-    }();
-    return folder;
-}
+const std::string kConfigHome = testing::TempDir() + "settings-" + std::to_string(getpid());
 
 class ScreenSaverDefaultsTest : public testing::Test {
   protected:
-    ~ScreenSaverDefaultsTest() override { fs::remove_all(configHome()); }
+    ScreenSaverDefaultsTest() { setenv("XDG_CONFIG_HOME", kConfigHome.c_str(), true); }
+    ~ScreenSaverDefaultsTest() override { fs::remove_all(kConfigHome); }
 
     static ScreenSaverDefaults defaults() { return ScreenSaverDefaults::defaultsForModuleWithName(kModule); }
     static int stored() { return defaults().integerForKey(kKey); }
@@ -41,7 +35,7 @@ class ScreenSaverDefaultsTest : public testing::Test {
         std::ofstream(path) << content;
     }
 
-    const std::string folder = configHome() + "/tellmar", path = folder + "/" + kModule + ".ini";
+    const std::string folder = kConfigHome + "/tellmar", path = folder + "/" + kModule + ".ini";
 };
 
 TEST_F(ScreenSaverDefaultsTest, WhatIsStoredIsReadBackByTheNextProcess) {

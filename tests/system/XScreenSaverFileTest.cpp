@@ -90,15 +90,4 @@ TEST(XScreenSaverFileTest, OnlyOurLinesGo) {
     for (const auto& [before, after] : cases) EXPECT_EQ(removed(before), after);
 }
 
-TEST(XScreenSaverFileTest, AChoiceMovesOnlyWhereTheNumbersDo) {
-    const std::string choice = "selected: 3\n";
-    EXPECT_TRUE(XScreenSaverFile(choice).addingMovesChoice());
-    for (const std::string& text : {std::string("lock: True\n"), choice + "programs: a\n"})
-        EXPECT_FALSE(XScreenSaverFile(text).addingMovesChoice());
-    EXPECT_TRUE(XScreenSaverFile(choice + "programs: tellmar \\n a\n").removingMovesChoice());
-    for (const std::string& text :
-         {choice + "programs: a \\n tellmar \\n\\\n\n", std::string("programs: tellmar \\n a\n")})
-        EXPECT_FALSE(XScreenSaverFile(text).removingMovesChoice());
-}
-
 }  // namespace
