@@ -68,13 +68,6 @@ TEST_F(CQuakeMLParserTest, TakesAValueThatCannotBeReadForNone) {
     EXPECT_THAT(parseEvent(FeedEvent{.time = valueOf(longest)}.xml()), StartsWith(longest + " M"));
 }
 
-TEST_F(CQuakeMLParserTest, ReadsOnlyTheFirstChildOfAName) {
-    const FeedEvent twice{.time = valueOf("first") + valueOf("second"),
-                          .latitude = valueOf(1) + valueOf(2),
-                          .mag = valueOf(5) + "</mag><mag>" + valueOf(9)};
-    EXPECT_THAT(parseEvent(twice.xml()), StartsWith("first M5 at 1, "));
-}
-
 TEST_F(CQuakeMLParserTest, FindsNothingInAnAnswerOfAnotherShape) {
     const std::string event = FeedEvent().xml(), events = "<eventParameters>" + event + "</eventParameters>";
     for (const std::string& answer :

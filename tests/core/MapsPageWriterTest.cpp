@@ -23,7 +23,6 @@ class MapsPageWriterTest : public standins::Test {
     std::string inserted(const std::string& page, const CQuakeEvent& event) {
         return mWriter.insertMapsFunctionCall(page, event, {1023.9, 767.5});
     }
-    std::string writtenPage() { return contentsOf(mWriter.locationOfTempPage()); }
 
     MapsPageWriter mWriter;
     const CQuakeEvent mQuake{"2009-03-03T01:05:09.04Z", 4.5, -41.123, 174.567, 33};
@@ -72,11 +71,12 @@ TEST_F(MapsPageWriterTest, WritesNumbersOfAnySize) {
 
 TEST_F(MapsPageWriterTest, WritesTheTemplateForAnEvent) {
     mWriter.writeForEvent(nullptr, {800, 600});
-    EXPECT_THAT(writtenPage(), IsEmpty());
-    mWriter.writeForEvent(&mQuake, {800, 600});
-    EXPECT_EQ(writtenPage(), mWriter.insertMapsFunctionCall(mWriter.loadTemplatePage(), mQuake, {800, 600}));
+    EXPECT_FALSE(std::filesystem::exists(mWriter.locationOfTempPage()));
+    mWriter.writeForEvent(&mQuake, {1023.9, 767.5});
+    const std::string page = contentsOf(mWriter.locationOfTempPage());
+    EXPECT_EQ(page, inserted(mWriter.loadTemplatePage(), mQuake));
     for (const char* part : {"<title>Erdbeben – rū whenua</title>", "px\">", "onload=\"initializeMap("})
-        EXPECT_THAT(writtenPage(), HasSubstr(part));
+        EXPECT_THAT(page, HasSubstr(part));
 
     desktop.bundle = "/some.where/Other.v2.saver";
     EXPECT_EQ(mWriter.locationOfTempPage(), platform::temporaryDirectory() + "/Other.v2.html");

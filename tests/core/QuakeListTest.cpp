@@ -53,14 +53,7 @@ TEST(CQuakeListProcessorTest, NullEntriesGoFirst) {
     EXPECT_THAT(kept(2, {kNaN, 4, kNaN, 6, kNaN}), ElementsAre(1, 3));
     EXPECT_THAT(kept(2, {kNull, kNaN, -2}), ElementsAre(1, 2));
     EXPECT_THAT(kept(3, {kNull, 4, kNull, 6, kNull}), SizeIs(3));
-}
-
-TEST(CQuakeListProcessorTest, LongListsMayLackMagnitudes) {
-    std::vector<double> magnitudes(100'000, kNaN);
-    EXPECT_THAT(kept(10, magnitudes), SizeIs(10));
-    for (std::size_t i = 0; i < magnitudes.size(); ++i)
-        if (i % 3 != 0) magnitudes[i] = static_cast<double>(i);
-    EXPECT_THAT(kept(4, magnitudes), ElementsAre(99'994, 99'995, 99'997, 99'998));
+    EXPECT_THAT(kept(10, std::vector<double>(100'000, kNaN)), SizeIs(10));
 }
 
 using CQuakeListTest = standins::Test;

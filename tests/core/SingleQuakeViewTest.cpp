@@ -4,7 +4,7 @@
 
 namespace {
 
-using testing::HasSubstr, testing::IsEmpty;
+using testing::HasSubstr;
 
 class SingleQuakeViewTest : public standins::Test {
   protected:
@@ -13,10 +13,6 @@ class SingleQuakeViewTest : public standins::Test {
         view->initWithFrame({20, 30, 800, 600});
         return view;
     }
-    static platform::WebView& webViewOf(const SingleQuakeView& view) {
-        EXPECT_EQ(view.subviews().size(), 1u);
-        return dynamic_cast<platform::WebView&>(*view.subviews().at(0));
-    }
 };
 
 TEST_F(SingleQuakeViewTest, LoadsTheTenBiggestQuakesIntoOneWebView) {
@@ -24,9 +20,11 @@ TEST_F(SingleQuakeViewTest, LoadsTheTenBiggestQuakesIntoOneWebView) {
     const auto view = makeView();
     for (int i = 0; i < 11; ++i) view->loadNextPage();
 
-    EXPECT_EQ(webViewOf(*view).frame(), (platform::Rect{-10, 0, 810, 610}));  // past left and top
-    EXPECT_FALSE(webViewOf(*view).backing().allowsScrolling);
-    const auto& loads = webViewOf(*view).backing().loads;
+    ASSERT_EQ(view->subviews().size(), 1u);
+    auto& webView = dynamic_cast<platform::WebView&>(*view->subviews()[0]);
+    EXPECT_EQ(webView.frame(), (platform::Rect{-10, 0, 810, 610}));  // past left and top
+    EXPECT_FALSE(webView.backing().allowsScrolling);
+    const auto& loads = webView.backing().loads;
     EXPECT_EQ(loads.at(0).url, MapsPageWriter().locationOfTempPage());
     EXPECT_THAT(loads.at(0).page, HasSubstr("initializeMap(10.000, 172.713, 6.00"));
     EXPECT_THAT(loads.at(0).page, HasSubstr("width: 810px; height: 610px"));
@@ -34,11 +32,16 @@ TEST_F(SingleQuakeViewTest, LoadsTheTenBiggestQuakesIntoOneWebView) {
     EXPECT_THAT(loads.at(10).page, HasSubstr("initializeMap(10.000"));
 }
 
+TEST_F(SingleQuakeViewTest, LoadsNothingWithoutAQuake) {
+    const auto view = makeView();
+    view->loadNextPage();
+    EXPECT_TRUE(dynamic_cast<platform::WebView&>(*view->subviews().at(0)).backing().loads.empty());
+}
+
 TEST_F(SingleQuakeViewTest, IsCompleteUntilItLoadsAgain) {
     const auto first = makeView(), second = makeView();
     for (const auto& each : {first.get(), second.get()}) each->loadNextPage();
-    makeView()->loadNextPage();                                 // told nothing after its end
-    EXPECT_THAT(webViewOf(*first).backing().loads, IsEmpty());  // no quake
+    makeView()->loadNextPage();  // told nothing after its end
     EXPECT_FALSE(first->pageIsComplete());
     finishALoad();  // of any web view
     first->loadNextPage();
