@@ -1,6 +1,7 @@
 #include "platform/ScreenSaverDefaults.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -78,12 +79,13 @@ TEST_F(ScreenSaverDefaultsTest, ADamagedFileIsSetAside) {
 }
 
 TEST_F(ScreenSaverDefaultsTest, SomethingElseInThePlaceOfTheFileIsLeftAlone) {
-    fs::create_directories(path);
+    fs::create_directories(folder);
+    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
     EXPECT_EQ(stored(), 0);
     testing::internal::CaptureStderr();
     EXPECT_FALSE(store(5));
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "tellmar: cannot write the settings to " + path + "\n");
-    EXPECT_TRUE(fs::is_directory(path));
+    EXPECT_TRUE(fs::is_fifo(path));
     fs::remove_all(folder);
     std::ofstream(folder) << "a file where the folder should be";
     EXPECT_FALSE(store(5));
