@@ -123,6 +123,13 @@ TEST_F(TellmarScreenSaverViewTest, SwapsAtEveryTick) {
     EXPECT_THAT(loadsOf(b).at(2).page, HasSubstr("(3.000, "));
 }
 
+TEST_F(TellmarScreenSaverViewTest, AnimatesFromStartToStop) {
+    mView.startAnimation();
+    EXPECT_TRUE(mView.isAnimating());
+    mView.stopAnimation();
+    EXPECT_FALSE(mView.isAnimating());
+}
+
 TEST_F(TellmarScreenSaverViewTest, PaintsOnlyThePreview) {
     start(true);
     finishALoad();

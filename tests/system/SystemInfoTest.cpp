@@ -14,6 +14,8 @@ TEST(SystemInfoTest, TheRunningSystemIsDescribed) {
     char node[256] = "";
     gethostname(node, sizeof node);
     EXPECT_EQ(platform::systemNames().node, node);
+    const std::int32_t clock = platform::processorClock();
+    EXPECT_TRUE(clock == 0 || clock >= 100'000'000) << clock;  // Hz, where it is known
 }
 
 TEST(SystemInfoTest, TheVersionHoldsItsDecimalDigits) {
