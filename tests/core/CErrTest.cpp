@@ -77,7 +77,7 @@ TEST_F(CErrTest, ALogThatCannotBeOpenedStopsNeitherAlertNorDebugger) {
 TEST_F(CErrTest, TheDebugCallbackMakesAPascalStringInPlace) {
     char text[] = "stop";
     EXPECT_EQ(CErr::MPRemoteDebugStrProcedure(text), 0);
-    EXPECT_STREQ(text, "\4stop");
+    EXPECT_EQ(std::string(text, sizeof text), "\4stop");
     EXPECT_THAT(desktop.debugTexts, ElementsAre("stop"));
 }
 
