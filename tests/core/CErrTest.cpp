@@ -37,35 +37,31 @@ class CErrTest : public standins::Test {
   protected:
     ~CErrTest() override { Err.mBreakIntoDebugger = false; }
 
-    static std::string log() { return contentsOf("error.log"); }
-
-    TemporaryFolder mCurrentFolder;
+    const TemporaryFolder mCurrentFolder;
 };
 
-TEST_F(CErrTest, WhatIsNoFailureAndAMessageWithoutAFirstASCIIByteLeaveNoTrace) {
+TEST_F(CErrTest, NothingToReportLeavesNoTrace) {
     Err.CheckNull(&Err, kFunction, "message");
     Err.CheckError(0, kFunction, "message");
     EXPECT_FALSE(Err.MinorError(0, kFunction, "message"));
-    Err.DebugPrint("100% s");
     for (const char* message : {"", "\xC3\xA9t\xC3\xA9"}) EXPECT_TRUE(Err.MinorError(1, kFunction, message));
     EXPECT_EQ(desktop.beeps, 0);
     EXPECT_TRUE(desktop.alerts.empty());
-    EXPECT_EQ(log(), "");
+    EXPECT_EQ(contentsOf("error.log"), "");
 }
 
-TEST_F(CErrTest, AWarningIsAppendedToTheLogWholeShownAsFarAsItFitsAndReturnedFrom) {
+TEST_F(CErrTest, AWarningIsLoggedWhole) {
     std::ofstream("error.log") << "old text\n";
-    EXPECT_TRUE(Err.MinorError(-43, kFunction, "FSMakeFSRef() failed"));
-    EXPECT_TRUE(Err.MinorError(2, "two"));
     const std::string function(300, 'f'), message(5000, 'm');
+    EXPECT_TRUE(Err.MinorError(-43, "FSMakeFSRef() failed"));
     EXPECT_TRUE(Err.MinorError(1, function.c_str(), message.c_str()));
-    const std::string one = report(kFunction, "-43", "FSMakeFSRef() failed"), two = report("???", "2", "two"),
+    const std::string small = report("???", "-43", "FSMakeFSRef() failed"),
                       large = report(function, "1", message);
-    EXPECT_EQ(log(), "old text\n" + entry("WARNING", one) + entry("WARNING", two) + entry("WARNING", large));
+    EXPECT_EQ(contentsOf("error.log"), "old text\n" + entry("WARNING", small) + entry("WARNING", large));
     EXPECT_THAT(desktop.alerts,
-                ElementsAre(Alert{AlertType::Caution, kFunction, one}, Alert{AlertType::Caution, "???", two},
+                ElementsAre(Alert{AlertType::Caution, "???", small},
                             Alert{AlertType::Caution, function.substr(0, 255), large.substr(0, 255)}));
-    EXPECT_EQ(desktop.beeps, 3);
+    EXPECT_EQ(desktop.beeps, 2);
     EXPECT_EQ(desktop.debuggerStops, 0);
 }
 
@@ -81,32 +77,29 @@ TEST_F(CErrTest, ALogThatCannotBeOpenedStopsNeitherAlertNorDebugger) {
 TEST_F(CErrTest, TheDebugCallbackMakesAPascalStringInPlace) {
     char text[] = "stop";
     EXPECT_EQ(CErr::MPRemoteDebugStrProcedure(text), 0);
-    EXPECT_EQ(std::string(text, 5), "\4stop");
+    EXPECT_EQ(std::string(text, sizeof text), "\4stop");
     EXPECT_THAT(desktop.debugTexts, ElementsAre("stop"));
-}
-
-// The child that ends tells on stderr what it has done.
-void tellAtExit() {
-    std::atexit([] {
-        std::fprintf(stderr, "beeps %d stops %d alerts", desktop.beeps, desktop.debuggerStops);
-        for (const Alert& alert : desktop.alerts)
-            std::fprintf(stderr, alert.type == AlertType::Stop ? " stop %s" : " %s", alert.text.c_str());
-        std::fprintf(stderr, "\n");
-    });
 }
 
 using CErrDeathTest = CErrTest;
 
-TEST_F(CErrDeathTest, AFailureIsReportedUnlessItsMessageIsEmptyAndEndsTheProcessWithStatusZero) {
-    EXPECT_EXIT((tellAtExit(), Err.CheckError(-50, "bad parameter")), ExitedWithCode(0),
-                "beeps 2 stops 0 alerts stop CheckError");
-    EXPECT_EXIT((tellAtExit(), Err.CheckNull(nullptr, "message")), ExitedWithCode(0),
-                "beeps 2 stops 0 alerts stop \\?\\?\\?");
+TEST_F(CErrDeathTest, AFailureEndsTheProcessWithStatusZero) {
+    const auto reportAtExit = [] {
+        std::atexit([] {
+            for (const Alert& alert : desktop.alerts)
+                std::fprintf(stderr, "%s %s ", alert.type == AlertType::Stop ? "stop" : "",
+                             alert.text.c_str());
+            std::fprintf(stderr, "beeps %d stops %d\n", desktop.beeps, desktop.debuggerStops);
+        });
+    };
+    EXPECT_EXIT((reportAtExit(), Err.CheckError(-50, "bad parameter")), ExitedWithCode(0),
+                "stop CheckError beeps 2 stops 0");
+    EXPECT_EXIT((reportAtExit(), Err.CheckNull(nullptr, "message")), ExitedWithCode(0),
+                "stop \\?\\?\\? beeps 2 stops 0");
     Err.mBreakIntoDebugger = true;
-    EXPECT_EXIT((tellAtExit(), Err.CheckError(-50, kFunction, "")), ExitedWithCode(0),
-                "beeps 0 stops 1 alerts\n");
-    EXPECT_EQ(log(), entry("ERROR", report("CheckError", "-50", "bad parameter")) +
-                         entry("ERROR", report("???", "<NULL>", "message")));
+    EXPECT_EXIT((reportAtExit(), Err.CheckError(-50, kFunction, "")), ExitedWithCode(0), "^beeps 0 stops 1");
+    EXPECT_EQ(contentsOf("error.log"), entry("ERROR", report("CheckError", "-50", "bad parameter")) +
+                                           entry("ERROR", report("???", "<NULL>", "message")));
 }
 
 }  // namespace

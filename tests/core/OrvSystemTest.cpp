@@ -15,27 +15,27 @@ TEST_F(OrvSystemTest, VersionAndClockAreAskedForOnce) {
     }
 }
 
-TEST_F(OrvSystemTest, ProcessorsAreNumberedFromOneAndCutAtTheBuffersEnd) {
-    EXPECT_STREQ(OrvSystem::GetCPUInfo(), "CPU #1/2: TYPE=7;SUB_T=3, CPU #2/2: TYPE=18;SUB_T=10");
-    desktop.processors.clear();
-    EXPECT_STREQ(OrvSystem::GetCPUInfo(), "");
+TEST_F(OrvSystemTest, ProcessorsAreListedUpToTheBuffersEnd) {
     desktop.processors.assign(128, {0x01000007, 3});
     const std::string text = OrvSystem::GetCPUInfo();
     EXPECT_EQ(text.size(), 255u);
     EXPECT_EQ(text.substr(0, 48), "CPU #1/128: TYPE=16777223;SUB_T=3, CPU #2/128: T");
 }
 
-TEST_F(OrvSystemTest, TheMachineNameKeepsItsLengthByteAndTheProcessNameIsMacRomanOrEmpty) {
+TEST_F(OrvSystemTest, TheMachineNameKeepsItsLengthByte) {
     EXPECT_STREQ(OrvSystem::GetMachineName(), "\7Model 7");
     desktop.machineName.assign(300, 'm');
     EXPECT_EQ(OrvSystem::GetMachineName(), "\xFF" + std::string(254, 'm'));
-    const std::pair<std::string, std::string> cases[] = {{"Caf\xC3\xA9", "Caf\x8E"},
-                                                         {"\xE6\xBC\xA2", ""},  // not in Mac Roman
-                                                         {std::string(400, 'p'), std::string(255, 'p')}};
-    for (const auto& [process, name] : cases) {
+}
+
+TEST_F(OrvSystemTest, TheProcessNameIsMacRomanOrEmpty) {
+    const auto nameOf = [](const std::string& process) {
         desktop.processName = process;
-        EXPECT_EQ(OrvSystem::GetProcessName(), name);
-    }
+        return std::string(OrvSystem::GetProcessName());
+    };
+    EXPECT_EQ(nameOf("Caf\xC3\xA9"), "Caf\x8E");
+    EXPECT_EQ(nameOf("\xE6\xBC\xA2"), "");  // not in Mac Roman
+    EXPECT_EQ(nameOf(std::string(400, 'p')), std::string(255, 'p'));
 }
 
 }  // namespace

@@ -4,30 +4,27 @@
 
 namespace {
 
-using testing::HasSubstr, testing::IsEmpty;
+using testing::HasSubstr;
 
 class SingleQuakeViewTest : public standins::Test {
   protected:
     static std::unique_ptr<SingleQuakeView> makeView() {
         auto view = std::make_unique<SingleQuakeView>();
-        EXPECT_EQ(view->initWithFrame({20, 30, 800, 600}), view.get());
+        view->initWithFrame({20, 30, 800, 600});
         return view;
-    }
-    static platform::WebView& webViewOf(const SingleQuakeView& view) {
-        EXPECT_EQ(view.subviews().size(), 1u);
-        return dynamic_cast<platform::WebView&>(*view.subviews().at(0));
     }
 };
 
-TEST_F(SingleQuakeViewTest, LoadsTheTenBiggestQuakesIntoOneWebViewThatReachesPastLeftAndTop) {
+TEST_F(SingleQuakeViewTest, LoadsTheTenBiggestQuakesIntoOneWebView) {
     serveQuakes({4, 5, 5, 5, 5, 5, 5, 5, 5, 5, 6, 4.1});
     const auto view = makeView();
-    EXPECT_THAT(view->subviews(), IsEmpty());
     for (int i = 0; i < 11; ++i) view->loadNextPage();
 
-    EXPECT_EQ(webViewOf(*view).frame(), (platform::Rect{-10, 0, 810, 610}));
-    EXPECT_FALSE(webViewOf(*view).backing().allowsScrolling);
-    const auto& loads = webViewOf(*view).backing().loads;
+    ASSERT_EQ(view->subviews().size(), 1u);
+    auto& webView = dynamic_cast<platform::WebView&>(*view->subviews()[0]);
+    EXPECT_EQ(webView.frame(), (platform::Rect{-10, 0, 810, 610}));  // past left and top
+    EXPECT_FALSE(webView.backing().allowsScrolling);
+    const auto& loads = webView.backing().loads;
     EXPECT_EQ(loads.at(0).url, MapsPageWriter().locationOfTempPage());
     EXPECT_THAT(loads.at(0).page, HasSubstr("initializeMap(10.000, 172.713, 6.00"));
     EXPECT_THAT(loads.at(0).page, HasSubstr("width: 810px; height: 610px"));
@@ -35,14 +32,18 @@ TEST_F(SingleQuakeViewTest, LoadsTheTenBiggestQuakesIntoOneWebViewThatReachesPas
     EXPECT_THAT(loads.at(10).page, HasSubstr("initializeMap(10.000"));
 }
 
-TEST_F(SingleQuakeViewTest, IsCompleteWhenAnyWebViewHasFinishedUntilItLoadsAgain) {
+TEST_F(SingleQuakeViewTest, LoadsNothingWithoutAQuake) {
+    const auto view = makeView();
+    view->loadNextPage();
+    EXPECT_TRUE(dynamic_cast<platform::WebView&>(*view->subviews().at(0)).backing().loads.empty());
+}
+
+TEST_F(SingleQuakeViewTest, IsCompleteUntilItLoadsAgain) {
     const auto first = makeView(), second = makeView();
-    first->loadNextPage();
-    second->loadNextPage();
-    makeView()->loadNextPage();                                 // told nothing after its end
-    EXPECT_THAT(webViewOf(*first).backing().loads, IsEmpty());  // no quake
+    for (const auto& each : {first.get(), second.get()}) each->loadNextPage();
+    makeView()->loadNextPage();  // told nothing after its end
     EXPECT_FALSE(first->pageIsComplete());
-    finishALoad();
+    finishALoad();  // of any web view
     first->loadNextPage();
     EXPECT_FALSE(first->pageIsComplete());
     EXPECT_TRUE(second->pageIsComplete());

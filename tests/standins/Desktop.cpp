@@ -27,9 +27,7 @@ std::string pathForResource(const std::string& name) {
 Canvas::Canvas(std::unique_ptr<Backing> backing) : mBacking(std::move(backing)) {}
 Canvas::~Canvas() = default;
 
-void Canvas::fillRect(const Rect& rect, const Color& color) {
-    desktop.drawings.push_back({.place = rect, .color = color});
-}
+void Canvas::fillRect(const Rect& rect, const Color&) { desktop.drawings.push_back({"fill", rect}); }
 
 Image* Canvas::loadImage(const std::string& path) {
     return path.empty() ? nullptr : &desktop.images.emplace_back(Image{path});
@@ -42,10 +40,8 @@ void Canvas::drawImageAtPoint(Image* image, const Point& lowerLeft, CompositingO
     drawImageInRect(image, {lowerLeft.x, lowerLeft.y, 0, 0}, operation, fraction);
 }
 
-void Canvas::drawImageInRect(Image* image, const Rect& rect, CompositingOperation operation,
-                             double fraction) {
-    desktop.drawings.push_back(
-        {.what = image->path, .place = rect, .operation = operation, .fraction = fraction});
+void Canvas::drawImageInRect(Image* image, const Rect& rect, CompositingOperation, double) {
+    desktop.drawings.push_back({image->path, rect});
 }
 
 void Canvas::drawTextAtPoint(const std::string& text, const Point& lowerLeft,
@@ -53,8 +49,8 @@ void Canvas::drawTextAtPoint(const std::string& text, const Point& lowerLeft,
     drawTextInRect(text, {lowerLeft.x, lowerLeft.y, 0, 0}, attributes);
 }
 
-void Canvas::drawTextInRect(const std::string& text, const Rect& rect, const TextAttributes& attributes) {
-    desktop.drawings.push_back({.what = text, .place = rect, .attributes = attributes});
+void Canvas::drawTextInRect(const std::string& text, const Rect& rect, const TextAttributes&) {
+    desktop.drawings.push_back({text, rect});
 }
 
 std::time_t currentTime() { return desktop.now; }

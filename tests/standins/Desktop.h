@@ -55,16 +55,10 @@ struct Alert {
     bool operator==(const Alert&) const = default;
 };
 
-// Something drawn; what its kind does not have stays as it is here. A point is a rectangle without a size.
+// Something drawn. A point is a rectangle without a size.
 struct Drawing {
-    std::string what = "fill";  // or the text, or the image's path
-    platform::Rect place{};
-    platform::Color color{};
-    platform::CompositingOperation operation = platform::CompositingOperation::Copy;
-    double fraction = 1;
-    platform::TextAttributes attributes{};
-
-    bool operator==(const Drawing&) const = default;
+    std::string what;  // "fill", the text or the image's path
+    platform::Rect place;
 };
 
 // It is over, and has hidden and shown its views, when its start returns.

@@ -1,8 +1,32 @@
 #include "tests/standins/StandIns.h"
 
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+
 #include "platform/portable/NotificationCenter.h"
 #include "quakes/CQuakeList.h"
 #include "tests/support/Feed.h"
+
+namespace {
+
+// Err ends the process with status 0, which whoever runs the tests would take for success. Death tests run in
+// processes of their own.
+const pid_t testProcess = getpid();
+
+void failWithinTest() {
+    if (getpid() != testProcess || !testing::UnitTest::GetInstance()->current_test_info()) return;
+    std::fputs("The test ended its process.\n", stderr);
+    _exit(1);
+}
+
+[[maybe_unused]] const int isRegistered = [] {
+    testing::UnitTest::GetInstance();  // so that it outlives what asks it
+    return std::atexit(failWithinTest);
+}();
+
+}  // namespace
 
 namespace standins {
 

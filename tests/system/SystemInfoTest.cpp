@@ -4,17 +4,26 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <memory>
 
 #include "platform/Clock.h"
 
 TEST(SystemInfoTest, TheRunningSystemIsDescribed) {
     EXPECT_EQ(platform::systemNames().system, "Linux");
     EXPECT_EQ(platform::processName(), std::filesystem::read_symlink("/proc/self/exe").filename());
-    EXPECT_GE(platform::systemVersion(), 0);
-    EXPECT_GE(platform::processorClock(), 0);
     char node[256] = "";
     gethostname(node, sizeof node);
     EXPECT_EQ(platform::systemNames().node, node);
+    const std::int32_t clock = platform::processorClock();
+    EXPECT_TRUE(clock == 0 || clock >= 100'000'000) << clock;  // Hz, where it is known
+}
+
+TEST(SystemInfoTest, TheVersionHoldsItsDecimalDigits) {
+    const std::unique_ptr<FILE, int (*)(FILE*)> shell(
+        popen(". /etc/os-release; echo $VERSION_ID | tr -dc 0-9", "r"), pclose);
+    char digits[16] = "";
+    if (!fgets(digits, sizeof digits, shell.get())) GTEST_SKIP() << "a system without a version";
+    EXPECT_EQ(platform::systemVersion(), std::stoll(digits, nullptr, 16));
 }
 
 TEST(SystemInfoTest, EveryProcessorHasItsPublishedNumbers) {
@@ -31,6 +40,5 @@ TEST(ClockTest, ANewTimeZoneCountsAtOnce) {
     EXPECT_EQ(platform::localTime(newYear).tm_hour, 13);
     setenv("TZ", "EST5", 1);
     EXPECT_EQ(platform::localTime(newYear).tm_hour, 19);
-    EXPECT_EQ(platform::localTime(newYear).tm_gmtoff, -5 * 3600);
     unsetenv("TZ");
 }

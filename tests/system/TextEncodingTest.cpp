@@ -27,8 +27,8 @@ TEST(TextEncodingTest, WhatCannotBeConvertedGivesNothing) {
     for (const char* text : {"T\xC5\xABpuna", "\xFF", "cut \xC3", "\xED\xA0\x80"})
         EXPECT_EQ(toMacRoman(text), std::nullopt) << text;
     EXPECT_EQ(convertText("text", 0x7777, kCFStringEncodingUTF8), std::nullopt);
-    for (const char* name : {"", "no-such-encoding", "ASCII//TRANSLIT", "ASCII//IGNORE"})
-        EXPECT_EQ(convertText("T\xC5\xABpuna", "UTF-8", name), std::nullopt) << name;
+    for (const char* name : {"", "no-such-encoding", "ASCII//TRANSLIT"})
+        EXPECT_EQ(convertText("text", "UTF-8", name), std::nullopt) << name;
 }
 
 TEST(TextEncodingTest, UnicodeHasTheMachinesByteOrderAndNoMark) {
