@@ -4,6 +4,7 @@
 
 #include <bit>
 #include <cerrno>
+#include <cstring>
 
 namespace platform {
 
@@ -58,8 +59,15 @@ std::optional<std::string> nameOf(CFStringEncoding encoding) {
     }
 }
 
-// iconv takes an empty name for the locale's encoding, and what follows a slash for a wish to be inexact.
-bool isPlainName(const std::string& name) { return !name.empty() && name.find('/') == std::string::npos; }
+// A text has many forms in UTF-7. iconv escapes "<", so a document would lose its declaration.
+bool isUTF7(const std::string& name) {
+    return strcasestr(name.c_str(), "UTF-7") || strcasestr(name.c_str(), "UTF7");
+}
+
+// To iconv an empty name is the locale's encoding, and what follows a slash asks for an inexact conversion.
+bool isUsableName(const std::string& name) {
+    return !name.empty() && name.find('/') == std::string::npos && !isUTF7(name);
+}
 
 }  // namespace
 
@@ -72,7 +80,7 @@ std::optional<std::string> convertText(std::string_view text, CFStringEncoding f
 
 std::optional<std::string> convertText(std::string_view text, const std::string& from,
                                        const std::string& to) {
-    if (!isPlainName(from) || !isPlainName(to)) return std::nullopt;
+    if (!isUsableName(from) || !isUsableName(to)) return std::nullopt;
     Converter converter(from.c_str(), to.c_str());
     if (!converter.isOpen()) return std::nullopt;
     return converter.convert(text);
