@@ -46,6 +46,8 @@ TEST_F(MapsPageWriterTest, ShowsTimesInTheLocalZoneAndInEnglishWhateverTheLocale
     std::setlocale(LC_TIME, "C");
     desktop.zone = "EST5";
     EXPECT_EQ(local("2009-03-03T01:05:09 +0000"), "Mon, 02. March 2009 20:05:09");
+    EXPECT_EQ(local("1600-07-01T00:00:00 +0000"), "Fri, 30. June 1600 19:00:00");
+    EXPECT_EQ(local("9998-07-01T00:00:00 +0000"), "Tue, 30. June 9998 19:00:00");
     EXPECT_THAT(desktop.logLines, IsEmpty());
 }
 
