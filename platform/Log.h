@@ -4,10 +4,10 @@
 
 namespace platform {
 
-// One line on stderr, after the program's name.
+// One line on stderr, made printable, after the program's name.
 void log(const std::string& line);
 
-// The same for whoever asked for it: a line for each fetch, tick, fade and page.
+// The same, but only when verbose: a line for each fetch, tick, fade and page.
 void trace(const std::string& line);
 void setVerbose(bool verbose);
 

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <vector>
 
+#include "platform/PrintableText.h"
 #include "quakes/CQuakeEvent.h"
 #include "quakes/CQuakeList.h"
 
@@ -12,8 +13,8 @@ namespace {
 
 constexpr int kShownQuakes = 10;
 
-// One round of the list's cycle. The first two are shown the other way round: the view that asks second for a
-// page is the first to appear.
+// One round of the list's cycle. The first two swap places: the view that asks second for a page appears
+// first.
 std::vector<const CQuakeEvent*> quakesAsShown() {
     CQuakeList* list = CQuakeList::Instance();
     list->KeepBiggestQuakes(kShownQuakes);
@@ -40,6 +41,6 @@ int listQuakes() {
     int number = 0;
     for (const CQuakeEvent* quake : quakes)
         std::printf("%2d  %9.2f  %7.2f km  %9.3f  %9.3f  %s\n", ++number, quake->mMagnitude, quake->mDepth,
-                    quake->mLatitude, quake->mLongitude, quake->mTime);
+                    quake->mLatitude, quake->mLongitude, platform::printable(quake->mTime).c_str());
     return 0;
 }
