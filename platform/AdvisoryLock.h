@@ -5,13 +5,14 @@
 
 namespace platform {
 
-// A lock on a file or a folder that all processes of the user who want it respect. The system takes it from a
+// A lock on a file or a folder among the processes of the user that ask for it. The system takes it from a
 // process that dies.
 class AdvisoryLock {
   public:
     enum class State { Held, TakenByAnother, Unavailable };
 
-    // Opens the path: a folder, or a file, which is made where there is none. Locks nothing yet.
+    // Opens the path: a folder, or a file in a private folder, which is made where there is none. A link to a
+    // file is not followed. Locks nothing yet.
     explicit AdvisoryLock(const std::string& path);
     ~AdvisoryLock();
     AdvisoryLock(const AdvisoryLock&) = delete;
@@ -21,8 +22,8 @@ class AdvisoryLock {
     State tryToLock();
     State waitAndLock();
 
-    // A short text in the file for whoever opens it. A text cut short by an error may be read. Empty when
-    // there is none.
+    // A short text in the file for whoever opens it; empty when there is none. After an error it may be read
+    // truncated.
     std::string note() const;
     void setNote(const std::string& text);
 

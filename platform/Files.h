@@ -9,9 +9,17 @@ namespace platform {
 bool readFile(const std::string& path, std::string& data);
 bool writeFileAtomically(const std::string& path, const std::string& data);
 
+// The same for the program's own files, which only this user may read. Links are not followed, and both fail
+// in a folder that is not private.
+bool readPrivateFile(const std::string& path, std::string& data);
+bool writePrivateFile(const std::string& path, const std::string& data);
+
 bool isDirectory(const std::string& path);
 
-// Makes the folder and those above it, where they are not there, for this user alone. Returns false when that
+// Whether it is a folder, and no link to one, that belongs to this user and that nobody else may write to.
+bool isPrivateFolder(const std::string& path);
+
+// Makes those of the folder and its parents that are missing, for this user alone. Returns false when that
 // fails.
 bool makePrivateFolder(const std::string& path);
 
@@ -24,7 +32,7 @@ std::string userCacheDirectory();
 
 // The 32 bytes of Finder information of a file: type in the first four, creator in the next four.
 using FinderInfo = std::array<char, 32>;
-// A file that has none yet reads as zeros.
+// Zeros for a file that has none yet.
 FinderInfo finderInfo(const std::string& path);
 // Returns false where the file system keeps none.
 bool setFinderInfo(const std::string& path, const FinderInfo& info);

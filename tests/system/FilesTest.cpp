@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "platform/AdvisoryLock.h"
 #include "tests/TemporaryFolder.h"
 
 namespace {
@@ -50,6 +51,29 @@ TEST_F(FilesTest, AReplacedFileKeepsItsRightsAndALinkItsTarget) {
     EXPECT_TRUE(fs::is_symlink("link"));
     EXPECT_EQ(contentsOf("file"), "new");
     EXPECT_EQ(fs::status("file").permissions(), kRights);
+}
+
+TEST_F(FilesTest, APrivateFileIsForThisUserAloneInAFolderOfTheirsAndNoLink) {
+    const std::string folder = mCurrentFolder.path("own"), path = folder + "/file", lock = folder + "/lock";
+    using platform::AdvisoryLock;
+    ASSERT_TRUE(platform::makePrivateFolder(folder));
+    std::ofstream("target") << "old";
+    for (const std::string& name : {path, lock}) fs::create_symlink("../target", name);
+    std::string data;
+    EXPECT_FALSE(platform::readPrivateFile(path, data));
+    EXPECT_EQ(AdvisoryLock(lock).tryToLock(), AdvisoryLock::State::Unavailable);
+    EXPECT_TRUE(platform::writePrivateFile(path, "new"));
+    EXPECT_EQ(contentsOf("target"), "old");
+    EXPECT_EQ(fs::symlink_status(path).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+
+    fs::remove(lock);
+    EXPECT_TRUE(platform::readPrivateFile(path, data));
+    EXPECT_EQ(AdvisoryLock(lock).tryToLock(), AdvisoryLock::State::Held);
+    fs::permissions(folder, fs::perms::group_write, fs::perm_options::add);
+    EXPECT_FALSE(platform::readPrivateFile(path, data));
+    EXPECT_FALSE(platform::writePrivateFile(path, "newer"));
+    EXPECT_EQ(AdvisoryLock(lock).tryToLock(), AdvisoryLock::State::Unavailable);
+    EXPECT_EQ(filesIn(folder), 2);
 }
 
 using FilesDeathTest = FilesTest;
