@@ -10,16 +10,17 @@ class CQuakeEvent;
 class MapsPageWriter {
   public:
     // Writes the page for a map of that size in pixels to locationOfTempPage. Nothing is written for a null
-    // event, and a failed write is ignored.
+    // event. The first write that fails is logged.
     void writeForEvent(const CQuakeEvent* event, const platform::Size& frameSize);
 
-    // The same file for every writer of the process. Empty when there is no temporary folder.
+    // The same file for every writer of the process; another one once a write had to go elsewhere. Empty when
+    // there is no temporary folder.
     std::string locationOfTempPage() const;
 
     // A template that cannot be read is reported as an error, which ends the process.
     std::string loadTemplatePage() const;
 
-    // The time as text in the local time zone, or the current time when zulu is no time. A null zulu gives
+    // The time as text in the local time zone, or the current time when zulu is not a time. A null zulu gives
     // the current time in another form.
     std::string localDateStringFromZulu(const char* zulu) const;
 

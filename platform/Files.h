@@ -27,6 +27,10 @@ bool makePrivateFolder(const std::string& path);
 // to the process and removed when it ends. Empty when none can be made.
 std::string temporaryDirectory();
 
+// Writes a private file into temporaryDirectory, which moves elsewhere if its place is full or read-only.
+// Returns false when no place takes the file.
+bool writeTemporaryFile(const std::string& name, const std::string& data);
+
 // $XDG_CACHE_HOME, or else ~/.cache. It need not exist.
 std::string userCacheDirectory();
 

@@ -13,7 +13,7 @@
 namespace {
 
 using standins::desktop;
-using testing::HasSubstr, testing::IsEmpty;
+using testing::ElementsAre, testing::HasSubstr, testing::IsEmpty;
 
 const std::string kNow = "Tue, 03. March 2009 14:05:09";
 
@@ -93,6 +93,16 @@ TEST_F(MapsPageWriterTest, WritesTheTemplateWithItsInsertionsForAnEventAloneName
 
     desktop.bundle = "/some.where/Other.v2.saver";
     EXPECT_EQ(mWriter.locationOfTempPage(), platform::temporaryDirectory() + "/Other.v2.html");
+}
+
+TEST_F(MapsPageWriterTest, LogsOnceThatThePageCannotBeWritten) {
+    const TemporaryFolder folder;
+    desktop.bundle = folder.path(std::string(249, 'x') + ".saver");  // a draft's name would be too long
+    std::filesystem::create_directories(desktop.bundle + "/resources");
+    std::ofstream(desktop.bundle + "/resources/map.html") << "page";
+    for (int i = 0; i < 2; ++i) mWriter.writeForEvent(&mQuake, {800, 600});
+    EXPECT_THAT(desktop.logLines, ElementsAre(HasSubstr("cannot write the map page")));
+    EXPECT_FALSE(std::filesystem::exists(mWriter.locationOfTempPage()));
 }
 
 using MapsPageWriterDeathTest = MapsPageWriterTest;

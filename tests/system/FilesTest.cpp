@@ -4,6 +4,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -109,7 +110,7 @@ TEST_F(FilesDeathTest, TheTemporaryFolderIsPrivateRemovedAtExitAndLiesWhereTheEn
 
 TEST_F(FilesDeathTest, TheTemporaryFolderIsMadeAgainAndSurvivesAForkedProcess) {
     const auto run = [] {
-        fs::remove(platform::temporaryDirectory());
+        fs::remove_all(platform::temporaryDirectory());
         const std::string folder = platform::temporaryDirectory();
         const pid_t child = fork();
         if (child == 0) std::exit(0);
@@ -117,6 +118,46 @@ TEST_F(FilesDeathTest, TheTemporaryFolderIsMadeAgainAndSurvivesAForkedProcess) {
         std::exit(platform::isDirectory(folder) ? 4 : 5);
     };
     EXPECT_EXIT(run(), testing::ExitedWithCode(4), "");
+}
+
+TEST_F(FilesDeathTest, ATemporaryFileIsPrivateAndGoesElsewhereWhenItsPlaceFails) {
+    const auto writeAndTell = [] {
+        for (const char* name : {"run", "other"}) fs::create_directory(name);
+        setenv("XDG_RUNTIME_DIR", fs::absolute("run").c_str(), 1);
+        setenv("TMPDIR", fs::absolute("other").c_str(), 1);
+        // Neither a folder nor a file that a folder stands in the way of can be made in the first place now.
+        fs::create_directory(platform::temporaryDirectory() + "/page.html");
+        setenv("XDG_RUNTIME_DIR", "/nowhere", 1);
+        const bool isWritten = platform::writeTemporaryFile("page.html", "text");
+        const std::string path = platform::temporaryDirectory() + "/page.html";
+        std::fprintf(stderr, "%d %o %s", isWritten, unsigned(fs::status(path).permissions()), path.c_str());
+        std::exit(contentsOf(path) == "text" ? 3 : 4);
+    };
+    EXPECT_EXIT(writeAndTell(), testing::ExitedWithCode(3), "^1 600 .*/other/tellmar-....../page.html");
+    for (const char* name : {"run", "other"}) EXPECT_EQ(filesIn(name), 0);
+}
+
+TEST_F(FilesDeathTest, AFolderLeftBehindIsRemovedByTheNextProcessAndOneInUseIsNot) {
+    setenv("XDG_RUNTIME_DIR", mCurrentFolder.path().c_str(), 1);
+    fs::create_directory("tellmar-backup");
+    // A process that has written a file and then sends itself a signal.
+    const auto start = [](int signal) {
+        const pid_t child = fork();
+        if (child == 0) std::exit(platform::writeTemporaryFile("page", "x") && raise(signal));
+        waitpid(child, nullptr, WUNTRACED);
+        return child;
+    };
+    start(SIGKILL);
+    EXPECT_EQ(filesIn(), 2);
+    const pid_t user = start(SIGSTOP);
+    EXPECT_EQ(filesIn(), 2);
+    start(SIGKILL);
+    EXPECT_EQ(filesIn(), 3);
+    kill(user, SIGKILL);
+    waitpid(user, nullptr, 0);
+    start(SIGCONT);  // goes on to its end
+    EXPECT_EQ(filesIn(), 1);
+    unsetenv("XDG_RUNTIME_DIR");
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <glib.h>
-#include <stdlib.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
@@ -10,11 +9,11 @@
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
-#include <initializer_list>
 #include <optional>
 #include <system_error>
 
 #include "platform/linux/Handles.h"
+#include "platform/linux/system/ProcessFolder.h"
 
 namespace platform {
 
@@ -92,42 +91,10 @@ bool liesInPrivateFolder(const std::string& path) {
     return isPrivateFolder(fs::path(path).parent_path().string());
 }
 
-// The path of a new folder that only this user may enter; empty when it cannot be made there.
-std::string makePrivateFolder(const char* parent) {
-    if (parent == nullptr || parent[0] != '/') return "";
-    std::string path = std::string(parent) + "/tellmar-XXXXXX";
-    return mkdtemp(path.data()) == nullptr ? "" : path;
+ProcessFolder& processFolder() {
+    static ProcessFolder folder;
+    return folder;
 }
-
-// Removes its folder at the end of the process that made it, not at the end of one forked off.
-class TemporaryFolder {
-  public:
-    ~TemporaryFolder() {
-        if (mPath.empty() || mOwner != getpid()) return;
-        std::error_code ignored;
-        fs::remove_all(mPath, ignored);
-    }
-
-    // A folder that somebody tidied away is made again.
-    const std::string& path() {
-        if (mPath.empty() || !isDirectory(mPath)) make();
-        return mPath;
-    }
-
-  private:
-    void make() {
-        mOwner = getpid();
-        const std::initializer_list<const char*> parents = {getenv("XDG_RUNTIME_DIR"), getenv("TMPDIR"),
-                                                            "/tmp"};
-        for (const char* parent : parents) {
-            mPath = makePrivateFolder(parent);
-            if (!mPath.empty()) return;
-        }
-    }
-
-    std::string mPath;
-    pid_t mOwner = 0;
-};
 
 }  // namespace
 
@@ -168,9 +135,10 @@ bool makePrivateFolder(const std::string& path) {
     return g_mkdir_with_parents(path.c_str(), kPrivate) == 0;
 }
 
-std::string temporaryDirectory() {
-    static TemporaryFolder folder;
-    return folder.path();
+std::string temporaryDirectory() { return processFolder().path(); }
+
+bool writeTemporaryFile(const std::string& name, const std::string& data) {
+    return processFolder().write(name, data);
 }
 
 std::string userCacheDirectory() {
