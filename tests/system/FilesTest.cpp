@@ -55,26 +55,24 @@ TEST_F(FilesTest, AReplacedFileKeepsItsRightsAndALinkItsTarget) {
 }
 
 TEST_F(FilesTest, APrivateFileIsForThisUserAloneInAFolderOfTheirsAndNoLink) {
-    const std::string folder = mCurrentFolder.path("own"), path = folder + "/file", lock = folder + "/lock";
-    using platform::AdvisoryLock;
-    ASSERT_TRUE(platform::makePrivateFolder(folder));
-    std::ofstream("target") << "old";
-    for (const std::string& name : {path, lock}) fs::create_symlink("../target", name);
+    const auto tryToLock = [] { return platform::AdvisoryLock("own/lock").tryToLock(); };
+    using enum platform::AdvisoryLock::State;
     std::string data;
-    EXPECT_FALSE(platform::readPrivateFile(path, data));
-    EXPECT_EQ(AdvisoryLock(lock).tryToLock(), AdvisoryLock::State::Unavailable);
-    EXPECT_TRUE(platform::writePrivateFile(path, "new"));
+    ASSERT_TRUE(platform::makePrivateFolder("own"));
+    std::ofstream("target") << "old";
+    for (const char* name : {"own/file", "own/lock"}) fs::create_symlink("../target", name);
+    EXPECT_EQ(tryToLock(), Unavailable);
+    EXPECT_FALSE(platform::readPrivateFile("own/file", data));
+    EXPECT_TRUE(platform::writePrivateFile("own/file", "text"));
     EXPECT_EQ(contentsOf("target"), "old");
-    EXPECT_EQ(fs::symlink_status(path).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(fs::status("own/file").permissions(), fs::perms::owner_read | fs::perms::owner_write);
 
-    fs::remove(lock);
-    EXPECT_TRUE(platform::readPrivateFile(path, data));
-    EXPECT_EQ(AdvisoryLock(lock).tryToLock(), AdvisoryLock::State::Held);
-    fs::permissions(folder, fs::perms::group_write, fs::perm_options::add);
-    EXPECT_FALSE(platform::readPrivateFile(path, data));
-    EXPECT_FALSE(platform::writePrivateFile(path, "newer"));
-    EXPECT_EQ(AdvisoryLock(lock).tryToLock(), AdvisoryLock::State::Unavailable);
-    EXPECT_EQ(filesIn(folder), 2);
+    fs::remove("own/lock");
+    EXPECT_EQ(tryToLock(), Held);
+    fs::permissions("own", fs::perms::group_write, fs::perm_options::add);
+    EXPECT_EQ(tryToLock(), Unavailable);
+    EXPECT_FALSE(platform::readPrivateFile("own/file", data));
+    EXPECT_FALSE(platform::writePrivateFile("own/file", "newer"));
 }
 
 using FilesDeathTest = FilesTest;
@@ -125,7 +123,7 @@ TEST_F(FilesDeathTest, ATemporaryFileIsPrivateAndGoesElsewhereWhenItsPlaceFails)
         for (const char* name : {"run", "other"}) fs::create_directory(name);
         setenv("XDG_RUNTIME_DIR", fs::absolute("run").c_str(), 1);
         setenv("TMPDIR", fs::absolute("other").c_str(), 1);
-        // Neither a folder nor a file that a folder stands in the way of can be made in the first place now.
+        // From now on the first place takes neither the file nor another folder.
         fs::create_directory(platform::temporaryDirectory() + "/page.html");
         setenv("XDG_RUNTIME_DIR", "/nowhere", 1);
         const bool isWritten = platform::writeTemporaryFile("page.html", "text");
@@ -140,7 +138,7 @@ TEST_F(FilesDeathTest, ATemporaryFileIsPrivateAndGoesElsewhereWhenItsPlaceFails)
 TEST_F(FilesDeathTest, AFolderLeftBehindIsRemovedByTheNextProcessAndOneInUseIsNot) {
     setenv("XDG_RUNTIME_DIR", mCurrentFolder.path().c_str(), 1);
     fs::create_directory("tellmar-backup");
-    // A process that has written a file and then sends itself a signal.
+    // Starts a process that writes a file and then sends itself the signal.
     const auto start = [](int signal) {
         const pid_t child = fork();
         if (child == 0) std::exit(platform::writeTemporaryFile("page", "x") && raise(signal));
@@ -148,7 +146,6 @@ TEST_F(FilesDeathTest, AFolderLeftBehindIsRemovedByTheNextProcessAndOneInUseIsNo
         return child;
     };
     start(SIGKILL);
-    EXPECT_EQ(filesIn(), 2);
     const pid_t user = start(SIGSTOP);
     EXPECT_EQ(filesIn(), 2);
     start(SIGKILL);
