@@ -64,18 +64,28 @@ std::string dateText(const std::tm& time) {
            formatted(time, " %Y %H:%M:%S");
 }
 
+std::string pageName() { return std::filesystem::path(platform::bundlePath()).stem().string() + ".html"; }
+
+// The first time only: the next quake would fail in the same way.
+void reportFailedWrite() {
+    static bool isReported = false;
+    if (!isReported)
+        platform::log("cannot write the map page: no folder for temporary files can be written to");
+    isReported = true;
+}
+
 }  // namespace
 
 void MapsPageWriter::writeForEvent(const CQuakeEvent* event, const platform::Size& frameSize) {
     const std::string page = loadTemplatePage();
     if (!event) return;
-    platform::writeFileAtomically(locationOfTempPage(), insertMapsFunctionCall(page, *event, frameSize));
+    if (!platform::writeTemporaryFile(pageName(), insertMapsFunctionCall(page, *event, frameSize)))
+        reportFailedWrite();
 }
 
 std::string MapsPageWriter::locationOfTempPage() const {
     const std::string folder = platform::temporaryDirectory();
-    if (folder.empty()) return "";
-    return folder + "/" + std::filesystem::path(platform::bundlePath()).stem().string() + ".html";
+    return folder.empty() ? "" : folder + "/" + pageName();
 }
 
 std::string MapsPageWriter::loadTemplatePage() const {

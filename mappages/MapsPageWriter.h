@@ -10,10 +10,11 @@ class CQuakeEvent;
 class MapsPageWriter {
   public:
     // Writes the page for a map of that size in pixels to locationOfTempPage. Writes nothing for a null
-    // event, and ignores a failed write.
+    // event, and logs the first write that fails.
     void writeForEvent(const CQuakeEvent* event, const platform::Size& frameSize);
 
-    // The same file for every writer in the process. Empty when there is no temporary folder.
+    // The same file for every writer in the process, until a write has to go elsewhere. Empty when there is
+    // no temporary folder.
     std::string locationOfTempPage() const;
 
     // Reports a template that cannot be read as an error, which ends the process.

@@ -11,7 +11,8 @@ class AdvisoryLock {
   public:
     enum class State { Held, TakenByAnother, Unavailable };
 
-    // Opens the path, a folder or a file; a missing file is created. Locks nothing yet.
+    // Opens the path: a folder, or a file in a private folder; a missing file is created. A link to a file is
+    // not followed. Locks nothing yet.
     explicit AdvisoryLock(const std::string& path);
     ~AdvisoryLock();
     AdvisoryLock(const AdvisoryLock&) = delete;

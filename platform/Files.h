@@ -9,7 +9,15 @@ namespace platform {
 bool readFile(const std::string& path, std::string& data);
 bool writeFileAtomically(const std::string& path, const std::string& data);
 
+// The same for the program's own files, which only this user may read. Links are not followed, and both fail
+// in a folder that is not private.
+bool readPrivateFile(const std::string& path, std::string& data);
+bool writePrivateFile(const std::string& path, const std::string& data);
+
 bool isDirectory(const std::string& path);
+
+// Whether it is a folder, not a link to one, that belongs to this user and that nobody else may write to.
+bool isPrivateFolder(const std::string& path);
 
 // Creates the folder and any missing parents, for this user alone. Returns false on failure.
 bool makePrivateFolder(const std::string& path);
@@ -17,6 +25,10 @@ bool makePrivateFolder(const std::string& path);
 // The folder for this process's own temporary files, without a trailing slash: created on first use, private
 // to the process and removed when it ends. Empty when it cannot be created.
 std::string temporaryDirectory();
+
+// Writes a private file into temporaryDirectory, which moves elsewhere if its place is full or read-only.
+// Returns false when no place takes the file.
+bool writeTemporaryFile(const std::string& name, const std::string& data);
 
 // $XDG_CACHE_HOME, or else ~/.cache. It need not exist.
 std::string userCacheDirectory();

@@ -4,7 +4,7 @@
 
 namespace platform {
 
-// Writes one line to stderr, after the program's name.
+// Writes one line to stderr, made printable, after the program's name.
 void log(const std::string& line);
 
 // The same, but only when verbose: a line for each fetch, tick, fade and page.

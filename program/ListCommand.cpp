@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <vector>
 
+#include "platform/PrintableText.h"
 #include "quakes/CQuakeEvent.h"
 #include "quakes/CQuakeList.h"
 
@@ -40,6 +41,6 @@ int listQuakes() {
     int number = 0;
     for (const CQuakeEvent* quake : quakes)
         std::printf("%2d  %9.2f  %7.2f km  %9.3f  %9.3f  %s\n", ++number, quake->mMagnitude, quake->mDepth,
-                    quake->mLatitude, quake->mLongitude, quake->mTime);
+                    quake->mLatitude, quake->mLongitude, platform::printable(quake->mTime).c_str());
     return 0;
 }

@@ -10,7 +10,7 @@
 namespace {
 
 constexpr std::string_view kProgram = "tellmar";
-constexpr std::string_view kBlanks = " \t\n";
+constexpr std::string_view kBlanks = " \t\r\n";
 
 // The file is in the syntax of X resources: a backslash takes the end of its line away, so an entry (or a
 // comment) may run over many lines. A list separates its programs by a backslash and an n.
@@ -54,6 +54,12 @@ std::optional<Span> findEntry(std::string_view text, std::string_view name) {
 }
 
 Span valueOf(std::string_view text, Span entry) { return {text.find(':', entry.begin) + 1, entry.end}; }
+
+// Whether an odd number of backslashes ends the text: the last one escapes what follows.
+bool endsInEscape(std::string_view text) {
+    const std::size_t words = text.find_last_not_of('\\') + 1;  // 0 where all are backslashes
+    return (text.size() - words) % 2 == 1;
+}
 
 // Each with its separator; the last may have none, or be nothing but blanks.
 std::vector<Span> programsOf(std::string_view text, Span list) {
@@ -115,24 +121,37 @@ std::vector<Span> withoutBlankEnd(std::string_view text, std::vector<Span> progr
     return programs;
 }
 
-bool hasSeparator(std::string_view program) { return program.ends_with("\\n"); }
+bool hasSeparator(std::string_view program) {
+    return program.ends_with('n') && endsInEscape(program.substr(0, program.size() - 1));
+}
 
 // The end of what is neither blank nor the mere continuation of a line.
 std::size_t endOfWords(std::string_view text, Span program) {
     std::size_t end = program.end;
     for (bool isOver = false; !isOver && end > program.begin;) {
-        const bool isContinuation = text[end - 1] == '\\' && (end == text.size() || text[end] == '\n');
+        const bool isContinuation =
+            endsInEscape(text.substr(0, end)) && (end == text.size() || text[end] == '\n');
         isOver = kBlanks.find(text[end - 1]) == kBlanks.npos && !isContinuation;
         if (!isOver) --end;
     }
     return end;
 }
 
-// A line that the text's last one cannot take for its continuation.
+// Makes sure that what is added next does not continue the last entry.
 void endLastEntry(std::string& text) {
     if (!text.empty() && text.back() != '\n') text += '\n';
     const auto entries = entriesOf(text);
     if (!entries.empty() && entries.back().end == text.size()) text += '\n';
+}
+
+// At the end; but in front of a text that ends in a lone CR, which a line feed would turn into a CR LF.
+void addEntry(std::string& text, const std::string& entry) {
+    if (text.ends_with('\r')) {
+        text.insert(0, entry);
+        return;
+    }
+    endLastEntry(text);
+    text += entry;
 }
 
 }  // namespace
@@ -148,11 +167,7 @@ XScreenSaverFile::Place XScreenSaverFile::place() const {
 void XScreenSaverFile::add(const std::string& command) {
     const std::string line = "\\\n\t\t\t\t" + command + "\t\t\t\t    \\n";
     const auto list = findEntry(mText, "programs");
-    if (!list) {
-        endLastEntry(mText);
-        mText += "programs:\t" + line + "\n";
-        return;
-    }
+    if (!list) return addEntry(mText, "programs:\t" + line + "\n");
     const auto programs = withoutBlankEnd(mText, listedPrograms(mText));
     if (programs.empty())
         mText.insert(valueOf(mText, *list).begin, "\t" + line);
@@ -169,7 +184,10 @@ void XScreenSaverFile::remove() {
             mText.erase(program->begin, program->end - program->begin);
 
     const auto list = findEntry(mText, "programs");
-    if (list && isBlank(mText, valueOf(mText, *list))) mText.erase(list->begin, list->end + 1 - list->begin);
+    if (!list || !isBlank(mText, valueOf(mText, *list))) return;
+    // Without the empty list an earlier one would count.
+    if (findEntry(part(mText, {0, list->begin}), "programs")) return;
+    mText.erase(list->begin, list->end + 1 - list->begin);
 }
 
 bool XScreenSaverFile::addingMovesChoice() const {

@@ -3,8 +3,8 @@
 #include <string>
 #include <utility>
 
-// The text of XScreenSaver's ~/.xscreensaver as far as Tellmar's place in its list of programs goes. All the
-// rest is kept byte by byte. XScreenSaver shows its own savers as well, whether the file lists them or not.
+// The text of XScreenSaver's ~/.xscreensaver, of which only Tellmar's place in the list of programs changes:
+// every other byte stays. XScreenSaver shows its own savers whether the file lists them or not.
 class XScreenSaverFile {
   public:
     enum class Place { None, Listed, SwitchedOff };
@@ -18,11 +18,11 @@ class XScreenSaverFile {
 
     Place place() const;
 
-    // Adds the command at the end of the list, where the savers before it keep their numbers. A file without
-    // a list gets one.
+    // Adds the command at the end of the list, so that the savers before it keep their numbers. A file
+    // without a list gets one.
     void add(const std::string& command);
 
-    // Takes Tellmar out, and the list too where nothing else is in it.
+    // Takes Tellmar out, and the list too if that leaves it empty and the file has no other.
     void remove();
 
     // Whether a saver was chosen by its number in the list, and adding or removing Tellmar gives it another.

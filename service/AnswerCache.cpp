@@ -14,7 +14,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr char kPrefix[] = "answer-";
-// In the file's name and in its first line: versions that keep answers in another way use other files.
+// In the file's name and its first line: versions that keep answers in another way use other files.
 constexpr char kVersion[] = "1";
 constexpr char kFirstLine[] = "Tellmar answer 1\n";
 constexpr std::size_t kMostFiles = 4;
@@ -35,7 +35,7 @@ std::string takeLine(std::string_view& text) {
     return line;
 }
 
-// First line, sum of the rest, five lines, document.
+// First line, checksum of the rest, five lines, document.
 std::string write(const KeptAnswer& answer) {
     const std::string rest = asLine(answer.service) + asLine(answer.url) +
                              asLine(std::to_string(answer.time)) + asLine(answer.validators.etag) +
@@ -63,7 +63,7 @@ std::optional<KeptAnswer> readAnswer(const fs::path& path) {
     std::error_code error;
     if (!fs::is_regular_file(path, error) || fs::file_size(path, error) > kMostFileBytes) return std::nullopt;
     std::string text;
-    if (!platform::readFile(path, text)) return std::nullopt;
+    if (!platform::readPrivateFile(path, text)) return std::nullopt;
     return parse(text);
 }
 
@@ -102,9 +102,9 @@ std::optional<KeptAnswer> AnswerCache::newest(const std::string& service) const 
 bool AnswerCache::store(const KeptAnswer& answer) const {
     if (answer.document.size() > kMostDocumentBytes) return false;
     if (!platform::makePrivateFolder(mFolder)) return false;
-    const bool isStored = platform::writeFileAtomically(pathFor(answer.url), write(answer));
+    if (!platform::writePrivateFile(pathFor(answer.url), write(answer))) return false;
     removeOldest();
-    return isStored;
+    return true;
 }
 
 // Drafts of a process that was killed while it wrote are among them.

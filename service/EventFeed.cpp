@@ -26,10 +26,7 @@ platform::LoadOutcome EventFeed::loadDocument(std::string& data) const {
 
 std::string EventFeed::asOfScript() const {
     const auto time = mService.asOf();
-    const std::string value = time ? '"' +
-                                         isoTime(std::chrono::floor<std::chrono::seconds>(
-                                             std::chrono::system_clock::from_time_t(*time))) +
-                                         "Z\""
-                                   : "null";
+    const std::string value =
+        time ? '"' + isoTime(std::chrono::sys_seconds(std::chrono::seconds(*time))) + "Z\"" : "null";
     return "window.TELLMAR_AS_OF = " + value + ";\n";
 }

@@ -250,6 +250,15 @@ TEST_F(EventFeedTest, WithoutAFolderItGoesOnWithoutTheCache) {
     EXPECT_THAT(desktop.traceLines, Contains(HasSubstr("cannot keep the answer in /proc")));
 }
 
+TEST_F(EventFeedTest, AnAnswerThatOthersMayHaveWrittenIsNotUsed) {
+    serve({answerOf(kToday)});
+    load();
+    namespace fs = std::filesystem;
+    fs::permissions(AnswerCache::userFolder(), fs::perms::others_write, fs::perm_options::add);
+    EXPECT_EQ(load(), translated(kToday));
+    EXPECT_THAT(desktop.requests, SizeIs(2));
+}
+
 TEST_F(EventFeedTest, FewFilesAreKeptAndNoneIsBig) {
     const AnswerCache cache(folder.path("new/folder"));
     const auto answerTo = [](const std::string& url, std::time_t time, const std::string& document) {

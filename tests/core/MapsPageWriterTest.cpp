@@ -11,7 +11,7 @@
 namespace {
 
 using standins::desktop;
-using testing::HasSubstr, testing::IsEmpty;
+using testing::ElementsAre, testing::HasSubstr, testing::IsEmpty;
 
 const std::string kNow = "Tue, 03. March 2009 14:05:09";
 
@@ -37,6 +37,9 @@ TEST_F(MapsPageWriterTest, ShowsTimesInTheLocalZone) {
         {"1969-12-31T10:59:59 +0000", "Wed, 31. December 1969 23:59:59"},
     };
     for (const auto& [zulu, text] : cases) EXPECT_EQ(local(zulu), text);
+    desktop.zone = "EST5";
+    EXPECT_EQ(local("1600-07-01T00:00:00 +0000"), "Fri, 30. June 1600 19:00:00");
+    EXPECT_EQ(local("9998-07-01T00:00:00 +0000"), "Tue, 30. June 9998 19:00:00");
     EXPECT_THAT(desktop.logLines, IsEmpty());
 }
 
@@ -80,6 +83,16 @@ TEST_F(MapsPageWriterTest, WritesTheTemplateForAnEvent) {
 
     desktop.bundle = "/some.where/Other.v2.saver";
     EXPECT_EQ(mWriter.locationOfTempPage(), platform::temporaryDirectory() + "/Other.v2.html");
+}
+
+TEST_F(MapsPageWriterTest, LogsOnceThatThePageCannotBeWritten) {
+    const TemporaryFolder folder;
+    desktop.bundle = folder.path(std::string(249, 'x') + ".saver");  // a draft's name would be too long
+    std::filesystem::create_directories(desktop.bundle + "/resources");
+    std::ofstream(desktop.bundle + "/resources/map.html") << "page";
+    for (int i = 0; i < 2; ++i) mWriter.writeForEvent(&mQuake, {800, 600});
+    EXPECT_THAT(desktop.logLines, ElementsAre(HasSubstr("cannot write the map page")));
+    EXPECT_FALSE(std::filesystem::exists(mWriter.locationOfTempPage()));
 }
 
 using MapsPageWriterDeathTest = MapsPageWriterTest;

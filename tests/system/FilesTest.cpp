@@ -4,10 +4,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
+#include "platform/AdvisoryLock.h"
 #include "tests/TemporaryFolder.h"
 
 namespace {
@@ -52,6 +54,27 @@ TEST_F(FilesTest, AReplacedFileKeepsItsRights) {
     EXPECT_EQ(fs::status("file").permissions(), kRights);
 }
 
+TEST_F(FilesTest, APrivateFileIsForThisUserAloneInAFolderOfTheirsAndNoLink) {
+    const auto tryToLock = [] { return platform::AdvisoryLock("own/lock").tryToLock(); };
+    using enum platform::AdvisoryLock::State;
+    std::string data;
+    ASSERT_TRUE(platform::makePrivateFolder("own"));
+    std::ofstream("target") << "old";
+    for (const char* name : {"own/file", "own/lock"}) fs::create_symlink("../target", name);
+    EXPECT_EQ(tryToLock(), Unavailable);
+    EXPECT_FALSE(platform::readPrivateFile("own/file", data));
+    EXPECT_TRUE(platform::writePrivateFile("own/file", "text"));
+    EXPECT_EQ(contentsOf("target"), "old");
+    EXPECT_EQ(fs::status("own/file").permissions(), fs::perms::owner_read | fs::perms::owner_write);
+
+    fs::remove("own/lock");
+    EXPECT_EQ(tryToLock(), Held);
+    fs::permissions("own", fs::perms::group_write, fs::perm_options::add);
+    EXPECT_EQ(tryToLock(), Unavailable);
+    EXPECT_FALSE(platform::readPrivateFile("own/file", data));
+    EXPECT_FALSE(platform::writePrivateFile("own/file", "newer"));
+}
+
 using FilesDeathTest = FilesTest;
 
 TEST_F(FilesDeathTest, TheTemporaryFolderLivesAsLongAsItsProcess) {
@@ -61,13 +84,13 @@ TEST_F(FilesDeathTest, TheTemporaryFolderLivesAsLongAsItsProcess) {
     const auto useFolder = [](const std::string& runtime, const std::string& temporary) {
         setenv("XDG_RUNTIME_DIR", runtime.c_str(), 1);
         setenv("TMPDIR", temporary.c_str(), 1);
-        fs::remove(platform::temporaryDirectory());  // somebody tidies it away
+        fs::remove_all(platform::temporaryDirectory());  // somebody tidies it away
         const std::string folder = platform::temporaryDirectory();
         std::ofstream(folder + "/page.html") << "page";
         if (fork() == 0) std::exit(0);
         wait(nullptr);
         const bool isPrivate = (fs::status(folder).permissions() & fs::perms::all) == fs::perms::owner_all;
-        const bool isThere = filesIn(folder) == 1 && platform::temporaryDirectory() == folder;
+        const bool isThere = filesIn(folder) == 2 && platform::temporaryDirectory() == folder;
         std::fprintf(stderr, "%s\n", folder.c_str());
         std::exit(isPrivate && isThere ? 3 : 4);
     };
@@ -77,6 +100,45 @@ TEST_F(FilesDeathTest, TheTemporaryFolderLivesAsLongAsItsProcess) {
                     "^" + parent + "/tellmar-......\n");
         EXPECT_EQ(filesIn(run), 0);
     }
+}
+
+TEST_F(FilesDeathTest, ATemporaryFileIsPrivateAndGoesElsewhereWhenItsPlaceFails) {
+    const auto writeAndTell = [] {
+        for (const char* name : {"run", "other"}) fs::create_directory(name);
+        setenv("XDG_RUNTIME_DIR", fs::absolute("run").c_str(), 1);
+        setenv("TMPDIR", fs::absolute("other").c_str(), 1);
+        // From now on the first place takes neither the file nor another folder.
+        fs::create_directory(platform::temporaryDirectory() + "/page.html");
+        setenv("XDG_RUNTIME_DIR", "/nowhere", 1);
+        const bool isWritten = platform::writeTemporaryFile("page.html", "text");
+        const std::string path = platform::temporaryDirectory() + "/page.html";
+        std::fprintf(stderr, "%d %o %s", isWritten, unsigned(fs::status(path).permissions()), path.c_str());
+        std::exit(contentsOf(path) == "text" ? 3 : 4);
+    };
+    EXPECT_EXIT(writeAndTell(), testing::ExitedWithCode(3), "^1 600 .*/other/tellmar-....../page.html");
+    for (const char* name : {"run", "other"}) EXPECT_EQ(filesIn(name), 0);
+}
+
+TEST_F(FilesDeathTest, AFolderLeftBehindIsRemovedByTheNextProcessAndOneInUseIsNot) {
+    setenv("XDG_RUNTIME_DIR", mCurrentFolder.path().c_str(), 1);
+    fs::create_directory("tellmar-backup");
+    // Starts a process that writes a file and then sends itself the signal.
+    const auto start = [](int signal) {
+        const pid_t child = fork();
+        if (child == 0) std::exit(platform::writeTemporaryFile("page", "x") && raise(signal));
+        waitpid(child, nullptr, WUNTRACED);
+        return child;
+    };
+    start(SIGKILL);
+    const pid_t user = start(SIGSTOP);
+    EXPECT_EQ(filesIn(), 2);
+    start(SIGKILL);
+    EXPECT_EQ(filesIn(), 3);
+    kill(user, SIGKILL);
+    waitpid(user, nullptr, 0);
+    start(SIGCONT);  // goes on to its end
+    EXPECT_EQ(filesIn(), 1);
+    unsetenv("XDG_RUNTIME_DIR");
 }
 
 }  // namespace

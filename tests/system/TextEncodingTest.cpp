@@ -27,8 +27,10 @@ TEST(TextEncodingTest, WhatCannotBeConvertedGivesNothing) {
     for (const char* text : {"T\xC5\xABpuna", "\xFF", "cut \xC3", "\xED\xA0\x80"})
         EXPECT_EQ(toMacRoman(text), std::nullopt) << text;
     EXPECT_EQ(convertText("text", 0x7777, kCFStringEncodingUTF8), std::nullopt);
-    for (const char* name : {"", "no-such-encoding", "ASCII//TRANSLIT"})
+    for (const char* name : {"", "no-such-encoding", "ASCII//TRANSLIT", "utf-7", "UTF7"}) {
         EXPECT_EQ(convertText("text", "UTF-8", name), std::nullopt) << name;
+        EXPECT_EQ(convertText("text", name, "UTF-8"), std::nullopt) << name;
+    }
 }
 
 TEST(TextEncodingTest, UnicodeHasTheMachinesByteOrderAndNoMark) {

@@ -90,4 +90,23 @@ TEST(XScreenSaverFileTest, OnlyOurLinesGo) {
     for (const auto& [before, after] : cases) EXPECT_EQ(removed(before), after);
 }
 
+TEST(XScreenSaverFileTest, EscapedBackslashesALoneCRAndASecondListSurviveAddingAndRemoving) {
+    const std::string cases[][3] = {
+        // before, with our line, without it again
+        {"programs: a\\\\n\n", "programs: a\\\\n \\n" + kOurs + "\n", "programs: a\\\\n \\n\n"},
+        {"programs: a\\\\\n", "programs: a\\\\ \\n" + kOurs + "\n", "programs: a\\\\ \\n\n"},
+        {"lock: True\r", kList + "lock: True\r", "lock: True\r"},
+        {"programs: a\r", "programs: a \\n" + kOurs + "\r", "programs: a \\n\r"},
+        {"programs: a\nprograms:\n", "programs: a\nprograms:\t" + kOurs + "\n", "programs: a\nprograms:\n"},
+    };
+    for (const auto& [before, with, without] : cases) {
+        EXPECT_EQ(added(before), with);
+        EXPECT_EQ(placeIn(with), Place::Listed) << with;
+        EXPECT_FALSE(XScreenSaverFile(with).hasForeignLineEnds()) << with;
+        EXPECT_EQ(removed(with), without);
+        EXPECT_EQ(placeIn(without), Place::None) << without;
+    }
+    EXPECT_EQ(placeIn("programs: tellmar\r"), Place::Listed);
+}
+
 }  // namespace

@@ -4,6 +4,7 @@
 #include <sys/file.h>
 
 #include <cerrno>
+#include <filesystem>
 
 #include "platform/Files.h"
 #include "platform/linux/Handles.h"
@@ -16,8 +17,9 @@ constexpr int kPrivateFile = 0600;
 constexpr std::size_t kMaxNoteBytes = 4096;
 
 int openPath(const std::string& path) {
-    return isDirectory(path) ? open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)
-                             : open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, kPrivateFile);
+    if (isDirectory(path)) return open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (!isPrivateFolder(std::filesystem::path(path).parent_path().string())) return -1;
+    return open(path.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, kPrivateFile);
 }
 
 }  // namespace
@@ -34,7 +36,7 @@ struct AdvisoryLock::Descriptor : FileDescriptor {
 AdvisoryLock::AdvisoryLock(const std::string& path)
     : mDescriptor(std::make_unique<Descriptor>(openPath(path))) {}
 
-// A process forked off meanwhile has the file open as well, so that closing it would not be enough.
+// A process forked off meanwhile has the file open too, so closing it here would not be enough.
 AdvisoryLock::~AdvisoryLock() {
     if (mIsHeld) mDescriptor->lock(LOCK_UN);
 }

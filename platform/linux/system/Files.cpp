@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <glib.h>
-#include <stdlib.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
@@ -10,10 +9,11 @@
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
-#include <initializer_list>
+#include <optional>
 #include <system_error>
 
 #include "platform/linux/Handles.h"
+#include "platform/linux/system/ProcessFolder.h"
 
 namespace platform {
 
@@ -22,8 +22,10 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr char kFinderInfoAttribute[] = "user.FinderInfo";
+constexpr mode_t kUsualMode = 0666;  // less what umask takes away
+constexpr mode_t kPrivateMode = 0600;
 
-// As read and write, but tried again after a signal.
+// As read and write, but try again after a signal.
 ssize_t readSome(const FileDescriptor& file, char* buffer, std::size_t size) {
     ssize_t count;
     do count = ::read(file.number(), buffer, size);
@@ -36,6 +38,18 @@ ssize_t writeSome(const FileDescriptor& file, const char* bytes, std::size_t siz
     do count = ::write(file.number(), bytes, size);
     while (count < 0 && errno == EINTR);
     return count;
+}
+
+bool readAll(const FileDescriptor& file, std::string& data) {
+    data.clear();
+    if (!file.isOpen()) return false;
+    char buffer[65536];
+    ssize_t count;
+    while ((count = readSome(file, buffer, sizeof buffer)) > 0) {
+        data.append(buffer, static_cast<std::size_t>(count));
+    }
+    if (count < 0) data.clear();
+    return count == 0;
 }
 
 bool writeAll(const FileDescriptor& file, const std::string& data) {
@@ -55,74 +69,54 @@ std::string resolved(const std::string& path) {
     return error ? path : target.string();
 }
 
-// A new file of that name has the rights of the one it replaces.
-void copyMode(const std::string& path, const FileDescriptor& file) {
-    struct stat old;
-    if (stat(path.c_str(), &old) == 0) fchmod(file.number(), old.st_mode & 07777);
+std::optional<mode_t> modeOf(const std::string& path) {
+    struct stat file;
+    return stat(path.c_str(), &file) == 0 ? std::optional<mode_t>(file.st_mode & 07777) : std::nullopt;
 }
 
-// The path of a new folder that only this user may enter; empty when it cannot be made there.
-std::string makePrivateFolder(const char* parent) {
-    if (parent == nullptr || parent[0] != '/') return "";
-    std::string path = std::string(parent) + "/tellmar-XXXXXX";
-    return mkdtemp(path.data()) == nullptr ? "" : path;
+// The file has the mode that it is made with until it is given its final one, if that is another.
+bool replaceFile(const std::string& path, const std::string& data, mode_t mode,
+                 std::optional<mode_t> finalMode = std::nullopt) {
+    static int written = 0;
+    const std::string draft = path + "." + std::to_string(getpid()) + "-" + std::to_string(++written);
+    FileDescriptor file(open(draft.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+    if (!file.isOpen()) return false;
+    if (finalMode) fchmod(file.number(), *finalMode);
+    if (writeAll(file, data) && file.close() && std::rename(draft.c_str(), path.c_str()) == 0) return true;
+    unlink(draft.c_str());
+    return false;
 }
 
-// Removes its folder at the end of the process that made it, not at the end of one forked off.
-class TemporaryFolder {
-  public:
-    ~TemporaryFolder() {
-        if (mPath.empty() || mOwner != getpid()) return;
-        std::error_code ignored;
-        fs::remove_all(mPath, ignored);
-    }
+bool liesInPrivateFolder(const std::string& path) {
+    return isPrivateFolder(fs::path(path).parent_path().string());
+}
 
-    // A folder that somebody tidied away is made again.
-    const std::string& path() {
-        if (mPath.empty() || !isDirectory(mPath)) make();
-        return mPath;
-    }
-
-  private:
-    void make() {
-        mOwner = getpid();
-        const std::initializer_list<const char*> parents = {getenv("XDG_RUNTIME_DIR"), getenv("TMPDIR"),
-                                                            "/tmp"};
-        for (const char* parent : parents) {
-            mPath = makePrivateFolder(parent);
-            if (!mPath.empty()) return;
-        }
-    }
-
-    std::string mPath;
-    pid_t mOwner = 0;
-};
+ProcessFolder& processFolder() {
+    static ProcessFolder folder;
+    return folder;
+}
 
 }  // namespace
 
 bool readFile(const std::string& path, std::string& data) {
-    data.clear();
-    FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    if (!file.isOpen()) return false;
-    char buffer[65536];
-    ssize_t count;
-    while ((count = readSome(file, buffer, sizeof buffer)) > 0) {
-        data.append(buffer, static_cast<std::size_t>(count));
-    }
-    if (count < 0) data.clear();
-    return count == 0;
+    return readAll(FileDescriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC)), data);
 }
 
+// A replaced file keeps its mode, and nobody can read the new one who could not read the old.
 bool writeFileAtomically(const std::string& path, const std::string& data) {
-    static int written = 0;
     const std::string target = resolved(path);
-    const std::string draft = target + "." + std::to_string(getpid()) + "-" + std::to_string(++written);
-    FileDescriptor file(open(draft.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
-    if (!file.isOpen()) return false;
-    copyMode(target, file);
-    if (writeAll(file, data) && file.close() && std::rename(draft.c_str(), target.c_str()) == 0) return true;
-    unlink(draft.c_str());
-    return false;
+    const std::optional<mode_t> oldMode = modeOf(target);
+    return replaceFile(target, data, oldMode ? kPrivateMode : kUsualMode, oldMode);
+}
+
+bool readPrivateFile(const std::string& path, std::string& data) {
+    data.clear();
+    return liesInPrivateFolder(path) &&
+           readAll(FileDescriptor(open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC)), data);
+}
+
+bool writePrivateFile(const std::string& path, const std::string& data) {
+    return liesInPrivateFolder(path) && replaceFile(path, data, kPrivateMode);
 }
 
 bool isDirectory(const std::string& path) {
@@ -130,14 +124,21 @@ bool isDirectory(const std::string& path) {
     return fs::is_directory(path, error);
 }
 
+bool isPrivateFolder(const std::string& path) {
+    struct stat folder;
+    return lstat(path.c_str(), &folder) == 0 && S_ISDIR(folder.st_mode) && folder.st_uid == geteuid() &&
+           (folder.st_mode & (S_IWGRP | S_IWOTH)) == 0;
+}
+
 bool makePrivateFolder(const std::string& path) {
     constexpr int kPrivate = 0700;
     return g_mkdir_with_parents(path.c_str(), kPrivate) == 0;
 }
 
-std::string temporaryDirectory() {
-    static TemporaryFolder folder;
-    return folder.path();
+std::string temporaryDirectory() { return processFolder().path(); }
+
+bool writeTemporaryFile(const std::string& name, const std::string& data) {
+    return processFolder().write(name, data);
 }
 
 std::string userCacheDirectory() {

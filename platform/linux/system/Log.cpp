@@ -2,6 +2,8 @@
 
 #include <cstdio>
 
+#include "platform/PrintableText.h"
+
 namespace platform {
 
 namespace {
@@ -10,7 +12,7 @@ bool isVerbose = false;
 
 }  // namespace
 
-void log(const std::string& line) { std::fprintf(stderr, "tellmar: %s\n", line.c_str()); }
+void log(const std::string& line) { std::fprintf(stderr, "tellmar: %s\n", printable(line).c_str()); }
 
 void trace(const std::string& line) {
     if (isVerbose) log(line);

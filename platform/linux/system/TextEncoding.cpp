@@ -4,6 +4,7 @@
 
 #include <bit>
 #include <cerrno>
+#include <cstring>
 
 namespace platform {
 
@@ -58,8 +59,15 @@ std::optional<std::string> nameOf(CFStringEncoding encoding) {
     }
 }
 
+// UTF-7 has many forms for a text, and iconv escapes "<", so a document would lose its declaration.
+bool isUTF7(const std::string& name) {
+    return strcasestr(name.c_str(), "UTF-7") || strcasestr(name.c_str(), "UTF7");
+}
+
 // iconv reads an empty name as the locale's encoding, and a suffix after a slash as leave to be inexact.
-bool isPlainName(const std::string& name) { return !name.empty() && name.find('/') == std::string::npos; }
+bool isUsableName(const std::string& name) {
+    return !name.empty() && name.find('/') == std::string::npos && !isUTF7(name);
+}
 
 }  // namespace
 
@@ -72,7 +80,7 @@ std::optional<std::string> convertText(std::string_view text, CFStringEncoding f
 
 std::optional<std::string> convertText(std::string_view text, const std::string& from,
                                        const std::string& to) {
-    if (!isPlainName(from) || !isPlainName(to)) return std::nullopt;
+    if (!isUsableName(from) || !isUsableName(to)) return std::nullopt;
     Converter converter(from.c_str(), to.c_str());
     if (!converter.isOpen()) return std::nullopt;
     return converter.convert(text);
