@@ -34,7 +34,8 @@ class CXMLDocument {
     // Appends the nodes of that key to out, in the order in which they were added.
     void GetNodesWithKey(const char* key, std::vector<CXMLNode*>& out);
 
-    // Each adds what it reads under the document node, and nothing when the resource cannot be had or parsed.
+    // Each adds what it reads under the document node. A resource that cannot be loaded changes nothing; one
+    // that cannot be parsed adds nothing and leaves nothing to write.
     void Read(const platform::CFURL* url);
     void Read(const FSRef* file);
     void Read(const char* path);

@@ -122,6 +122,14 @@ TEST_F(CXMLDocumentTest, WhatCannotBeHadOrParsedAddsNothing) {
     EXPECT_EQ(find("quakeml"), nullptr);
 }
 
+TEST_F(CXMLDocumentTest, AResourceThatCannotBeLoadedLeavesTheDocumentToBeWritten) {
+    mDocument.Read("/no/such/file");
+    EXPECT_EQ(written(), "<?xml version=\"1.0\"?>");
+    read("<a/>");
+    mDocument.Read("/no/such/file");
+    EXPECT_EQ(written(), "<a/>");
+}
+
 TEST_F(CXMLDocumentTest, FilesAreReadByPathAndReferenceAndWrittenWithTheirCodes) {
     const FSRef file{"some file.xml"};
     ASSERT_TRUE(mDocument.Write(file.path.c_str()));
