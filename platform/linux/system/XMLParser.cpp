@@ -51,7 +51,7 @@ class TreeBuilder {
     CFXMLNodeRef elementNode(std::string_view name);
     CFXMLNodeRef plainElementNode(std::string_view name, bool isEmpty);
     void reference();
-    void flushText(bool beforeReference);
+    void flushText();
     CFXMLTree* append(CFXMLNodeRef node);
     void fail() { XML_StopParser(mParser.get(), XML_FALSE); }
 
@@ -63,7 +63,6 @@ class TreeBuilder {
     std::unordered_map<std::string, CFXMLNodeRef> mPlainElements[2];
     std::string mName;
     std::string mText;  // read, not yet a node
-    bool mAfterReference = false;
     bool mInCdata = false;
     std::optional<std::size_t> mDocumentTypeStart;
     int mEntityCount = 0;
@@ -110,14 +109,13 @@ CFXMLTreeRef TreeBuilder::build(CFXMLNodeInfo info) {
 }
 
 void TreeBuilder::startElement(std::string_view name) {
-    flushText(false);
+    flushText();
     if (mOpen.size() > kMaxXMLDepth) return fail();
     if (CFXMLTree* element = append(elementNode(name))) mOpen.push_back(element);
 }
 
 void TreeBuilder::endElement() {
-    flushText(false);
-    mAfterReference = false;
+    flushText();
     if (mOpen.size() > 1) mOpen.pop_back();
 }
 
@@ -136,13 +134,13 @@ void TreeBuilder::other(std::string_view text) {
 
 void TreeBuilder::instruction(const char* target, const char* data) {
     if (mDocumentTypeStart) return;
-    flushText(false);
+    flushText();
     append(CFXMLNodeCreate(kCFXMLNodeTypeProcessingInstruction, target, CFXMLNodeInfo{.text = data}));
 }
 
 void TreeBuilder::comment(const char* text) {
     if (mDocumentTypeStart) return;
-    flushText(false);
+    flushText();
     append(CFXMLNodeCreate(kCFXMLNodeTypeComment, text));
 }
 
@@ -155,7 +153,7 @@ void TreeBuilder::declaration() {
 }
 
 void TreeBuilder::startCdata() {
-    flushText(false);
+    flushText();
     mInCdata = true;
 }
 
@@ -205,25 +203,20 @@ CFXMLNodeRef TreeBuilder::plainElementNode(std::string_view name, bool isEmpty) 
 }
 
 void TreeBuilder::reference() {
-    flushText(true);
+    flushText();
     std::string_view name = eventSource();
     name.remove_prefix(1);
     name.remove_suffix(1);
     append(CFXMLNodeCreate(kCFXMLNodeTypeEntityReference, std::string(name)));
-    mAfterReference = true;
 }
 
-void TreeBuilder::flushText(bool beforeReference) {
-    if (mText.empty()) return;
-    if (beforeReference || mAfterReference || !withoutOuterBlanks(mText).empty()) {
-        append(CFXMLNodeCreate(kCFXMLNodeTypeText, mText));
-    }
+void TreeBuilder::flushText() {
+    if (!withoutOuterBlanks(mText).empty()) append(CFXMLNodeCreate(kCFXMLNodeTypeText, mText));
     mText.clear();
 }
 
 // Null, and the end of the parse, when there is no memory.
 CFXMLTree* TreeBuilder::append(CFXMLNodeRef node) {
-    mAfterReference = false;
     CFXMLTreeRef tree = node ? CFXMLTreeCreateWithNode(std::move(node)) : CFXMLTreeRef();
     if (!tree) {
         fail();
