@@ -200,7 +200,7 @@ void OrvStr::CorrectCase(std::string& text) {
     bool startsWord = true;
     for (char& c : text) {
         const char changed = startsWord ? upper(c) : lower(c);
-        startsWord = isBlank(c) || std::strchr("-,.'", c) != nullptr;
+        startsWord = isBlank(c) || std::string_view("-,.'").find(c) != std::string_view::npos;
         c = changed;
     }
 }

@@ -174,6 +174,10 @@ TEST_F(OrvStrTest, CharactersAreCountedChangedTrimmedAndCompared) {
     OrvStr::ClearLeadingWhitespace(blanks);
     EXPECT_EQ(words + blanks, "O'Neill-Smith,Jr.At The Sea ");
 
+    std::string withZero("aB\0Cd", 5);
+    OrvStr::CorrectCase(withZero);
+    EXPECT_EQ(withZero, std::string("Ab\0cd", 5));
+
     const std::string longText(255, 'a');
     EXPECT_EQ(OrvStr::CompareStrings("abc", "abd"), -1);
     EXPECT_EQ(OrvStr::CompareStrings("b", "abd"), 1);
