@@ -44,8 +44,9 @@ double UnsignedToDouble(std::string_view number) {
     double value = 0.0;
     const auto result = std::from_chars(number.data(), number.data() + number.size(), value,
                                         isHexadecimal ? std::chars_format::hex : std::chars_format::general);
-    const bool isTooLarge = result.ec == std::errc::result_out_of_range && number.find('-') == number.npos;
-    return isTooLarge ? HUGE_VAL : value;
+    if (result.ec != std::errc::result_out_of_range) return value;
+    const bool isTooSmall = std::find(number.data(), result.ptr, '-') != result.ptr;
+    return isTooSmall ? 0.0 : HUGE_VAL;
 }
 
 // std::atof with a point in every locale.

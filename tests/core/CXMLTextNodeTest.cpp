@@ -56,6 +56,8 @@ TEST_F(CXMLTextNodeNumbersTest, AreReadUpToTheFirstUnusableCharacter) {
     EXPECT_EQ(read("0x1A"), 26);
     EXPECT_EQ(read("1e999"), HUGE_VAL);
     EXPECT_EQ(read("-1e999"), -HUGE_VAL);
+    EXPECT_EQ(read("1e400 -5"), HUGE_VAL);
+    EXPECT_EQ(read("1e-400 5"), 0);
     EXPECT_EQ(read("2" + repeated(" ", 254)), 2);
     EXPECT_EQ(read("2" + repeated(" ", 255)), 0);
     for (const std::string none : {"abc", "", "+-1", "--1", "-", "1e-999", "&amp;1"})
