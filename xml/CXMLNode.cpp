@@ -44,7 +44,7 @@ void CXMLNode::SetNode(CFXMLNodeRef node, const char* location) {
 
 std::optional<std::string> CXMLNode::CreateString(const char* text, CFStringEncoding encoding) {
     if (!text) return std::nullopt;
-    // ASCII is the same in every encoding of C strings.
-    if (isASCII(text)) return text;
+    const bool extendsASCII = encoding == kCFStringEncodingMacRoman || encoding == kCFStringEncodingUTF8;
+    if (extendsASCII && isASCII(text)) return text;
     return convertText(text, encoding, kCFStringEncodingUTF8);
 }

@@ -40,7 +40,7 @@ class CXMLNode {
     // Null when there is no node.
     const std::string* GetString() const { return mNode ? &mNode->GetString() : nullptr; }
 
-    // Nothing for a null text and for one that is not of that encoding.
+    // Nothing for a null text, for one that is not of that encoding and for an unknown encoding.
     static std::optional<std::string> CreateString(const char* text, platform::CFStringEncoding encoding);
 
   private:

@@ -47,6 +47,8 @@ TEST(CXMLNodeTest, ATextOfAnotherEncodingLeavesANodeWithoutAString) {
     EXPECT_FALSE(text.VerifyKey(""));
     EXPECT_EQ(text.GetTree(), nullptr);
     EXPECT_EQ(text.GetValueAsDouble(), 0.0);
+    constexpr CFStringEncoding kUnknown = 0x7FFF;
+    EXPECT_EQ(CXMLTextNode("ascii", kUnknown).GetTree(), nullptr);
 }
 
 }  // namespace
