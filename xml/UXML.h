@@ -12,7 +12,7 @@ class CXMLTreeNode;
 // answers null, 0, 0.0 or false.
 class UXML {
   public:
-    // Model nodes of a parser node that is an element or a text; the caller owns them. Null for every other
+    // The model node of a parser node that is an element or a text; the caller owns it. Null for every other
     // kind.
     static CXMLNode* CreateCXMLNodeFromCFXMLNode(const platform::CFXMLNode* node);
     static CXMLElementNode* CreateCXMLElementNodeFromCFXMLNode(const platform::CFXMLNode* node);

@@ -3,6 +3,7 @@
 #include "tests/standins/StandIns.h"
 #include "xml/CXMLDocument.h"
 #include "xml/CXMLElementNode.h"
+#include "xml/CXMLTextNode.h"
 
 namespace {
 
@@ -37,6 +38,18 @@ TEST_F(UXMLTest, ValuesAreThoseOfTheFirstElementOfThatNameAndNeutralWithoutAPlai
         EXPECT_EQ(UXML::GetValueAsIntegerForElementChildNode(root, key), 0) << key;
         EXPECT_EQ(read(key), "(none)") << key;
     }
+}
+
+TEST_F(UXMLTest, ANodeIsMadeOfItsOwnKindAlone) {
+    for (const auto kind :
+         {platform::kCFXMLNodeTypeElement, platform::kCFXMLNodeTypeText, platform::kCFXMLNodeTypeComment}) {
+        const auto node = platform::CFXMLNodeCreate(kind, "a");
+        const std::unique_ptr<CXMLNode> element(UXML::CreateCXMLElementNodeFromCFXMLNode(node.get()));
+        const std::unique_ptr<CXMLNode> text(UXML::CreateCXMLTextNodeFromCFXMLNode(node.get()));
+        EXPECT_EQ(element != nullptr, kind == platform::kCFXMLNodeTypeElement);
+        EXPECT_EQ(text != nullptr, kind == platform::kCFXMLNodeTypeText);
+    }
+    EXPECT_EQ(UXML::CreateCXMLElementNodeFromCFXMLNode(nullptr), nullptr);
 }
 
 TEST_F(UXMLTest, ANewElementBelongsToItsParentAndNullToNobody) {
