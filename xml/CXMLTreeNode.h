@@ -21,9 +21,7 @@ class CXMLTreeNode : public CXMLNode {
     // Replaces what out holds. Returns the number of children, which stay this node's.
     int GetChildren(std::vector<CXMLNode*>& out) const;
 
-  protected:
-    CXMLTreeNode() = default;
-
   private:
     std::vector<CXMLNode*> mChildren;
+    std::vector<CXMLNode*>* mOrphans = nullptr;  // takes the children when the node above is being deleted
 };

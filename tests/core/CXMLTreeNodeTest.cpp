@@ -11,12 +11,15 @@ namespace {
 
 using testing::ElementsAre;
 
-// An element that tells of its end.
+// An element that records its end, and how many children it still has then.
 class ToldElement : public CXMLElementNode {
   public:
     ToldElement(const char* name, std::vector<std::string>& ended)
         : CXMLElementNode(name, kCFStringEncodingUTF8), mEnded(ended), mName(name) {}
-    ~ToldElement() override { mEnded.push_back(mName); }
+    ~ToldElement() override {
+        std::vector<CXMLNode*> children;
+        mEnded.push_back(mName + ":" + std::to_string(GetChildren(children)));
+    }
 
   private:
     std::vector<std::string>& mEnded;
@@ -26,7 +29,7 @@ class ToldElement : public CXMLElementNode {
 CXMLElementNode* newElement(const char* name) { return new CXMLElementNode(name, kCFStringEncodingUTF8); }
 
 TEST(CXMLTreeNodeTest, ChildrenAreFoundByKeyInTheirOrder) {
-    CXMLElementNode parent("parent", kCFStringEncodingUTF8);
+    CXMLTreeNode parent;
     CXMLNode *const first = newElement("a"), *const second = newElement("a");
     CXMLNode* const text = new CXMLTextNode("b", kCFStringEncodingUTF8);
     for (CXMLNode* child : {first, static_cast<CXMLNode*>(nullptr), second, text}) parent.AddChild(child);
@@ -56,7 +59,7 @@ TEST(CXMLTreeNodeTest, TheEndOfANodeIsTheEndOfAllBelowItFirstChildFirstHoweverDe
         last = child;
     }
     delete root;
-    EXPECT_THAT(ended, ElementsAre("root", "a", "a1", "a2", "b"));
+    EXPECT_THAT(ended, ElementsAre("root:3", "a:2", "a1:0", "a2:0", "b:1"));
 }
 
 }  // namespace
