@@ -95,6 +95,8 @@ class Saver {
         return true;
     }
 
+    void stop() { mView->stopAnimation(); }
+
   private:
     void tick() {
         if (!mView->isAnimating()) return;
@@ -130,6 +132,7 @@ int runSaver(const Options& options) {
     Saver saver(std::move(window), options);
     if (!saver.start()) return 1;
     RunLoop::run();
+    saver.stop();
     return 0;
 }
 
