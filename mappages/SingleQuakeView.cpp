@@ -45,6 +45,8 @@ void SingleQuakeView::loadNextPage() {
 
     const CQuakeEvent* const quake = CQuakeList::Instance()->GetNextQuake();
     if (!quake) return;
+    // Both views write the same file. The web view takes the page from it at once, so a page that is still
+    // loading stays this view's own when the other view writes the next one.
     mMapsPageWriter->writeForEvent(quake, mWebView->bounds().size());
     mWebView->loadRequest({.url = mMapsPageWriter->locationOfTempPage(),
                            .cachePolicy = platform::NSURLRequestUseProtocolCachePolicy,
