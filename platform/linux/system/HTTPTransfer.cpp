@@ -6,6 +6,7 @@
 #include <array>
 #include <csignal>
 
+#include "platform/Clock.h"
 #include "platform/RunLoop.h"
 #include "platform/linux/Handles.h"
 
@@ -48,6 +49,14 @@ std::string printable(std::string line) {
     return line;
 }
 
+class Stopwatch {
+  public:
+    long long milliseconds() const { return (monotonicMicroseconds() - mStart) / 1000; }
+
+  private:
+    long long mStart = monotonicMicroseconds();
+};
+
 class Transfer {
   public:
     explicit Transfer(const HTTPRequest& request)
@@ -69,7 +78,7 @@ class Transfer {
     HTTPResponse run() {
         const CURLcode result = mEasy && mMulti ? perform() : CURLE_FAILED_INIT;
         if (mEasy) readAnswer();
-        judge(result);
+        judge(mGivenUp != CURLE_OK ? mGivenUp : result);
         if (mResponse.errorCode != 0) mResponse.body = {};
         return std::move(mResponse);
     }
@@ -156,6 +165,7 @@ class Transfer {
     }
 
     bool take(std::string_view bytes) {
+        if (!mayGoOn()) return false;
         if (status() != kHttpOK) return takeComplaint(bytes);
         mIsTooLarge = isTooLarge(bytes.size());
         if (mIsTooLarge) return false;
@@ -165,6 +175,17 @@ class Transfer {
         else
             mResponse.body += bytes;
         return !mIsRefused;
+    }
+
+    // A few bytes off the wire can unpack into a body that takes minutes, all within one call of curl.
+    bool mayGoOn() {
+        if (mSinceLastPump.milliseconds() >= kPollMilliseconds) {
+            RunLoop::pump();
+            mSinceLastPump = {};
+        }
+        if (RunLoop::isStopping()) mGivenUp = CURLE_ABORTED_BY_CALLBACK;
+        if (mSinceStart.milliseconds() >= mRequest.maxMilliseconds) mGivenUp = CURLE_OPERATION_TIMEDOUT;
+        return mGivenUp == CURLE_OK;
     }
 
     // Returns false once the first line is here.
@@ -191,7 +212,9 @@ class Transfer {
     std::array<char, CURL_ERROR_SIZE> mDetail{};
     HTTPResponse mResponse;
     std::string mComplaint;
-    long long mReceived = 0;  // unpacked bytes of a good answer
+    Stopwatch mSinceStart, mSinceLastPump;
+    CURLcode mGivenUp = CURLE_OK;  // why this side gave the transfer up
+    long long mReceived = 0;       // unpacked bytes of a good answer
     bool mIsTooLarge = false;
     bool mIsRefused = false;  // by the sink
 };
