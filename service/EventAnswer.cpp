@@ -6,8 +6,8 @@ namespace {
 
 using platform::XMLStartTag;
 
-constexpr std::string_view kNamespaces = "http://quakeml.org/xmlns/";
-constexpr std::string_view kEarlierNamespace = "http://quakeml.org/xmlns/quakeml/1.";
+constexpr std::string_view kNamespaces = "quakeml.org/xmlns/";
+constexpr std::string_view kEarlierNamespace = "quakeml.org/xmlns/quakeml/1.";
 constexpr char kHead[] =
     "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
     "<quakeml xmlns=\"http://quakeml.org/xmlns/quakeml/1.0\"><eventParameters>\n";
@@ -19,19 +19,27 @@ constexpr std::size_t kMostTextBytes = 4096;
 constexpr std::size_t kMostCandidates = 1000;
 constexpr std::size_t kMostDocumentBytes = platform::kMaxResourceBytes;
 
+// Some services write https for the http of QuakeML's namespaces.
+std::string_view withoutScheme(std::string_view uri) {
+    for (const std::string_view scheme : {"http://", "https://"})
+        if (uri.starts_with(scheme)) return uri.substr(scheme.size());
+    return {};
+}
+
 EventAnswer::Shape shapeOf(const XMLStartTag& root) {
     using Shape = EventAnswer::Shape;
     if (root.name != "quakeml") return Shape::Other;
     if (root.namespaceURI.empty()) return Shape::Earlier;
-    if (!root.namespaceURI.starts_with(kNamespaces)) return Shape::Other;
-    if (!root.namespaceURI.starts_with(kEarlierNamespace)) return Shape::Today;
-    const std::string_view minor = root.namespaceURI.substr(kEarlierNamespace.size());
+    const std::string_view uri = withoutScheme(root.namespaceURI);
+    if (!uri.starts_with(kNamespaces)) return Shape::Other;
+    if (!uri.starts_with(kEarlierNamespace)) return Shape::Today;
+    const std::string_view minor = uri.substr(kEarlierNamespace.size());
     const bool isEarlier = minor.starts_with('0') || minor == "1";
     return isEarlier ? Shape::Earlier : Shape::Today;
 }
 
 bool isOfQuakeML(const XMLStartTag& tag) {
-    return tag.namespaceURI.empty() || tag.namespaceURI.starts_with(kNamespaces);
+    return tag.namespaceURI.empty() || withoutScheme(tag.namespaceURI).starts_with(kNamespaces);
 }
 
 std::string shortened(std::string_view text) { return std::string(text.substr(0, kMostTextBytes)); }

@@ -89,6 +89,13 @@ TEST_F(EventAnswerTest, PrefixesGoAndNamesOfOthersAreLeftOut) {
     EXPECT_THAT(translate(document).document, HasSubstr("<event><type>earthquake</type></event>"));
 }
 
+TEST_F(EventAnswerTest, TheSecureSpellingOfANamespaceIsQuakeMLToo) {
+    std::string secure = kWhole;
+    for (std::size_t at = 0; (at = secure.find("http:", at)) != secure.npos; at += 6)
+        secure.insert(at + 4, "s");
+    EXPECT_EQ(translate(secure).document, translate(kWhole).document);
+}
+
 TEST_F(EventAnswerTest, ThePreferredOriginAndMagnitudeAreShownWhereverTheyStandAndElseTheFirst) {
     const std::string depth = "<depth><value>0</value></depth>";
     const std::string origins =
