@@ -65,6 +65,21 @@ TEST(XMLParserTest, DocumentsAreReadInTheEncodingTheyDeclareAndWrittenBackInIt) 
     }
 }
 
+TEST(XMLParserTest, EncodingsThatContradictEachOtherAreRefused) {
+    const std::string mark = "\xEF\xBB\xBF", name = repeated("\xE6\xBC\xA2", 60);
+    for (const char* encoding : {"UTF-16LE", "UTF-16BE"}) {
+        const auto inUTF16 = [&](const std::string& text) { return *convertText(text, "UTF-8", encoding); };
+        EXPECT_FALSE(isParsed(mark + inUTF16("<" + name + "/>")));
+        EXPECT_FALSE(isParsed(mark + inUTF16(mark + "<a/>")));
+        EXPECT_FALSE(isParsed(mark + inUTF16("\n<" + name + "/>")));
+        EXPECT_FALSE(isParsed(inUTF16("\n<" + name + "/>")));
+        EXPECT_FALSE(isParsed(inUTF16(mark + mark + "<a/>")));
+        EXPECT_FALSE(isParsed(inUTF16("<?xml version='1.0' encoding='utf-8'?><a/>")));
+        EXPECT_FALSE(isParsed(inUTF16(mark + "<?xml version='1.0' encoding='utf-8'?><a/>")));
+    }
+    EXPECT_FALSE(isParsed(mark + mark + "<a/>"));
+}
+
 TEST(XMLParserTest, EveryReferenceIsANodeOfItsOwnAndWhiteSpaceAloneIsDropped) {
     const std::pair<const char*, const char*> cases[] = {
         {"<a>x&amp;y&#65;&#x42;&e; z</a>", "2:a(6:x 10:amp 6:y 10:#65 10:#x42 10:e 6: z )"},

@@ -24,6 +24,8 @@ std::string_view withoutOuterBlanks(std::string_view text) {
     return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
+bool extendsASCII(const std::string& encodingName) { return convertText("<", encodingName, "UTF-8") == "<"; }
+
 // Builds the tree of one document. Its source is UTF-8, so every position that expat tells is one in it.
 class TreeBuilder {
   public:
@@ -230,11 +232,16 @@ CFXMLTree* TreeBuilder::append(CFXMLNodeRef node) {
 
 CFXMLTreeRef parseXML(const std::string& bytes) {
     const XMLEncoding encoding = detectXMLEncoding(bytes);
-    const std::string_view text = std::string_view(bytes).substr(encoding.markLength);
-    CFXMLNodeInfo info{.text = encoding.name, .hasByteOrderMark = encoding.markLength > 0};
-    if (isUTF8Name(encoding.name)) return TreeBuilder(text).build(std::move(info));
-    const std::optional<std::string> converted = convertText(text, encoding.name, "UTF-8");
-    return converted ? TreeBuilder(*converted).build(std::move(info)) : CFXMLTreeRef();
+    std::string_view text = std::string_view(bytes).substr(encoding.markLength);
+    std::optional<std::string> converted;
+    if (!isUTF8Name(encoding.name)) {
+        converted = convertText(text, encoding.name, "UTF-8");
+        if (!converted) return {};
+        text = *converted;
+    }
+    if (looksLikeAnotherXMLEncoding(text)) return {};
+    if (encoding.name.starts_with("UTF-16") && extendsASCII(declaredXMLEncoding(text))) return {};
+    return TreeBuilder(text).build({.text = encoding.name, .hasByteOrderMark = encoding.markLength > 0});
 }
 
 }  // namespace platform
