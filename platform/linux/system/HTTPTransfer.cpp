@@ -77,6 +77,7 @@ class Transfer {
 
     HTTPResponse run() {
         const CURLcode result = mEasy && mMulti ? perform() : CURLE_FAILED_INIT;
+        if (mGivenUp != CURLE_OK) mDetail = {};  // it says only that the bytes were not taken
         if (mEasy) readAnswer();
         judge(mGivenUp != CURLE_OK ? mGivenUp : result);
         if (mResponse.errorCode != 0) mResponse.body = {};
