@@ -34,11 +34,14 @@ class XMLStream {
     XMLStream(const XMLStream&) = delete;
     XMLStream& operator=(const XMLStream&) = delete;
 
-    // Returns false once the document is not well formed, is nested more than 1,000 levels deep or has markup
-    // of more than 1 MiB in one piece.
+    // Returns false once the document is not well formed, is nested more than 1,000 levels deep, has markup
+    // of more than 1 MiB in one piece or a namespace of more than 256 bytes.
     bool take(std::string_view bytes);
     // To be called once all bytes are taken. Returns false when the document is not whole.
     bool finish();
+
+    // Whether the document type so far declares attributes or entities.
+    bool hasDeclarations() const;
 
   private:
     class Parser;

@@ -25,6 +25,8 @@ class EventAnswer : private platform::XMLStreamHandler {
     Shape shape() const { return mShape; }
     // QuakeML as far as it has come, and once it is finished a whole document.
     bool isGood() const;
+    // Whether the document declares attributes or entities of its own. QuakeML has none.
+    bool hasDeclarations() const { return mStream.hasDeclarations(); }
     // The document for the parser. Of today's shape: empty unless isGood.
     std::string document() &&;
 

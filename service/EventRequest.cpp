@@ -27,7 +27,7 @@ HTTPRequest requestFor(const std::string& url, const Validators& known, EventAns
     if (!known.lastModified.empty()) request.headers.push_back({"If-Modified-Since", known.lastModified});
     request.sink = [&answer](std::string_view bytes) {
         answer.take(bytes);
-        return answer.isGood();
+        return answer.isGood() && !answer.hasDeclarations();
     };
     return request;
 }

@@ -91,8 +91,10 @@ TEST_F(EventFeedTest, TheServiceIsAskedInItsOwnDialectAndAnswersInTheLists) {
 }
 
 TEST_F(EventFeedTest, ADocumentThatIsIncompleteOrNotQuakeMLIsDiscarded) {
-    for (const std::string& document : {std::string("<html><body>Please log in</body></html>"),
-                                        kToday.substr(0, kToday.size() - 3), std::string()}) {
+    for (const std::string& document :
+         {std::string("<html><body>Please log in</body></html>"), kToday.substr(0, kToday.size() - 3),
+          std::string(), "<!DOCTYPE a [<!ATTLIST a b CDATA 'c'>]>" + kToday,
+          "<!DOCTYPE a [<!ENTITY b 'c'>]><quakeml/>" + std::string(50, ' ')}) {
         serve({answerOf(document)});
         EXPECT_EQ(load(feedWithoutCache), "") << document;
     }

@@ -115,6 +115,12 @@ TEST(XMLParserTest, EntityBombsAreInertAndEntitiesWithinEntitiesDoNotDriveTheSta
     EXPECT_TRUE(outlineOf(entities("a", 100, 10) + "<a>&e99;</a>").ends_with("2:a(10:e99 )"));
     EXPECT_FALSE(isParsed(entities("a", 100, 10) + "<a b=\"&e99;\"/>"));
     EXPECT_FALSE(isParsed(entities("a", 200'000, 1) + "<a b=\"&e199999;\"/>"));
+    const std::string declaration = "<!DOCTYPE a [<!ENTITY e \"" + std::string(20'000, 'x') + "\">]>";
+    const auto withReferences = [&](int count) {
+        return isParsed(declaration + "<a b=\"" + repeated("&e;", count) + "\"/>");
+    };
+    EXPECT_TRUE(withReferences(20));
+    EXPECT_FALSE(withReferences(200));
 }
 
 TEST(XMLParserTest, ATreeKeepsItsChildrenHoweverDeepItIs) {

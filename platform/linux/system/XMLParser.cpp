@@ -47,7 +47,7 @@ class TreeBuilder {
     void startCdata();
     void endCdata();
     void endDocumentType();
-    void entityDeclared();
+    void declared();
 
     std::string_view eventSource() const;
     CFXMLNodeRef elementNode(std::string_view name);
@@ -67,10 +67,10 @@ class TreeBuilder {
     std::string mText;  // read, not yet a node
     bool mInCdata = false;
     std::optional<std::size_t> mDocumentTypeStart;
-    int mEntityCount = 0;
+    int mDeclarationCount = 0;
 };
 
-TreeBuilder::TreeBuilder(std::string_view source) : mParser(XML_ParserCreate("UTF-8")), mSource(source) {
+TreeBuilder::TreeBuilder(std::string_view source) : mParser(makeExpatParser()), mSource(source) {
     XML_Parser parser = mParser.get();
     if (!parser) return;
     XML_SetUserData(parser, this);
@@ -95,9 +95,10 @@ TreeBuilder::TreeBuilder(std::string_view source) : mParser(XML_ParserCreate("UT
     XML_SetCdataSectionHandler(
         parser, [](void* data) { self(data).startCdata(); }, [](void* data) { self(data).endCdata(); });
     XML_SetEndDoctypeDeclHandler(parser, [](void* data) { self(data).endDocumentType(); });
-    XML_SetEntityDeclHandler(
-        parser, [](void* data, const char*, int, const char*, int, const char*, const char*, const char*,
-                   const char*) { self(data).entityDeclared(); });
+    XML_SetEntityDeclHandler(parser, [](void* data, const char*, int, const char*, int, const char*,
+                                        const char*, const char*, const char*) { self(data).declared(); });
+    XML_SetAttlistDeclHandler(parser, [](void* data, const char*, const char*, const char*, const char*,
+                                         int) { self(data).declared(); });
 }
 
 CFXMLTreeRef TreeBuilder::build(CFXMLNodeInfo info) {
@@ -174,8 +175,8 @@ void TreeBuilder::endDocumentType() {
     mDocumentTypeStart.reset();
 }
 
-void TreeBuilder::entityDeclared() {
-    if (++mEntityCount > kMaxEntities) fail();
+void TreeBuilder::declared() {
+    if (++mDeclarationCount > kMaxDeclarations) fail();
 }
 
 std::string_view TreeBuilder::eventSource() const {
