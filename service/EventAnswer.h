@@ -27,6 +27,7 @@ class EventAnswer : private platform::XMLStreamHandler {
     bool isGood() const;
     // Whether the document declares attributes or entities of its own. QuakeML has none.
     bool hasDeclarations() const { return mStream.hasDeclarations(); }
+    std::size_t documentSize() const { return mDocument.size(); }
     // The document for the parser. Of today's shape: empty unless isGood.
     std::string document() &&;
 

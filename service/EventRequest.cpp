@@ -19,7 +19,14 @@ constexpr int kLongestPauseSeconds = 2;
 // After a big quake a week's answer is some hundred megabytes of picks, of which next to nothing is held.
 constexpr long long kMaxAnswerBytes = 1LL << 30;
 
+// Thousands of events. The list's parser holds up to fifty times as much while it reads.
+constexpr std::size_t kMostDocumentBytes = 2 << 20;
+
 bool isConditional(const Validators& known) { return !known.etag.empty() || !known.lastModified.empty(); }
+
+bool isAcceptable(const EventAnswer& answer) {
+    return answer.isGood() && !answer.hasDeclarations() && answer.documentSize() <= kMostDocumentBytes;
+}
 
 HTTPRequest requestFor(const std::string& url, const Validators& known, EventAnswer& answer) {
     HTTPRequest request{.url = url, .maxBytes = kMaxAnswerBytes};
@@ -27,7 +34,7 @@ HTTPRequest requestFor(const std::string& url, const Validators& known, EventAns
     if (!known.lastModified.empty()) request.headers.push_back({"If-Modified-Since", known.lastModified});
     request.sink = [&answer](std::string_view bytes) {
         answer.take(bytes);
-        return answer.isGood() && !answer.hasDeclarations();
+        return isAcceptable(answer);
     };
     return request;
 }

@@ -93,10 +93,11 @@ TEST_F(EventFeedTest, TheServiceIsAskedInItsOwnDialectAndAnswersInTheLists) {
 TEST_F(EventFeedTest, ADocumentThatIsIncompleteOrNotQuakeMLIsDiscarded) {
     for (const std::string& document :
          {std::string("<html><body>Please log in</body></html>"), kToday.substr(0, kToday.size() - 3),
-          std::string(), "<!DOCTYPE a [<!ATTLIST a b CDATA 'c'>]>" + kToday,
+          std::string(), "<quakeml>" + std::string(3 << 20, ' ') + "</quakeml>",
+          "<!DOCTYPE a [<!ATTLIST a b CDATA 'c'>]>" + kToday,
           "<!DOCTYPE a [<!ENTITY b 'c'>]><quakeml/>" + std::string(50, ' ')}) {
         serve({answerOf(document)});
-        EXPECT_EQ(load(feedWithoutCache), "") << document;
+        EXPECT_EQ(load(feedWithoutCache), "") << document.substr(0, 80);
     }
 }
 
