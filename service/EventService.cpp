@@ -44,6 +44,8 @@ class Question {
         if (lock.hasFailedMeanwhile(mUrl))
             return useEarlier(
                 {platform::coreFoundationUnknownErr, "the request of another process failed", mUrl});
+        if (lock.isTakenByAnother() && hasEarlier())
+            return useEarlier({platform::coreFoundationUnknownErr, "another process is still asking", mUrl});
         return ask(lock);
     }
 
@@ -53,6 +55,10 @@ class Question {
     bool hasFresh() {
         mKept = mCache.find(mUrl);
         return mKept && isYounger(*mKept, kFreshSeconds);
+    }
+    bool hasEarlier() const {
+        const auto earlier = mCache.newest(mService);
+        return earlier && isYounger(*earlier, kUsableSeconds);
     }
     LoadOutcome useKept() {
         mDocument = std::move(mKept->document);

@@ -8,7 +8,7 @@
 
 // The event service that answers the quake list's query. With answers kept: one of the last five minutes
 // saves the request, processes that ask at the same time make one request between them, and where the request
-// fails, the newest answer that the service gave in the last 30 days has to do.
+// fails or another process's takes long, the newest answer that the service gave in the last 30 days is used.
 class EventService {
   public:
     EventService(std::string address, bool keepsAnswers);
