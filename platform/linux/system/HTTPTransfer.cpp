@@ -18,7 +18,7 @@ constexpr long kHttpOK = 200;
 constexpr long kConnectMilliseconds = 10'000;
 constexpr long kMaxRedirects = 5;
 // How long an event of the main loop may have to wait for its turn.
-constexpr int kPollMilliseconds = 20;
+constexpr int kPollMilliseconds = 10;
 constexpr std::size_t kMaxComplaintBytes = 1024;
 
 using EasyHandle = Handle<CURL, curl_easy_cleanup>;
