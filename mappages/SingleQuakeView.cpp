@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/RunLoop.h"
 #include "platform/WebView.h"
 #include "platform/portable/NotificationCenter.h"
 #include "quakes/CQuakeList.h"
@@ -41,6 +42,7 @@ void SingleQuakeView::loadNextPage() {
     mPageIsComplete = false;
     platform::NotificationCenter::addObserver(this, platform::WebViewProgressFinishedNotification,
                                               [this] { progressFinished(); });
+    if (platform::RunLoop::isStopping()) return;  // a new web view would delay the end
     if (!mWebView) createWebView();
 
     const CQuakeEvent* const quake = CQuakeList::Instance()->GetNextQuake();

@@ -35,6 +35,14 @@ TEST_F(SingleQuakeViewTest, LoadsTheTenBiggestQuakesIntoOneWebViewThatReachesPas
     EXPECT_THAT(loads.at(10).page, HasSubstr("initializeMap(10.000"));
 }
 
+TEST_F(SingleQuakeViewTest, ADyingProcessMakesNoWebView) {
+    serveQuakes({5});
+    const auto view = makeView();
+    standins::desktop.isStopping = true;
+    view->loadNextPage();
+    EXPECT_THAT(view->subviews(), IsEmpty());
+}
+
 TEST_F(SingleQuakeViewTest, IsCompleteWhenAnyWebViewHasFinishedUntilItLoadsAgain) {
     const auto first = makeView(), second = makeView();
     first->loadNextPage();
