@@ -5,17 +5,17 @@
 
 namespace platform {
 
-// A start tag while it is reported. Names come without their prefix.
+// A start tag, valid while it is reported. Names have no prefix.
 struct XMLStartTag {
     std::string_view name;
-    std::string_view namespaceURI;  // empty where none is declared
-    const char* const* attributes;  // names and values in turn, ended by a null
+    std::string_view namespaceURI;  // empty if none is declared
+    const char* const* attributes;  // alternating names and values, null-terminated
 
-    // The value of an attribute without a prefix; empty where there is none.
+    // The value of an attribute without a prefix; empty if there is no such attribute.
     std::string_view attribute(std::string_view attributeName) const;
 };
 
-// Hears of a document's markup in its order. One text may come in several pieces.
+// Receives a document's markup in order. A text may come in several pieces.
 class XMLStreamHandler {
   public:
     virtual ~XMLStreamHandler() = default;
@@ -24,20 +24,20 @@ class XMLStreamHandler {
     virtual void characters(std::string_view text) = 0;
 };
 
-// Reads a document piece by piece and holds none of it, whatever its size. Entities of the document are
-// replaced within bounds, unknown ones and external ones left out.
+// Reads a document piece by piece and keeps none of it, whatever its size. Replaces the document's own
+// entities within bounds, and leaves out unknown and external ones.
 class XMLStream {
   public:
-    // The handler has to outlive the stream.
+    // The handler must outlive the stream.
     explicit XMLStream(XMLStreamHandler& handler);
     ~XMLStream();
     XMLStream(const XMLStream&) = delete;
     XMLStream& operator=(const XMLStream&) = delete;
 
-    // Returns false once the document is not well formed, is nested more than 1,000 levels deep, has markup
-    // of more than 1 MiB in one piece or a namespace of more than 256 bytes.
+    // Returns false once the document is not well formed, is nested more than 1,000 levels deep, or has a
+    // tag or comment of more than 1 MiB, a namespace of more than 256 bytes or more than 1,000 declarations.
     bool take(std::string_view bytes);
-    // To be called once all bytes are taken. Returns false when the document is not whole.
+    // Call this after the last bytes. Returns false if the document is incomplete.
     bool finish();
 
     // Whether the document type so far declares attributes or entities.

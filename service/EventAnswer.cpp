@@ -13,13 +13,13 @@ constexpr char kHead[] =
     "<quakeml xmlns=\"http://quakeml.org/xmlns/quakeml/1.0\"><eventParameters>\n";
 constexpr char kTail[] = "</eventParameters></quakeml>\n";
 
-// The parser takes 255 characters: a longer text stays too long, and holds no more memory than this.
+// The parser takes 255 characters: a text cut here is still too long for it, but does not fill the memory.
 constexpr std::size_t kMostTextBytes = 4096;
-// Far more than one event has.
+// Far more than any event has.
 constexpr std::size_t kMostCandidates = 1000;
 constexpr std::size_t kMostDocumentBytes = platform::kMaxResourceBytes;
 
-// Some services write https for the http of QuakeML's namespaces.
+// Some services write https instead of http in QuakeML's namespaces.
 std::string_view withoutScheme(std::string_view uri) {
     for (const std::string_view scheme : {"http://", "https://"})
         if (uri.starts_with(scheme)) return uri.substr(scheme.size());
@@ -95,7 +95,7 @@ void EventAnswer::characters(std::string_view text) {
     if (isWanted) (*mText)->append(text.substr(0, kMostTextBytes - (*mText)->size()));
 }
 
-// Returns false for an element that does not count there.
+// Returns false for an element that is ignored there.
 bool EventAnswer::enter(const XMLStartTag& tag) {
     if (mPlaces.back() != Place::Document && !isOfQuakeML(tag)) return false;
     switch (mPlaces.back()) {
@@ -149,7 +149,7 @@ bool EventAnswer::enterPartOfEvent(const XMLStartTag& tag) {
     return false;
 }
 
-// The first of a name counts.
+// Only the first element of a name counts.
 bool EventAnswer::enterText(EventElement::Text& text) {
     if (text) return false;
     text.emplace();

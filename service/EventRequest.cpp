@@ -16,10 +16,10 @@ constexpr long kNotModified = 304;
 constexpr long kTooManyRequests = 429;
 constexpr int kUsualPauseSeconds = 1;
 constexpr int kLongestPauseSeconds = 2;
-// After a big quake a week's answer is some hundred megabytes of picks, of which next to nothing is held.
+// After a big quake a week of events is some hundred megabytes, nearly all picks, which are not kept.
 constexpr long long kMaxAnswerBytes = 1LL << 30;
 
-// Thousands of events. The list's parser holds up to fifty times as much while it reads.
+// Room for thousands of events. The list's parser needs up to fifty times as much memory.
 constexpr std::size_t kMostDocumentBytes = 2 << 20;
 
 bool isConditional(const Validators& known) { return !known.etag.empty() || !known.lastModified.empty(); }

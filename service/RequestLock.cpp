@@ -34,7 +34,7 @@ RequestLock::RequestLock(const std::string& folder)
     }
 }
 
-// The note holds the time and the URL. All processes of a machine share the clock that never jumps.
+// The note holds the time and the URL. All processes of a machine share the monotonic clock.
 void RequestLock::noteFailure(const std::string& url) const {
     if (isHeld()) mLock.setNote(std::to_string(platform::monotonicMicroseconds()) + " " + url);
 }

@@ -4,7 +4,7 @@
 
 #include "platform/AdvisoryLock.h"
 
-// Lets one process of the user ask while the others wait for what it learns.
+// Lets one of the user's processes ask while the others wait for its result.
 class RequestLock {
   public:
     // Tries for five seconds at most, while the main loop runs. A process that does not get the lock, because
@@ -14,7 +14,7 @@ class RequestLock {
     bool isHeld() const { return mState == platform::AdvisoryLock::State::Held; }
     bool isTakenByAnother() const { return mState == platform::AdvisoryLock::State::TakenByAnother; }
 
-    // Lets those who wait now know that the request for this URL failed.
+    // Tells the waiting processes that the request for this URL failed.
     void noteFailure(const std::string& url) const;
     // Whether the request of another process for this URL failed while this one waited.
     bool hasFailedMeanwhile(const std::string& url) const;

@@ -10,7 +10,7 @@ using namespace platform;
 
 namespace {
 
-// The start of a UTF-8 text, at most room bytes of it, never half a character.
+// The first room bytes of a UTF-8 text, cut between characters.
 std::string_view WholeCharacters(std::string_view text, std::size_t room) {
     if (text.size() <= room) return text;
     while (room > 0 && (text[room] & 0xC0) == 0x80) --room;

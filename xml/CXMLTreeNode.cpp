@@ -2,8 +2,8 @@
 
 #include <utility>
 
-// Each node goes before its children, first child first. Only the topmost node deletes, in a loop, and all
-// others pass their children on to it: however deep the tree is, the stack is not.
+// Deletes each node before its children, first child first. Only the topmost node deletes, in a loop, and all
+// others hand it their children, so a deep tree does not exhaust the stack.
 CXMLTreeNode::~CXMLTreeNode() {
     if (mOrphans) {
         mOrphans->insert(mOrphans->end(), mChildren.rbegin(), mChildren.rend());

@@ -1,4 +1,4 @@
-// Expat declares its limits only to those who know that the library was built with document types.
+// expat.h declares the limits below only with this macro, which says how the library was built.
 #define XML_DTD
 
 #include "platform/linux/system/ExpatParser.h"
@@ -11,14 +11,14 @@ namespace platform {
 
 namespace {
 
-// From that size on, counted with its entities replaced, a document may grow by so much through them.
+// A document larger than this with its entities replaced may be at most so many times its own size.
 constexpr unsigned long long kGrowthCountsFromBytes = 1 << 20;
 constexpr float kMostGrowth = 2;
 
-// Markup of 1 MiB, twice while its buffer grows, and the names of attributes that a document uses.
+// Room for markup of 1 MiB, held twice while its buffer grows, and for all names of a document.
 constexpr std::size_t kMostHeldBytes = 8 << 20;
 
-std::size_t heldBytes = 0;  // by all parsers with namespaces
+std::size_t heldBytes = 0;  // by all namespace parsers
 
 void* reallocateWithinLimit(void* block, std::size_t size) {
     const std::size_t before = malloc_usable_size(block);

@@ -11,15 +11,14 @@ struct ExpatParserDeleter {
 };
 using ExpatParser = std::unique_ptr<XML_ParserStruct, ExpatParserDeleter>;
 
-// A parser of UTF-8 that takes names as they are written. Both makers return null when there is no memory.
+// A UTF-8 parser that reports names as written. Both functions return null if there is no memory.
 ExpatParser makeExpatParser();
-// A parser of any encoding that puts separator between a name and its namespace. It fails rather than hold
+// A parser for any encoding that reports a name after its namespace and separator. It fails rather than hold
 // more than a few megabytes.
 ExpatParser makeNamespaceParser(char separator);
 
-// Expat replaces entities in attributes' values, before 2.7 by a call within a call for each entity within
-// another, and visits all declared attributes with each element. A document that declares more of either is
-// refused.
+// The most attributes and entities that a document may declare. Expat replaces entities in attribute values,
+// before 2.7 recursively, and visits all declared attributes of an element's name with each such element.
 inline constexpr int kMaxDeclarations = 1000;
 
 }  // namespace platform

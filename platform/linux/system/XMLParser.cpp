@@ -26,12 +26,12 @@ std::string_view withoutOuterBlanks(std::string_view text) {
 
 bool extendsASCII(const std::string& encodingName) { return convertText("<", encodingName, "UTF-8") == "<"; }
 
-// Builds the tree of one document. Its source is UTF-8, so every position that expat tells is one in it.
+// Builds the tree of one document. Its source is UTF-8, so expat's positions are positions in it.
 class TreeBuilder {
   public:
     explicit TreeBuilder(std::string_view source);
 
-    // Null when the source is not well formed.
+    // Null if the source is not well formed.
     CFXMLTreeRef build(CFXMLNodeInfo info);
 
   private:
@@ -60,8 +60,8 @@ class TreeBuilder {
     ExpatParser mParser;
     std::string_view mSource;
     CFXMLTreeRef mDocument;
-    std::vector<CFXMLTree*> mOpen;  // the document and the elements that have not ended
-    // The one node of all elements of a name that have no attributes, those of one tag apart.
+    std::vector<CFXMLTree*> mOpen;  // the document and the open elements
+    // All elements of a name without attributes share one node, and those written as one tag another.
     std::unordered_map<std::string, CFXMLNodeRef> mPlainElements[2];
     std::string mName;
     std::string mText;  // read, not yet a node
@@ -74,7 +74,7 @@ TreeBuilder::TreeBuilder(std::string_view source) : mParser(makeExpatParser()), 
     XML_Parser parser = mParser.get();
     if (!parser) return;
     XML_SetUserData(parser, this);
-    // A reference to an entity that nothing declares is as good as any other.
+    // Accept references to undeclared entities.
     XML_UseForeignDTD(parser, XML_TRUE);
     XML_SetElementHandler(
         parser, [](void* data, const char* name, const char**) { self(data).startElement(name); },
@@ -82,7 +82,7 @@ TreeBuilder::TreeBuilder(std::string_view source) : mParser(makeExpatParser()), 
     XML_SetCharacterDataHandler(parser, [](void* data, const char* text, int size) {
         self(data).characters({text, static_cast<std::size_t>(size)});
     });
-    // Told of references too, which are not replaced then.
+    // Receives references too, and keeps expat from replacing them.
     XML_SetDefaultHandler(parser, [](void* data, const char* text, int size) {
         self(data).other({text, static_cast<std::size_t>(size)});
     });
@@ -218,7 +218,7 @@ void TreeBuilder::flushText() {
     mText.clear();
 }
 
-// Null, and the end of the parse, when there is no memory.
+// Returns null and stops the parser if there is no memory.
 CFXMLTree* TreeBuilder::append(CFXMLNodeRef node) {
     CFXMLTreeRef tree = node ? CFXMLTreeCreateWithNode(std::move(node)) : CFXMLTreeRef();
     if (!tree) {

@@ -14,12 +14,12 @@ namespace {
 
 constexpr char kSeparator = '\n';  // between namespace and name
 constexpr std::size_t kPieceBytes = 64 << 10;
-// Expat keeps markup that has not ended, and looks through all of it again with every piece.
+// Expat keeps unfinished markup, and scans all of it again with every piece.
 constexpr long long kMostPendingBytes = 1 << 20;
-// Expat copies the namespace for each attribute with a prefix.
+// Expat copies the namespace for every attribute with a prefix.
 constexpr std::size_t kMostNamespaceBytes = 256;
 
-// What expat needs to read an encoding of one byte a character: -1 for a byte that stands for nothing.
+// Describes a single-byte encoding to expat; -1 marks an invalid byte.
 int fillEncoding(void*, const XML_Char* name, XML_Encoding* encoding) {
     bool isKnown = false;
     for (int byte = 0; byte < 256; ++byte) {
@@ -66,7 +66,7 @@ class XMLStream::Parser {
     void configure(XML_Parser parser) {
         XML_SetUserData(parser, this);
         XML_SetUnknownEncodingHandler(parser, fillEncoding, nullptr);
-        XML_UseForeignDTD(parser, XML_TRUE);  // an entity that nothing declares is no error
+        XML_UseForeignDTD(parser, XML_TRUE);  // accept references to undeclared entities
         XML_SetElementHandler(
             parser,
             [](void* data, const char* name, const char** attributes) { self(data).start(name, attributes); },
