@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/RunLoop.h"
 #include "platform/WebView.h"
 #include "platform/portable/NotificationCenter.h"
 #include "quakes/CQuakeList.h"
@@ -41,10 +42,13 @@ void SingleQuakeView::loadNextPage() {
     mPageIsComplete = false;
     platform::NotificationCenter::addObserver(this, platform::WebViewProgressFinishedNotification,
                                               [this] { progressFinished(); });
+    if (platform::RunLoop::isStopping()) return;  // a new web view would delay the end
     if (!mWebView) createWebView();
 
     const CQuakeEvent* const quake = CQuakeList::Instance()->GetNextQuake();
     if (!quake) return;
+    // Both views write the same file. The web view takes the page from it at once, so a page that is still
+    // loading stays this view's own when the other view writes the next one.
     mMapsPageWriter->writeForEvent(quake, mWebView->bounds().size());
     mWebView->loadRequest({.url = mMapsPageWriter->locationOfTempPage(),
                            .cachePolicy = platform::NSURLRequestUseProtocolCachePolicy,

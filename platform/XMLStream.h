@@ -34,11 +34,15 @@ class XMLStream {
     XMLStream(const XMLStream&) = delete;
     XMLStream& operator=(const XMLStream&) = delete;
 
-    // Returns false once the document proves to be malformed, nested more than 1,000 levels deep, or to hold
-    // a single piece of markup of more than 1 MiB.
+    // Returns false once the document proves to be malformed, nested more than 1,000 levels deep, or to have
+    // a tag or comment of more than 1 MiB, a namespace of more than 256 bytes or more than 1,000
+    // declarations.
     bool take(std::string_view bytes);
     // Call it after the last bytes. Returns false when the document is incomplete.
     bool finish();
+
+    // Whether the document type so far declares attributes or entities.
+    bool hasDeclarations() const;
 
   private:
     class Parser;

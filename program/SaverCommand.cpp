@@ -94,6 +94,8 @@ class Saver {
         return true;
     }
 
+    void stop() { mView->stopAnimation(); }
+
   private:
     void tick() {
         if (!mView->isAnimating()) return;
@@ -129,6 +131,7 @@ int runSaver(const Options& options) {
     Saver saver(std::move(window), options);
     if (!saver.start()) return 1;
     RunLoop::run();
+    saver.stop();
     return 0;
 }
 

@@ -17,9 +17,9 @@ constexpr char kPrefix[] = "answer-";
 // In the file's name and its first line: versions that keep answers in another way use other files.
 constexpr char kVersion[] = "1";
 constexpr char kFirstLine[] = "Tellmar answer 1\n";
-constexpr std::size_t kMostFiles = 4;
-constexpr std::size_t kMostDocumentBytes = 4 << 20;
-constexpr std::size_t kMostFileBytes = kMostDocumentBytes + (64 << 10);
+constexpr std::size_t kMaxFiles = 4;
+constexpr std::size_t kMaxDocumentBytes = 4 << 20;
+constexpr std::size_t kMaxFileBytes = kMaxDocumentBytes + (64 << 10);
 
 std::string asLine(std::string text) {
     std::replace_if(
@@ -61,7 +61,7 @@ std::optional<KeptAnswer> parse(std::string_view text) {
 
 std::optional<KeptAnswer> readAnswer(const fs::path& path) {
     std::error_code error;
-    if (!fs::is_regular_file(path, error) || fs::file_size(path, error) > kMostFileBytes) return std::nullopt;
+    if (!fs::is_regular_file(path, error) || fs::file_size(path, error) > kMaxFileBytes) return std::nullopt;
     std::string text;
     if (!platform::readPrivateFile(path, text)) return std::nullopt;
     return parse(text);
@@ -100,7 +100,7 @@ std::optional<KeptAnswer> AnswerCache::newest(const std::string& service) const 
 }
 
 bool AnswerCache::store(const KeptAnswer& answer) const {
-    if (answer.document.size() > kMostDocumentBytes) return false;
+    if (answer.document.size() > kMaxDocumentBytes) return false;
     if (!platform::makePrivateFolder(mFolder)) return false;
     if (!platform::writePrivateFile(pathFor(answer.url), write(answer))) return false;
     removeOldest();
@@ -110,12 +110,12 @@ bool AnswerCache::store(const KeptAnswer& answer) const {
 // Drafts of a process that was killed while it wrote are among them.
 void AnswerCache::removeOldest() const {
     std::vector<fs::path> files = answerFiles(mFolder);
-    if (files.size() <= kMostFiles) return;
+    if (files.size() <= kMaxFiles) return;
     const auto age = [](const fs::path& path) {
         std::error_code error;
         return fs::last_write_time(path, error);
     };
     std::sort(files.begin(), files.end(), [&](const auto& a, const auto& b) { return age(a) > age(b); });
     std::error_code error;
-    for (std::size_t i = kMostFiles; i < files.size(); ++i) fs::remove(files[i], error);
+    for (std::size_t i = kMaxFiles; i < files.size(); ++i) fs::remove(files[i], error);
 }

@@ -6,35 +6,43 @@ namespace {
 
 using platform::XMLStartTag;
 
-constexpr std::string_view kNamespaces = "http://quakeml.org/xmlns/";
-constexpr std::string_view kEarlierNamespace = "http://quakeml.org/xmlns/quakeml/1.";
+constexpr std::string_view kNamespaces = "quakeml.org/xmlns/";
+constexpr std::string_view kEarlierNamespace = "quakeml.org/xmlns/quakeml/1.";
 constexpr char kHead[] =
     "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
     "<quakeml xmlns=\"http://quakeml.org/xmlns/quakeml/1.0\"><eventParameters>\n";
 constexpr char kTail[] = "</eventParameters></quakeml>\n";
 
-// The parser takes 255 characters: a longer text stays too long, and holds no more memory than this.
-constexpr std::size_t kMostTextBytes = 4096;
-// Far more than one event has.
-constexpr std::size_t kMostCandidates = 1000;
-constexpr std::size_t kMostDocumentBytes = platform::kMaxResourceBytes;
+// The parser takes 255 characters: a text cut here is still too long for it, but does not fill the memory.
+constexpr std::size_t kMaxTextBytes = 4096;
+// Far more than any event has.
+constexpr std::size_t kMaxCandidates = 1000;
+constexpr std::size_t kMaxDocumentBytes = platform::kMaxResourceBytes;
+
+// Some services write https instead of http in QuakeML's namespaces.
+std::string_view withoutScheme(std::string_view uri) {
+    for (const std::string_view scheme : {"http://", "https://"})
+        if (uri.starts_with(scheme)) return uri.substr(scheme.size());
+    return {};
+}
 
 EventAnswer::Shape shapeOf(const XMLStartTag& root) {
     using Shape = EventAnswer::Shape;
     if (root.name != "quakeml") return Shape::Other;
     if (root.namespaceURI.empty()) return Shape::Earlier;
-    if (!root.namespaceURI.starts_with(kNamespaces)) return Shape::Other;
-    if (!root.namespaceURI.starts_with(kEarlierNamespace)) return Shape::Today;
-    const std::string_view minor = root.namespaceURI.substr(kEarlierNamespace.size());
+    const std::string_view uri = withoutScheme(root.namespaceURI);
+    if (!uri.starts_with(kNamespaces)) return Shape::Other;
+    if (!uri.starts_with(kEarlierNamespace)) return Shape::Today;
+    const std::string_view minor = uri.substr(kEarlierNamespace.size());
     const bool isEarlier = minor.starts_with('0') || minor == "1";
     return isEarlier ? Shape::Earlier : Shape::Today;
 }
 
 bool isOfQuakeML(const XMLStartTag& tag) {
-    return tag.namespaceURI.empty() || tag.namespaceURI.starts_with(kNamespaces);
+    return tag.namespaceURI.empty() || withoutScheme(tag.namespaceURI).starts_with(kNamespaces);
 }
 
-std::string shortened(std::string_view text) { return std::string(text.substr(0, kMostTextBytes)); }
+std::string shortened(std::string_view text) { return std::string(text.substr(0, kMaxTextBytes)); }
 
 }  // namespace
 
@@ -61,7 +69,7 @@ std::string EventAnswer::document() && { return std::move(mDocument); }
 std::string EventAnswer::withoutEvents() { return std::string(kHead) + kTail; }
 
 void EventAnswer::keep(std::string_view bytes) {
-    mIsTooLarge = mIsTooLarge || mDocument.size() + bytes.size() > kMostDocumentBytes;
+    mIsTooLarge = mIsTooLarge || mDocument.size() + bytes.size() > kMaxDocumentBytes;
     if (mIsTooLarge)
         mDocument = {};
     else
@@ -84,10 +92,10 @@ void EventAnswer::endElement() {
 
 void EventAnswer::characters(std::string_view text) {
     const bool isWanted = mText && mPlaces.back() == Place::Text && mSkippedLevels == 0;
-    if (isWanted) (*mText)->append(text.substr(0, kMostTextBytes - (*mText)->size()));
+    if (isWanted) (*mText)->append(text.substr(0, kMaxTextBytes - (*mText)->size()));
 }
 
-// Returns false for an element that does not count there.
+// Returns false for an element that is ignored there.
 bool EventAnswer::enter(const XMLStartTag& tag) {
     if (mPlaces.back() != Place::Document && !isOfQuakeML(tag)) return false;
     switch (mPlaces.back()) {
@@ -130,18 +138,18 @@ bool EventAnswer::enterPartOfEvent(const XMLStartTag& tag) {
     if (tag.name == "type") return enterText(mEvent.type);
     if (tag.name == "preferredOriginID") return enterText(mEvent.preferredOriginID);
     if (tag.name == "preferredMagnitudeID") return enterText(mEvent.preferredMagnitudeID);
-    if (tag.name == "origin" && mEvent.origins.size() < kMostCandidates) {
+    if (tag.name == "origin" && mEvent.origins.size() < kMaxCandidates) {
         mEvent.origins.emplace_back().publicID = shortened(tag.attribute("publicID"));
         return go(Place::Origin);
     }
-    if (tag.name == "magnitude" && mEvent.magnitudes.size() < kMostCandidates) {
+    if (tag.name == "magnitude" && mEvent.magnitudes.size() < kMaxCandidates) {
         mEvent.magnitudes.emplace_back().publicID = shortened(tag.attribute("publicID"));
         return go(Place::Magnitude);
     }
     return false;
 }
 
-// The first of a name counts.
+// Only the first element of a name counts.
 bool EventAnswer::enterText(EventElement::Text& text) {
     if (text) return false;
     text.emplace();

@@ -7,28 +7,30 @@
 #include "platform/XMLStream.h"
 #include "service/EventElement.h"
 
-// An answer on its way from an event service to the feed's parser. QuakeML 1.2 becomes QuakeML 1.0.1 while it
-// arrives: an event is held until it ends, and of it only what the parser reads. Any other document stays as
-// it is.
+// An answer on its way from an event service to the feed's parser. Translates QuakeML 1.2 to QuakeML 1.0.1 as
+// it arrives, holding one event at a time and only what the parser reads. Any other document stays as it is.
 class EventAnswer : private platform::XMLStreamHandler {
   public:
-    // What the document is by its root: of today (1.2), the parser's own (1.0, 1.1), or no QuakeML. Unknown
-    // before the root.
+    // The kind of document by its root: today's QuakeML (1.2), the parser's own (1.0, 1.1), or not QuakeML.
+    // Unknown before the root.
     enum class Shape { Unknown, Today, Earlier, Other };
 
     EventAnswer();
 
     void take(std::string_view bytes);
-    // To be called once all bytes are taken.
+    // Call this after the last bytes.
     void finish();
 
     Shape shape() const { return mShape; }
-    // QuakeML as far as it has come, and once it is finished a whole document.
+    // Whether the bytes so far are QuakeML, and after finish a complete document.
     bool isGood() const;
-    // The document for the parser. Of today's shape: empty unless isGood.
+    // Whether the document declares attributes or entities of its own. QuakeML has none.
+    bool hasDeclarations() const { return mStream.hasDeclarations(); }
+    std::size_t documentSize() const { return mDocument.size(); }
+    // The document for the parser. Empty if it is of today's shape and not good.
     std::string document() &&;
 
-    // What the parser makes no earthquakes of: the answer of a service that has none.
+    // The document for an answer without events.
     static std::string withoutEvents();
 
   private:
@@ -53,11 +55,11 @@ class EventAnswer : private platform::XMLStreamHandler {
     Shape mShape = Shape::Unknown;
     bool mIsWellFormed = true;
     bool mIsTooLarge = false;
-    std::string mDocument;  // as it came, or what is translated so far
+    std::string mDocument;  // as it came, or as far as it is translated
 
     std::vector<Place> mPlaces{Place::Document};
-    int mSkippedLevels = 0;  // open elements that do not count
+    int mSkippedLevels = 0;  // open elements that are ignored
     EventElement mEvent;
     EventElement::Text* mText = nullptr;  // in mEvent, takes the characters
-    bool mHasValue = false;               // the open quantity
+    bool mHasValue = false;               // of the open quantity
 };

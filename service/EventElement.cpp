@@ -49,7 +49,7 @@ std::string quantity(const std::string& name, const EventElement::Text& text) {
     return "<" + name + ">" + (value.empty() ? "" : element("value", value)) + "</" + name + ">";
 }
 
-// As the feed writes a time: UTC, milliseconds, Z. A text that is not a time stays as it is.
+// The feed's format: UTC with milliseconds and Z. A text that is not a time stays as it is.
 std::string inUTC(std::string_view text) {
     using namespace std::chrono;
     const auto time = readISOTime(text);
@@ -80,7 +80,7 @@ EventElement::Text inKilometres(const EventElement::Text& metres) {
     return metres ? EventElement::Text(kilometres(*metres)) : std::nullopt;
 }
 
-// Null when there are none.
+// Null if there are no candidates.
 template <typename Candidate>
 const Candidate* preferred(const std::vector<Candidate>& candidates, const EventElement::Text& publicID) {
     const std::string_view wanted = publicID ? trimmed(*publicID) : std::string_view();

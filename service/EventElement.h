@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-// One event of an event service's answer: only what the feed's parser reads. A value is missing where its
-// element is, and empty where the element has none.
+// One event of an event service's answer, only as far as the feed's parser reads it. A value is missing if
+// its element is, and empty if the element is.
 struct EventElement {
     using Text = std::optional<std::string>;
 
@@ -27,7 +27,6 @@ struct EventElement {
     std::vector<Magnitude> magnitudes;
 };
 
-// The event as an element of QuakeML 1.0.1: type, the preferred origin and the preferred magnitude, or the
-// first of either where the preferred one is not there; depth in kilometres, time in UTC. A depth that is no
-// number loses its value.
+// The event as an element of QuakeML 1.0.1: its type, the preferred origin and magnitude, or else the first
+// ones; depth in kilometres, time in UTC. Drops the value of a depth that is not a number.
 std::string asQuakeML101(const EventElement& event);

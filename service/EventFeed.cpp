@@ -13,7 +13,8 @@ std::optional<platform::LoadOutcome> EventFeed::answer(const std::string& url, s
     return mDocument.empty() ? mService.load(url, data) : loadDocument(data);
 }
 
-// A document of today's event services becomes one that the list's parser reads; any other stays as it is.
+// Translates a document in the format of today's event services for the list's parser. Any other document
+// stays as it is.
 platform::LoadOutcome EventFeed::loadDocument(std::string& data) const {
     platform::LoadOutcome outcome = platform::fetchResource(mDocument, data);
     outcome.source = mDocument;

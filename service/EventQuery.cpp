@@ -18,8 +18,8 @@ using namespace std::chrono;
 constexpr std::string_view kFeedQueryPath = "/services/quake/quakeml/1.0.1/query?";
 constexpr std::string_view kServicePath = "/fdsnws/event/1";
 constexpr std::string_view kQueryMethod = "/query";
-// GeoNet's bound excludes the magnitude itself, the standard's does not. This much below it both include it,
-// and nothing that would be shown as less.
+// GeoNet's bound excludes the magnitude itself, the standard's does not. A bound lower by this much makes
+// both include it, and nothing that would be shown as less.
 constexpr double kMagnitudeStep = 1e-6;
 
 // What follows "scheme://"; empty for another scheme.
@@ -29,7 +29,7 @@ std::string_view behindScheme(std::string_view url) {
     return {};
 }
 
-// The value of a parameter in "...?name=value&name=value"; nothing when it is not there.
+// The value of a parameter in "...?name=value&name=value", if it is there.
 std::optional<std::string_view> parameter(std::string_view url, std::string_view name) {
     std::size_t at = url.find('?');
     while (at != url.npos) {
@@ -48,20 +48,20 @@ std::optional<double> readNumber(std::string_view text) {
     return error == std::errc() && rest == text.data() + text.size() ? std::optional(value) : std::nullopt;
 }
 
-// A date as the query writes it, 2009-07-15.
+// A date in the query's format, 2009-07-15.
 std::optional<sys_days> readDate(std::string_view text) {
     const auto midnight = readISOTime(std::string(text) + "T00:00:00");
     return midnight ? std::optional(floor<days>(*midnight)) : std::nullopt;
 }
 
-// What the machine's clocks show at a time, counted as if it were UTC.
+// The local time at a moment, taken as if it were UTC.
 sys_seconds shownAt(sys_seconds time) {
     const std::tm local = platform::localTime(time.time_since_epoch().count());
     return sys_days(year(local.tm_year + 1900) / (local.tm_mon + 1) / local.tm_mday) + hours(local.tm_hour) +
            minutes(local.tm_min) + seconds(local.tm_sec);
 }
 
-// When a day of the machine's calendar starts. The second step counts where the clocks changed in between.
+// When a local calendar day starts. The second step matters if the clocks changed in between.
 sys_seconds startOfLocalDay(sys_days day) {
     const sys_seconds midnight = day;
     sys_seconds start = midnight;
@@ -75,7 +75,7 @@ std::string decimal(double value) {
     return text;
 }
 
-// An address to which parameters are added unless it has them.
+// An address that takes only parameters it does not have yet.
 class Address {
   public:
     explicit Address(std::string address) : mAddress(std::move(address)) {}

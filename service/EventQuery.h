@@ -9,14 +9,14 @@ extern const char kDefaultEventService[];
 // Whether a text can be the address of an event service: http or https, and a host.
 bool isEventServiceAddress(std::string_view text);
 
-// The query of an event service: a bare host has the path that the standard names, and so has
-// ".../fdsnws/event/1". Parameters of its own are kept.
+// The query address of an event service: completes a bare host or ".../fdsnws/event/1" with the standard
+// path. Keeps the address's own parameters.
 std::string eventServiceQueryAddress(const std::string& service);
 
 // Whether a URL is the quake list's query, which the service of 2009 answered.
 bool isFeedQuery(std::string_view url);
 
-// The same question as an FDSN event service of today takes it: earthquakes alone, the dates of the query as
-// whole days of the machine's calendar, the lower magnitude included. A parameter that the service's address
-// has already is left as it is there. Empty when the query has no dates or no magnitudes.
+// The same query for one of today's FDSN event services: earthquakes only, whole days of the machine's
+// calendar, lower magnitude included. Parameters in the service's address take precedence. Empty if the query
+// has no dates or no magnitudes.
 std::string eventServiceURL(std::string_view feedQuery, const std::string& service);

@@ -16,10 +16,18 @@ constexpr long kNotModified = 304;
 constexpr long kTooManyRequests = 429;
 constexpr int kUsualPauseSeconds = 1;
 constexpr int kLongestPauseSeconds = 2;
-// After a big quake a week's answer is some hundred megabytes of picks, of which next to nothing is held.
+// After a big quake a week of events is some hundred megabytes, nearly all picks, which are not kept.
 constexpr long long kMaxAnswerBytes = 1LL << 30;
 
+// Room for 10,000 events, the most that a service gives. The list's parser needs up to fifty times as much
+// memory.
+constexpr std::size_t kMaxDocumentBytes = 4 << 20;
+
 bool isConditional(const Validators& known) { return !known.etag.empty() || !known.lastModified.empty(); }
+
+bool isAcceptable(const EventAnswer& answer) {
+    return answer.isGood() && !answer.hasDeclarations() && answer.documentSize() <= kMaxDocumentBytes;
+}
 
 HTTPRequest requestFor(const std::string& url, const Validators& known, EventAnswer& answer) {
     HTTPRequest request{.url = url, .maxBytes = kMaxAnswerBytes};
@@ -27,7 +35,7 @@ HTTPRequest requestFor(const std::string& url, const Validators& known, EventAns
     if (!known.lastModified.empty()) request.headers.push_back({"If-Modified-Since", known.lastModified});
     request.sink = [&answer](std::string_view bytes) {
         answer.take(bytes);
-        return answer.isGood();
+        return isAcceptable(answer);
     };
     return request;
 }

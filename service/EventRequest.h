@@ -4,8 +4,8 @@
 
 #include "platform/URLLoading.h"
 
-// What a service gives along with an answer, to be asked later whether that is still the answer. One line
-// each; empty where it gave none.
+// Sent by a service with an answer, and back to it later to ask whether that answer still holds. One line
+// each; empty if not sent.
 struct Validators {
     std::string etag;
     std::string lastModified;
@@ -18,6 +18,6 @@ struct EventReply {
     Validators validators{};
 };
 
-// Asks an event service and translates its answer while it arrives. No event is an answer too. When the
-// service is too busy or fails, it is asked once more after a pause of at most two seconds.
+// Asks an event service and translates its answer as it arrives. An answer may have no events. If the service
+// is busy or fails, asks once more after a pause of at most two seconds.
 EventReply askEventService(const std::string& url, const Validators& known);

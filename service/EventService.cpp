@@ -17,7 +17,7 @@ namespace {
 constexpr std::time_t kFreshSeconds = 5 * 60;
 constexpr std::time_t kUsableSeconds = 30 * 24 * 60 * 60;
 
-// An answer dated in the future, by a clock that was wrong, is never young.
+// A date in the future came from a wrong clock: such an answer is never young.
 bool isYounger(const KeptAnswer& answer, std::time_t seconds) {
     const std::time_t age = platform::currentTime() - answer.time;
     return age >= 0 && age < seconds;
@@ -30,7 +30,7 @@ LoadOutcome loadWithoutCache(const std::string& url, std::string& document) {
     return reply.outcome;
 }
 
-// One question to the service, with the answers kept so far at hand.
+// One question to the service, answered from the cache if possible.
 class Question {
   public:
     Question(const std::string& service, const std::string& url, std::string& document)
@@ -44,6 +44,8 @@ class Question {
         if (lock.hasFailedMeanwhile(mUrl))
             return useEarlier(
                 {platform::coreFoundationUnknownErr, "the request of another process failed", mUrl});
+        if (lock.isTakenByAnother() && hasEarlier())
+            return useEarlier({platform::coreFoundationUnknownErr, "another process is still asking", mUrl});
         return ask(lock);
     }
 
@@ -53,6 +55,10 @@ class Question {
     bool hasFresh() {
         mKept = mCache.find(mUrl);
         return mKept && isYounger(*mKept, kFreshSeconds);
+    }
+    bool hasEarlier() const {
+        const auto earlier = mCache.newest(mService);
+        return earlier && isYounger(*earlier, kUsableSeconds);
     }
     LoadOutcome useKept() {
         mDocument = std::move(mKept->document);
@@ -92,7 +98,7 @@ class Question {
     const std::string& mUrl;
     std::string& mDocument;
     const AnswerCache mCache;
-    std::optional<KeptAnswer> mKept;  // the one looked up last
+    std::optional<KeptAnswer> mKept;  // the last one looked up
     std::optional<std::time_t> mAsOf;
 };
 

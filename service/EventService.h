@@ -6,9 +6,9 @@
 
 #include "platform/URLLoading.h"
 
-// The event service that answers the quake list's query. With answers kept: one of the last five minutes
-// saves the request, processes that ask at the same time make one request between them, and where the request
-// fails, the newest answer that the service gave in the last 30 days has to do.
+// The event service that answers the quake list's query. If answers are kept, one of the last five minutes
+// saves the request, processes that ask at the same time share one request, and if a request fails or another
+// process's takes too long, the newest answer of the last 30 days is used.
 class EventService {
   public:
     EventService(std::string address, bool keepsAnswers);
@@ -16,7 +16,7 @@ class EventService {
     // Blocking. The document is QuakeML 1.0.1.
     platform::LoadOutcome load(const std::string& feedQuery, std::string& document);
 
-    // The time of the answer last loaded, if it is an earlier one in place of a request that failed.
+    // The time of the answer last loaded, if it is an earlier one.
     std::optional<std::time_t> asOf() const { return mAsOf; }
 
   private:

@@ -14,8 +14,8 @@ using platform::RunLoop;
 namespace {
 
 constexpr int kPollMilliseconds = 20;
-// Somewhat longer than a transfer may take.
-constexpr long long kLongestWaitMicroseconds = 35'000'000;
+// The holder may be stopped, or its service silent.
+constexpr long long kLongestWaitMicroseconds = 5'000'000;
 
 std::string lockFile(const std::string& folder) {
     platform::makePrivateFolder(folder);
@@ -26,23 +26,22 @@ std::string lockFile(const std::string& folder) {
 
 RequestLock::RequestLock(const std::string& folder)
     : mLock(lockFile(folder)), mStart(platform::monotonicMicroseconds()) {
-    State state = mLock.tryToLock();
-    while (state == State::TakenByAnother && !RunLoop::isStopping() &&
+    mState = mLock.tryToLock();
+    while (mState == State::TakenByAnother && !RunLoop::isStopping() &&
            platform::monotonicMicroseconds() - mStart <= kLongestWaitMicroseconds) {
         RunLoop::runFor(kPollMilliseconds);
-        state = mLock.tryToLock();
+        mState = mLock.tryToLock();
     }
-    mIsHeld = state == State::Held;
 }
 
-// The note holds the time and the URL. All processes of a machine share the clock that never jumps.
+// The note holds the time and the URL. All processes of a machine share the monotonic clock.
 void RequestLock::noteFailure(const std::string& url) const {
-    if (mIsHeld) mLock.setNote(std::to_string(platform::monotonicMicroseconds()) + " " + url);
+    if (isHeld()) mLock.setNote(std::to_string(platform::monotonicMicroseconds()) + " " + url);
 }
 
 // A truncated note names another URL: the process then asks for itself.
 bool RequestLock::hasFailedMeanwhile(const std::string& url) const {
-    if (!mIsHeld) return false;
+    if (!isHeld()) return false;
     const std::string note = mLock.note();
     const std::size_t blank = note.find(' ');
     long long time = 0;

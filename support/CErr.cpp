@@ -64,7 +64,7 @@ std::string reportText(const std::string& function, const std::string& code, con
     return " Function  :  " + function + "\n Error Code:  " + code + "\n Message   :  " + message + "\n\n";
 }
 
-// A log that cannot be opened only means that there is no entry.
+// If the log cannot be opened, there is just no entry.
 void appendToLog(int kind, const std::string& report) {
     std::FILE* log = std::fopen(kLogName, "a");
     if (log == nullptr) return;

@@ -7,8 +7,8 @@
 
 using ISOTime = std::chrono::sys_time<std::chrono::milliseconds>;
 
-// Reads a time of ISO 8601 with seconds, of any precision and in any zone: 2009-03-03T01:05:09.123+13:00. It
-// is UTC where it names no zone; what follows the milliseconds is cut off. Nothing for any other text.
+// Reads an ISO 8601 time with seconds, of any precision and in any zone: 2009-03-03T01:05:09.123+13:00. A
+// time without a zone is UTC. Digits after the milliseconds are dropped. Empty for any other text.
 std::optional<ISOTime> readISOTime(std::string_view text);
 
 // 2009-03-03T01:05:09

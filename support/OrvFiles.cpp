@@ -8,7 +8,7 @@ namespace {
 constexpr int kTypeOffset = 0;
 constexpr int kCreatorOffset = 4;
 
-// Codes are stored with their first letter first, whatever the machine's byte order.
+// Codes are stored first letter first, whatever the machine's byte order.
 void setCode(platform::FinderInfo& info, int offset, std::uint32_t code) {
     if (code == 0) return;
     for (int i = 0; i < 4; ++i) info[offset + i] = static_cast<char>(code >> (24 - 8 * i));

@@ -34,8 +34,8 @@ std::string lowered(std::string text) {
     return text;
 }
 
-// Whether pattern starts before the end of the inserted text at the end of done and ends in it or in rest. It
-// cannot lie wholly before that text: the first match was replaced.
+// Whether a match of pattern starts before the end of the text inserted at the end of done and ends in it or
+// in rest. It cannot lie wholly before that text, because the first match was replaced.
 bool meetsInsertion(const std::string& done, std::size_t insertedLength, std::string_view rest,
                     const std::string& pattern) {
     const std::size_t reach = pattern.size() - 1;
@@ -131,7 +131,7 @@ const char* OrvStr::ConvertedCStr(const std::string& text, CFStringEncoding enco
     return buffer;
 }
 
-// index is an int because a variable argument list cannot follow a short.
+// index is an int because va_start does not allow a short.
 int OrvStr::ResStrSprintf(char* dst, short listID, int index, ...) {
     if (dst == nullptr) return 0;
     const std::string format = stringFromList(listID, static_cast<short>(index));
@@ -151,7 +151,7 @@ void OrvStr::CStr2UniChar(const char* text, char* out, int outSize, int& length)
     constexpr std::size_t kUnit = sizeof(std::uint16_t);
     length = static_cast<int>(converted->size() / kUnit);
     if (out == nullptr || outSize <= 0) return;
-    // With the zero that c_str() ends in, where there is room for it.
+    // Includes the terminator if there is room for it.
     const std::size_t room = static_cast<std::size_t>(outSize) / kUnit * kUnit;
     std::memset(out, 0, std::min(room, converted->size() + kUnit));
     std::memcpy(out, converted->data(), std::min(room, converted->size()));
@@ -171,7 +171,7 @@ void OrvStr::ClearLeadingWhitespace(std::string& text) {
     text.erase(text.begin(), std::find_if_not(text.begin(), text.end(), isBlank));
 }
 
-// A byte that becomes itself is left alone: it would be found for ever.
+// Does nothing if from equals to.
 void OrvStr::ReplaceChars(char* text, char from, char to) {
     if (text == nullptr || from == to) return;
     std::replace(text, text + std::strlen(text), from, to);
@@ -200,13 +200,13 @@ void OrvStr::CorrectCase(std::string& text) {
     bool startsWord = true;
     for (char& c : text) {
         const char changed = startsWord ? upper(c) : lower(c);
-        startsWord = isBlank(c) || std::strchr("-,.'", c) != nullptr;
+        startsWord = isBlank(c) || std::string_view("-,.'").find(c) != std::string_view::npos;
         c = changed;
     }
 }
 
-// Goes over text once. A match goes on the search only where it starts behind the inserted text, so it lies
-// wholly in what is not yet done.
+// One pass over text. The search goes on only with a match behind the inserted text, so every match lies
+// wholly in the part not yet done.
 int OrvStr::ReplaceStrings(char* text, const char* find, const char* replace, bool ignoreCase) {
     if (text == nullptr || find == nullptr || *find == '\0') return 0;
     if (!ignoreCase && std::strstr(text, find) == nullptr) return 0;

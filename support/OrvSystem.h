@@ -2,19 +2,19 @@
 
 #include <cstdint>
 
-// What the error log tells about the machine. The texts lie in static buffers that the next call of the same
-// function overwrites.
+// What the error log says about the machine. Returned pointers refer to static buffers that the next call of
+// the same function overwrites.
 class OrvSystem {
   public:
-    // The system's version, its decimal digits packed as hexadecimal ones: 10.4.9 is 0x1049. Asked for once.
+    // The system's version, its decimal digits packed as hexadecimal ones: 10.4.9 is 0x1049. Read once.
     static std::int32_t GetOSVersion();
-    // Hz. Asked for once.
+    // Hz. Read once.
     static std::int32_t GetCPUSpeed();
-    // One entry a processor, cut where the buffer ends; empty when nothing is known.
+    // One entry per processor, cut at the end of the buffer; empty if nothing is known.
     static const char* GetCPUInfo();
-    // The model, with a byte for its length before it.
+    // The model, preceded by a length byte.
     static const char* GetMachineName();
-    // In Mac Roman; empty when it cannot be had.
+    // In Mac Roman; empty if it is unknown.
     static const char* GetProcessName();
 
   private:

@@ -10,7 +10,7 @@ std::string_view trimmed(std::string_view text, std::string_view blanks) {
     return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
-// Eight bytes at a time: nearly every text of a feed is asked, and is ASCII.
+// Checks eight bytes at a time: nearly every text of a feed passes through here, and is ASCII.
 bool isASCII(std::string_view text) {
     constexpr std::uint64_t kHighBits = 0x8080808080808080;
     std::size_t i = 0;

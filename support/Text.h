@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-// Without the blanks at its start and its end.
+// The text without leading and trailing blanks.
 std::string_view trimmed(std::string_view text, std::string_view blanks = " \t\r\n");
 
 bool isASCII(std::string_view text);

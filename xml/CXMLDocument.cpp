@@ -20,14 +20,6 @@ namespace {
 constexpr std::uint32_t kUnknownCreator = 0x3F3F3F3F;  // '????'
 constexpr std::uint32_t kTextType = 0x54455854;        // 'TEXT'
 
-// Null when there is none.
-CFXMLTreeRef LoadTree(const std::string& url) {
-    std::string data;
-    int errorCode = coreFoundationUnknownErr;
-    if (!loadResource(url, data, errorCode)) return {};
-    return parseXML(data);
-}
-
 }  // namespace
 
 CXMLDocument::CXMLDocument() {
@@ -81,8 +73,10 @@ CXMLDocument::KeyIndex::iterator CXMLDocument::EnterNextNode() {
 }
 
 void CXMLDocument::Read(const CFURL* url) {
-    if (!url) return;
-    mDocumentTree = LoadTree(url->text);
+    std::string data;
+    int errorCode = coreFoundationUnknownErr;
+    if (!url || !loadResource(url->text, data, errorCode)) return;
+    mDocumentTree = parseXML(data);
     if (mDocumentTree) ProcessSubTree(mDocumentTree.get(), GetNodeByKey(CXMLDocumentNode::kKey));
 }
 

@@ -2,11 +2,11 @@
 
 #include "xml/CXMLTreeNode.h"
 
-// An element. It has no attributes.
+// An element, always without attributes.
 class CXMLElementNode : public CXMLTreeNode {
   public:
-    // Shares the parser node of an element unless that has attributes.
+    // Shares the parser node unless it has attributes.
     explicit CXMLElementNode(const platform::CFXMLNode* element);
-    // A name that is not of that encoding ends the process.
+    // A name that is not valid in that encoding ends the process.
     CXMLElementNode(const char* name, platform::CFStringEncoding encoding);
 };

@@ -10,7 +10,7 @@ using namespace platform;
 
 namespace {
 
-// The start of a UTF-8 text, at most room bytes of it, never half a character.
+// The first room bytes of a UTF-8 text, cut between characters.
 std::string_view WholeCharacters(std::string_view text, std::size_t room) {
     if (text.size() <= room) return text;
     while (room > 0 && (text[room] & 0xC0) == 0x80) --room;
@@ -44,7 +44,7 @@ void CXMLNode::SetNode(CFXMLNodeRef node, const char* location) {
 
 std::optional<std::string> CXMLNode::CreateString(const char* text, CFStringEncoding encoding) {
     if (!text) return std::nullopt;
-    // ASCII is the same in every encoding of C strings.
-    if (isASCII(text)) return text;
+    const bool extendsASCII = encoding == kCFStringEncodingMacRoman || encoding == kCFStringEncodingUTF8;
+    if (extendsASCII && isASCII(text)) return text;
     return convertText(text, encoding, kCFStringEncodingUTF8);
 }

@@ -22,9 +22,9 @@ struct Replacement {
     const char* find;
     const char* replace;
 };
-// The ampersand first: those of the later ones are not escaped again.
+// The ampersand comes first, so that the ampersands of later replacements are not escaped again.
 constexpr Replacement kReplacements[] = {{"&", "&amp;"}, {">", "&gt;"}, {"<", "&lt;"}, {"'", "&apos;"}};
-constexpr std::size_t kLargestGrowth = 5;  // bytes, of an apostrophe
+constexpr std::size_t kLargestGrowth = 5;  // bytes, for an apostrophe
 
 std::size_t CountSpecialCharacters(std::string_view text) {
     return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char byte) {
@@ -36,7 +36,7 @@ bool IsSpace(char byte) { return std::strchr(" \t\n\v\f\r", byte) != nullptr; }
 
 bool IsHexadecimal(std::string_view number) { return number.starts_with("0x") || number.starts_with("0X"); }
 
-// A number without blanks or sign before it.
+// A number without leading blanks or sign.
 double UnsignedToDouble(std::string_view number) {
     const bool isHexadecimal = IsHexadecimal(number);
     if (isHexadecimal) number.remove_prefix(2);
@@ -44,11 +44,12 @@ double UnsignedToDouble(std::string_view number) {
     double value = 0.0;
     const auto result = std::from_chars(number.data(), number.data() + number.size(), value,
                                         isHexadecimal ? std::chars_format::hex : std::chars_format::general);
-    const bool isTooLarge = result.ec == std::errc::result_out_of_range && number.find('-') == number.npos;
-    return isTooLarge ? HUGE_VAL : value;
+    if (result.ec != std::errc::result_out_of_range) return value;
+    const bool isTooSmall = std::find(number.data(), result.ptr, '-') != result.ptr;
+    return isTooSmall ? 0.0 : HUGE_VAL;
 }
 
-// std::atof with a point in every locale.
+// Like std::atof, but with a decimal point in every locale.
 double ToDouble(std::string_view text) {
     while (!text.empty() && IsSpace(text.front())) text.remove_prefix(1);
     const bool isNegative = text.starts_with('-');
@@ -57,10 +58,10 @@ double ToDouble(std::string_view text) {
     return isNegative ? -value : value;
 }
 
-// "%.*f" with a point in every locale.
+// Like "%.*f", but with a decimal point in every locale.
 std::string FixedText(double value, int precision) {
-    constexpr std::size_t kMostBeforePoint = std::numeric_limits<double>::max_exponent10 + 3;
-    std::string text(kMostBeforePoint + static_cast<std::size_t>(std::max(precision, 6)), '\0');
+    constexpr std::size_t kMaxBeforePoint = std::numeric_limits<double>::max_exponent10 + 3;
+    std::string text(kMaxBeforePoint + static_cast<std::size_t>(std::max(precision, 6)), '\0');
     const auto result =
         std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed, precision);
     text.resize(static_cast<std::size_t>(result.ptr - text.data()));

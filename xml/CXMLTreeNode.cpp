@@ -2,17 +2,18 @@
 
 #include <utility>
 
-// Each node goes before its children, first child first. A loop instead of calls within calls: however deep
-// the tree is, the stack is not.
+// Deletes each node before its children, first child first. Only the topmost node deletes, in a loop, and all
+// others hand it their children, so a deep tree does not exhaust the stack.
 CXMLTreeNode::~CXMLTreeNode() {
-    std::vector<CXMLNode*> pending(mChildren.rbegin(), mChildren.rend());
-    while (!pending.empty()) {
-        CXMLNode* node = pending.back();
-        pending.pop_back();
-        if (auto* tree = dynamic_cast<CXMLTreeNode*>(node)) {
-            pending.insert(pending.end(), tree->mChildren.rbegin(), tree->mChildren.rend());
-            tree->mChildren.clear();
-        }
+    if (mOrphans) {
+        mOrphans->insert(mOrphans->end(), mChildren.rbegin(), mChildren.rend());
+        return;
+    }
+    std::vector<CXMLNode*> orphans(mChildren.rbegin(), mChildren.rend());
+    while (!orphans.empty()) {
+        CXMLNode* node = orphans.back();
+        orphans.pop_back();
+        if (auto* tree = dynamic_cast<CXMLTreeNode*>(node)) tree->mOrphans = &orphans;
         delete node;
     }
 }

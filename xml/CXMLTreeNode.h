@@ -4,7 +4,7 @@
 
 #include "xml/CXMLNode.h"
 
-// A node that owns its children, in the order in which they were added.
+// A node that owns its children and keeps them in the order they were added.
 class CXMLTreeNode : public CXMLNode {
   public:
     ~CXMLTreeNode() override;
@@ -15,15 +15,13 @@ class CXMLTreeNode : public CXMLNode {
     // The first child with that key, or null.
     CXMLNode* GetChildForKey(const char* key) const;
 
-    // Null when there is none.
+    // Null if there are no children.
     CXMLNode* GetFirstChild() const { return mChildren.empty() ? nullptr : mChildren.front(); }
 
-    // Replaces what out holds. Returns the number of children, which stay this node's.
+    // Replaces the contents of out. Returns the number of children; this node still owns them.
     int GetChildren(std::vector<CXMLNode*>& out) const;
-
-  protected:
-    CXMLTreeNode() = default;
 
   private:
     std::vector<CXMLNode*> mChildren;
+    std::vector<CXMLNode*>* mOrphans = nullptr;  // takes the children while the node above is deleted
 };

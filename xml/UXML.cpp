@@ -11,6 +11,8 @@ using namespace platform;
 
 namespace {
 
+bool IsOfKind(const CFXMLNode* node, CFXMLNodeTypeCode kind) { return node && node->GetTypeCode() == kind; }
+
 CXMLElementNode* ElementChild(CXMLTreeNode* parent, const char* key) {
     return dynamic_cast<CXMLElementNode*>(UXML::GetChildNodeWithKey(parent, key));
 }
@@ -18,23 +20,16 @@ CXMLElementNode* ElementChild(CXMLTreeNode* parent, const char* key) {
 }  // namespace
 
 CXMLNode* UXML::CreateCXMLNodeFromCFXMLNode(const CFXMLNode* node) {
-    if (!node) return nullptr;
-    switch (node->GetTypeCode()) {
-        case kCFXMLNodeTypeElement:
-            return CreateCXMLElementNodeFromCFXMLNode(node);
-        case kCFXMLNodeTypeText:
-            return CreateCXMLTextNodeFromCFXMLNode(node);
-        default:
-            return nullptr;
-    }
+    if (IsOfKind(node, kCFXMLNodeTypeElement)) return CreateCXMLElementNodeFromCFXMLNode(node);
+    return CreateCXMLTextNodeFromCFXMLNode(node);
 }
 
 CXMLElementNode* UXML::CreateCXMLElementNodeFromCFXMLNode(const CFXMLNode* node) {
-    return new (std::nothrow) CXMLElementNode(node);
+    return IsOfKind(node, kCFXMLNodeTypeElement) ? new (std::nothrow) CXMLElementNode(node) : nullptr;
 }
 
 CXMLTextNode* UXML::CreateCXMLTextNodeFromCFXMLNode(const CFXMLNode* node) {
-    return new (std::nothrow) CXMLTextNode(node);
+    return IsOfKind(node, kCFXMLNodeTypeText) ? new (std::nothrow) CXMLTextNode(node) : nullptr;
 }
 
 CXMLElementNode* UXML::CreateCXMLElementNodeForParentNode(CXMLDocument& document, CXMLTreeNode* parent,

@@ -8,27 +8,27 @@ class CXMLNode;
 class CXMLTextNode;
 class CXMLTreeNode;
 
-// Makes model nodes and reads values out of elements that hold one text. What is missing or of another kind
-// answers null, 0, 0.0 or false.
+// Creates model nodes and reads values from elements that hold one text. Anything missing or of another kind
+// gives null, 0, 0.0 or false.
 class UXML {
   public:
-    // Model nodes of a parser node that is an element or a text; the caller owns them. Null for every other
+    // The model node of a parser node that is an element or a text; the caller owns it. Null for every other
     // kind.
     static CXMLNode* CreateCXMLNodeFromCFXMLNode(const platform::CFXMLNode* node);
     static CXMLElementNode* CreateCXMLElementNodeFromCFXMLNode(const platform::CFXMLNode* node);
     static CXMLTextNode* CreateCXMLTextNodeFromCFXMLNode(const platform::CFXMLNode* node);
 
-    // A new element of the document, which parent owns.
+    // A new element in the document. parent owns it.
     static CXMLElementNode* CreateCXMLElementNodeForParentNode(CXMLDocument& document, CXMLTreeNode* parent,
                                                                const char* name);
 
     static CXMLNode* GetChildNodeWithKey(CXMLTreeNode* parent, const char* key);
 
-    // The element's first child, if that is a text.
+    // The element's first child if it is a text, else null.
     static CXMLTextNode* GetTextChildNodeOfElement(CXMLElementNode* element);
 
-    // The value of an element's text child, as it stands escaped in the model. True says only that there is
-    // such a child: the buffer is untouched when its text does not fit, so it must start empty.
+    // The value of an element's text child, still escaped. True only means that there is such a child: the
+    // buffer stays untouched if the text does not fit, so it must start empty.
     static double GetValueAsDoubleFromTextChildNode(CXMLElementNode* element);
     static int GetValueAsIntegerFromTextChildNode(CXMLElementNode* element);
     static bool GetValueAsStringFromTextChildNode(CXMLElementNode* element, char* buffer, int size);

@@ -60,7 +60,7 @@ void writeEnd(const CFXMLTree* tree, std::string& out) {
     out += "</" + tree->GetNode()->GetString() + '>';
 }
 
-// Keeps the way up in a list of its own: no depth of a tree drives the stack.
+// Keeps the open elements in a list, so a deep tree does not exhaust the stack.
 void writeChildren(const CFXMLTree* root, std::string& out) {
     std::vector<const CFXMLTree*> open;
     const CFXMLTree* tree = root->GetFirstChild();

@@ -5,6 +5,6 @@
 
 #include "platform/portable/CFXMLTree.h"
 
-// The document under tree as text, in the encoding that it was parsed from or else UTF-8. Nothing when some
-// of it has no counterpart in that encoding.
+// The document under tree as text, in the encoding it was parsed from, or else UTF-8. Empty if that encoding
+// cannot represent some of it.
 std::optional<std::string> serializeXML(const platform::CFXMLTree* tree);

@@ -5,12 +5,9 @@
 
 namespace platform {
 
-namespace {
-
 using namespace std::string_view_literals;
 
-// The value of encoding="..." in the XML declaration at the start of bytes.
-std::string declaredEncoding(std::string_view bytes) {
+std::string declaredXMLEncoding(std::string_view bytes) {
     if (!bytes.starts_with("<?xml")) return {};
     std::string_view declaration = bytes.substr(0, bytes.find("?>"));
     std::size_t at = declaration.find("encoding");
@@ -21,16 +18,19 @@ std::string declaredEncoding(std::string_view bytes) {
     return std::string(value.substr(0, value.find(declaration[at])));
 }
 
-}  // namespace
-
 XMLEncoding detectXMLEncoding(std::string_view bytes) {
     if (bytes.starts_with("\xEF\xBB\xBF")) return {"UTF-8", 3};
     if (bytes.starts_with("\xFE\xFF")) return {"UTF-16BE", 2};
     if (bytes.starts_with("\xFF\xFE")) return {"UTF-16LE", 2};
     if (bytes.starts_with("\0<"sv)) return {"UTF-16BE"};
     if (bytes.starts_with("<\0"sv)) return {"UTF-16LE"};
-    std::string declared = declaredEncoding(bytes);
+    std::string declared = declaredXMLEncoding(bytes);
     return {declared.empty() ? "UTF-8" : declared};
+}
+
+bool looksLikeAnotherXMLEncoding(std::string_view utf8) {
+    const bool hasMark = detectXMLEncoding(utf8).markLength > 0;
+    return hasMark || utf8.substr(0, 2).find('\0') != utf8.npos;
 }
 
 bool isUTF8Name(std::string_view encodingName) {

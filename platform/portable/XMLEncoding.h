@@ -15,6 +15,13 @@ struct XMLEncoding {
 // Uses the byte order mark, or else the declaration; UTF-8 when there is neither.
 XMLEncoding detectXMLEncoding(std::string_view bytes);
 
+// The encoding that the declaration at the start of a document names; empty when there is none.
+std::string declaredXMLEncoding(std::string_view bytes);
+
+// Whether a text in UTF-8 without its mark starts like one in UTF-16 or has another mark. Parsers would
+// switch encodings there.
+bool looksLikeAnotherXMLEncoding(std::string_view utf8);
+
 // Compares without case.
 bool isUTF8Name(std::string_view encodingName);
 

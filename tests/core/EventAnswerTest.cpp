@@ -89,6 +89,13 @@ TEST_F(EventAnswerTest, PrefixesGoAndNamesOfOthersAreLeftOut) {
     EXPECT_THAT(translate(document).document, HasSubstr("<event><type>earthquake</type></event>"));
 }
 
+TEST_F(EventAnswerTest, TheSecureSpellingOfANamespaceIsQuakeMLToo) {
+    std::string secure = kWhole;
+    for (std::size_t at = 0; (at = secure.find("http:", at)) != secure.npos; at += 6)
+        secure.insert(at + 4, "s");
+    EXPECT_EQ(translate(secure).document, translate(kWhole).document);
+}
+
 TEST_F(EventAnswerTest, ThePreferredOriginAndMagnitudeAreShownWhereverTheyStandAndElseTheFirst) {
     const std::string depth = "<depth><value>0</value></depth>";
     const std::string origins =
@@ -178,6 +185,11 @@ TEST_F(EventAnswerTest, HostileDocumentsAreRefused) {
                       "<eventParameters><event><type>&e11;</type></event></eventParameters></quakeml>",
                   4096)
             .isGood);
+    const std::string uri(50'000, 'u');
+    EXPECT_FALSE(translate(documentOf("<a xmlns:p='" + uri + "'><b p:c=''/></a>"), 4096).isGood);
+    std::string prefixed = "<a xmlns:p='" + uri + "'";
+    for (int i = 0; i < 1000; ++i) prefixed += " p:a" + std::to_string(i) + "=''";
+    EXPECT_FALSE(translate(documentOf(prefixed + "/>"), 4096).isGood);
     EXPECT_FALSE(translate(kHead + ("<event publicID='" + std::string(3 << 20, 'x')), 1 << 14).isGood);
     EXPECT_TRUE(translate(documentOf("<!--" + std::string(900 << 10, 'x') + "-->"), 1 << 14).isGood);
 }

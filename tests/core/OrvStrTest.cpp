@@ -134,6 +134,9 @@ TEST_F(OrvStrTest, CharactersAreFoundWhereverTheyStand) {
     OrvStr::CorrectCase(words);
     OrvStr::ClearLeadingWhitespace(words);
     EXPECT_EQ(words, "O'Neill-Smith,Jr.At The Sea ");
+    std::string withZero("aB\0Cd", 5);
+    OrvStr::CorrectCase(withZero);
+    EXPECT_EQ(withZero, std::string("Ab\0cd", 5));
 }
 
 TEST_F(OrvStrTest, TextsAreComparedUpTo255Bytes) {

@@ -38,6 +38,14 @@ TEST_F(SingleQuakeViewTest, LoadsNothingWithoutAQuake) {
     EXPECT_TRUE(dynamic_cast<platform::WebView&>(*view->subviews().at(0)).backing().loads.empty());
 }
 
+TEST_F(SingleQuakeViewTest, MakesNoWebViewInAProcessThatStops) {
+    serveQuakes({5});
+    const auto view = makeView();
+    standins::desktop.isStopping = true;
+    view->loadNextPage();
+    EXPECT_TRUE(view->subviews().empty());
+}
+
 TEST_F(SingleQuakeViewTest, IsCompleteUntilItLoadsAgain) {
     const auto first = makeView(), second = makeView();
     for (const auto& each : {first.get(), second.get()}) each->loadNextPage();

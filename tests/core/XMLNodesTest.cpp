@@ -5,6 +5,7 @@
 #include "tests/support/Feed.h"
 #include "xml/CXMLElementNode.h"
 #include "xml/CXMLTextNode.h"
+#include "xml/UXML.h"
 #include "xml/XMLSerializer.h"
 
 using namespace platform;
@@ -30,7 +31,8 @@ std::string stored(CXMLTextNode&& node, int size = 4096) {
 
 TEST(CXMLNodeTest, AKeyIsTheNodesStringCutBetweenCharacters) {
     EXPECT_EQ(keyOf(CXMLElementNode("\x8E", kCFStringEncodingMacRoman)), "\xC3\xA9");
-    EXPECT_EQ(keyOf(textNode("\xFF\xFE")), "untouched");  // not UTF-8
+    EXPECT_EQ(keyOf(textNode("\xFF\xFE")), "untouched");          // not UTF-8
+    EXPECT_EQ(CXMLTextNode("ascii", 0x7FFF).GetTree(), nullptr);  // an unknown encoding
     const std::pair<int, const char*> cases[] = {{6, "ab\xE2\x82\xAC"}, {5, "ab"},        {3, "ab"}, {1, ""},
                                                  {0, "untouched"},      {-1, "untouched"}};
     for (const auto& [size, key] : cases) EXPECT_EQ(keyOf(textNode("ab\xE2\x82\xAC"), size), key) << size;
@@ -74,6 +76,7 @@ TEST(CXMLTextNodeTest, NumbersAreReadUpToTheFirstUnusableCharacter) {
     EXPECT_EQ(read("+1e2"), 100);
     EXPECT_EQ(read("0x1A"), 26);
     EXPECT_EQ(read("-1e999"), -HUGE_VAL);
+    EXPECT_EQ(read("1e400 -5"), HUGE_VAL);
     EXPECT_EQ(read("2" + repeated(" ", 254)), 2);
     EXPECT_EQ(read("2" + repeated(" ", 255)), 0);
     for (const std::string none : {"abc", "", "+-1", "--1", "-", "1e-999", "&amp;1"})
@@ -101,6 +104,18 @@ TEST(CXMLTreeNodeTest, ChildrenAreFoundByKeyInTheirOrder) {
     EXPECT_THAT(children, ElementsAre(null, first, second));
 }
 
+TEST(CXMLTreeNodeTest, ChildrenAreThereUntilTheirParentsOwnDestructorHasRun) {
+    static int childrenAtTheEnd;
+    struct Parent : CXMLTreeNode {
+        ~Parent() override {
+            std::vector<CXMLNode*> children;
+            childrenAtTheEnd = GetChildren(children);
+        }
+    };
+    std::make_unique<Parent>()->AddChild(newElement("a"));
+    EXPECT_EQ(childrenAtTheEnd, 1);
+}
+
 TEST(CXMLTreeNodeTest, ATreeOutlivesItsNodesHoweverDeepItIs) {
     constexpr int kDepth = 100'000;
     CXMLElementNode* const root = newElement("root");
@@ -114,6 +129,17 @@ TEST(CXMLTreeNodeTest, ATreeOutlivesItsNodesHoweverDeepItIs) {
     }
     delete root;
     EXPECT_EQ(serializeXML(tree.get()), repeated("<a>", kDepth) + repeated("</a>", kDepth));
+}
+
+TEST(UXMLTest, ANodeIsMadeOfItsOwnKindAlone) {
+    for (const auto kind : {kCFXMLNodeTypeElement, kCFXMLNodeTypeText, kCFXMLNodeTypeComment}) {
+        const auto node = CFXMLNodeCreate(kind, "a");
+        const std::unique_ptr<CXMLNode> element(UXML::CreateCXMLElementNodeFromCFXMLNode(node.get()));
+        const std::unique_ptr<CXMLNode> text(UXML::CreateCXMLTextNodeFromCFXMLNode(node.get()));
+        EXPECT_EQ(element != nullptr, kind == kCFXMLNodeTypeElement);
+        EXPECT_EQ(text != nullptr, kind == kCFXMLNodeTypeText);
+    }
+    EXPECT_EQ(UXML::CreateCXMLElementNodeFromCFXMLNode(nullptr), nullptr);
 }
 
 }  // namespace

@@ -40,7 +40,7 @@ TEST(XMLParserTest, WritingGivesTheDocumentBack) {
              "<?xml version=\"1.0\" encoding=\"utf-8\" standalone=\"yes\"?><q:a xmlns:q='urn:x'>text</q:a>",
              "<a b=\"1\"  c='2 &lt; \"3\" &#233; &undeclared;'><d e=\"\xC3\xA9 > f\"/>tail<d></d><d/></a>",
              "<a>one<!-- two - wo --><b/>three<![CDATA[<four> & ]]>five<?six seven?></a>",
-             "<!--before--><?style sheet?><a>AT&amp;T &#38; &undeclared; > y</a><!--after--><?last?>",
+             "<!--before--><?style sheet?><a>AT&amp;T &#38;, &undeclared; > y</a><!--after--><?last?>",
              "<!DOCTYPE a SYSTEM \"<!DOCTYPE.dtd\" [<!ENTITY e \"expanded\"><!--in--><?pi in?>\n"
              "<!ATTLIST a b CDATA \"default\">]><a>&e;</a>",
              "\xEF\xBB\xBF<a>with a mark</a>",
@@ -59,12 +59,27 @@ TEST(XMLParserTest, UTF16IsReadInEitherByteOrder) {
         }
 }
 
+TEST(XMLParserTest, EncodingsThatContradictEachOtherAreRefused) {
+    const std::string mark = "\xEF\xBB\xBF", name = repeated("\xE6\xBC\xA2", 60);
+    for (const char* encoding : {"UTF-16LE", "UTF-16BE"}) {
+        const auto inUTF16 = [&](const std::string& text) { return *convertText(text, "UTF-8", encoding); };
+        EXPECT_EQ(outlineOf(mark + inUTF16("<" + name + "/>")), kNone);
+        EXPECT_EQ(outlineOf(mark + inUTF16(mark + "<a/>")), kNone);
+        EXPECT_EQ(outlineOf(mark + inUTF16("\n<" + name + "/>")), kNone);
+        EXPECT_EQ(outlineOf(inUTF16("\n<" + name + "/>")), kNone);
+        EXPECT_EQ(outlineOf(inUTF16(mark + mark + "<a/>")), kNone);
+        EXPECT_EQ(outlineOf(inUTF16("<?xml version='1.0' encoding='utf-8'?><a/>")), kNone);
+        EXPECT_EQ(outlineOf(inUTF16(mark + "<?xml version='1.0' encoding='utf-8'?><a/>")), kNone);
+    }
+    EXPECT_EQ(outlineOf(mark + mark + "<a/>"), kNone);
+}
+
 TEST(XMLParserTest, TextsEndWhereAReferenceBegins) {
     const std::pair<const char*, const char*> cases[] = {
         {"<a>x&amp;y&#65;&#x42;&e; z</a>", "2:a(6:x 10:amp 6:y 10:#65 10:#x42 10:e 6: z )"},
         {"<!DOCTYPE a [<!ENTITY e '<b>in</b>'>]><a>&e;</a>", "14:a [<!ENTITY e '<b>in</b>'>] 2:a(10:e )"},
         {"\n<a>\r\n <b> text </b>\t<c> </c><!--x--> </a>\n", "2:a(2:b(6: text  )2:c 5:x )"},
-        {"<a> &amp; <b/> </a>", "2:a(6:  10:amp 6:  2:b )"},
+        {"<a> &amp; <b/>\n&#43;4 </a>", "2:a(10:amp 2:b 10:#43 6:4  )"},
         {"<a>one\r\ntwo\rthree</a>", "2:a(6:one\ntwo\nthree )"},
         {"<a><![CDATA[&b; ]]><![CDATA[]]></a>", "2:a(7:&b;  7: )"},
     };
@@ -91,6 +106,12 @@ TEST(XMLParserTest, EntityBombsAreInert) {
     EXPECT_TRUE(outlineOf(entities("a", 100, 10) + "<a>&e99;</a>").ends_with("2:a(10:e99 )"));
     EXPECT_EQ(outlineOf(entities("a", 100, 10) + "<a b=\"&e99;\"/>"), kNone);
     EXPECT_EQ(outlineOf(entities("a", 200'000, 1) + "<a b=\"&e199999;\"/>"), kNone);
+    const std::string declaration = "<!DOCTYPE a [<!ENTITY e \"" + std::string(20'000, 'x') + "\">]>";
+    const auto withReferences = [&](int count) {
+        return outlineOf(declaration + "<a b=\"" + repeated("&e;", count) + "\"/>");
+    };
+    EXPECT_NE(withReferences(20), kNone);
+    EXPECT_EQ(withReferences(200), kNone);
 }
 
 }  // namespace

@@ -56,7 +56,8 @@ TEST_F(RegisterCommandTest, FilesFromBeforeAreKept) {
 TEST_F(RegisterCommandTest, WhatNeedsNoChangeIsLeftAlone) {
     EXPECT_THAT(remove(), HasSubstr("nothing was changed"));
     EXPECT_EQ(filesIn(), 0);
-    for (const auto& [line, reason] : {std::pair{"tellmar", "already listed in"}, {"- tellmar", "switched off"}}) {
+    for (const auto& [line, reason] :
+         {std::pair{"tellmar", "already listed in"}, {"- tellmar", "switched off"}}) {
         std::ofstream(kFile) << "programs: " << line << "\n";
         EXPECT_THAT(add(), HasSubstr(reason));
         EXPECT_EQ(contentsOf(kFile), std::string("programs: ") + line + "\n");

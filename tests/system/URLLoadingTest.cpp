@@ -181,6 +181,28 @@ TEST_F(URLLoadingTest, ASinkTakesMoreThanABodyMayHoldAndCanRefuse) {
               coreFoundationUnknownErr);
 }
 
+TEST_F(URLLoadingTest, TheDeadlineAndTheStopCountWhileABodyUnpacks) {
+    constexpr std::size_t kUnpacked = 8 << 20;
+    server.serve(std::string(kUnpacked, ' '));  // as a text type, and so packed
+    const auto loadSlowly = [&](int milliseconds) {
+        std::size_t taken = 0;
+        const auto slowly = [&](std::string_view bytes) {
+            usleep(2000);
+            return (taken += bytes.size()) > 0;
+        };
+        const int code =
+            get({.url = server.url(), .maxMilliseconds = milliseconds, .sink = slowly}).errorCode;
+        return taken < kUnpacked ? code : 0;
+    };
+    EXPECT_EQ(loadSlowly(100), CURLE_OPERATION_TIMEDOUT);
+    const auto stopWhileLoading = [&] {
+        g_timeout_add(
+            100, [](gpointer) -> gboolean { return RunLoop::stop(), G_SOURCE_REMOVE; }, nullptr);
+        _exit(loadSlowly(30'000));
+    };
+    EXPECT_EXIT(stopWhileLoading(), testing::ExitedWithCode(CURLE_ABORTED_BY_CALLBACK), "");
+}
+
 TEST_F(URLLoadingTest, PathsBecomeFileURLs) {
     EXPECT_EQ(fileURLWithPath("/a b/100%#?\xc4\x81"), "file:///a%20b/100%25%23%3F%C4%81");
     EXPECT_EQ(pathOfFileURL("file://localhost/a%20b/100%25%23%3F%C4%81"), "/a b/100%#?\xc4\x81");

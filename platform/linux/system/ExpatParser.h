@@ -11,8 +11,14 @@ struct ExpatParserDeleter {
 };
 using ExpatParser = std::unique_ptr<XML_ParserStruct, ExpatParserDeleter>;
 
-// Expat expands entities in attribute values; before 2.7 it recurses for each entity inside another. A
-// document that declares more entities than this is rejected.
-inline constexpr int kMaxEntities = 1000;
+// A UTF-8 parser that reports names as written. Both functions return null when there is no memory.
+ExpatParser makeExpatParser();
+// A parser for any encoding that reports a name after its namespace and separator. It fails rather than hold
+// more than a few megabytes.
+ExpatParser makeNamespaceParser(char separator);
+
+// The most attributes and entities that a document may declare. Expat expands entities in attribute values,
+// before 2.7 recursively, and visits all declared attributes of an element's name with each such element.
+inline constexpr int kMaxDeclarations = 1000;
 
 }  // namespace platform

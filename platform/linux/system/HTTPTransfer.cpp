@@ -6,6 +6,7 @@
 #include <array>
 #include <csignal>
 
+#include "platform/Clock.h"
 #include "platform/RunLoop.h"
 #include "platform/linux/Handles.h"
 
@@ -16,8 +17,8 @@ namespace {
 constexpr long kHttpOK = 200;
 constexpr long kConnectMilliseconds = 10'000;
 constexpr long kMaxRedirects = 5;
-// How long an event of the main loop may have to wait for its turn.
-constexpr int kPollMilliseconds = 20;
+// The longest that an event of the main loop has to wait.
+constexpr int kPollMilliseconds = 10;
 constexpr std::size_t kMaxComplaintBytes = 1024;
 
 using EasyHandle = Handle<CURL, curl_easy_cleanup>;
@@ -28,7 +29,7 @@ std::string userAgent() {
     return std::string("Tellmar/" TELLMAR_VERSION " libcurl/") + curl_version_info(CURLVERSION_NOW)->version;
 }
 
-// curl, told to leave signals alone, can raise SIGPIPE on a TLS connection that the server has dropped.
+// With CURLOPT_NOSIGNAL, curl can raise SIGPIPE on a TLS connection that the server has dropped.
 void ignoreBrokenPipes() { std::signal(SIGPIPE, SIG_IGN); }
 
 HeaderList headerList(const std::vector<HTTPHeader>& headers) {
@@ -47,6 +48,14 @@ std::string printable(std::string line) {
     std::replace_if(line.begin(), line.end(), isControl, ' ');
     return line;
 }
+
+class Stopwatch {
+  public:
+    long long milliseconds() const { return (monotonicMicroseconds() - mStart) / 1000; }
+
+  private:
+    long long mStart = monotonicMicroseconds();
+};
 
 class Transfer {
   public:
@@ -68,8 +77,9 @@ class Transfer {
 
     HTTPResponse run() {
         const CURLcode result = mEasy && mMulti ? perform() : CURLE_FAILED_INIT;
+        if (mGivenUp != CURLE_OK) mDetail = {};  // only says that the bytes were not taken
         if (mEasy) readAnswer();
-        judge(result);
+        judge(mGivenUp != CURLE_OK ? mGivenUp : result);
         if (mResponse.errorCode != 0) mResponse.body = {};
         return std::move(mResponse);
     }
@@ -91,10 +101,10 @@ class Transfer {
         set(CURLOPT_USERAGENT, userAgent().c_str());
         set(CURLOPT_CONNECTTIMEOUT_MS, kConnectMilliseconds);
         set(CURLOPT_TIMEOUT_MS, static_cast<long>(mRequest.maxMilliseconds));
-        // Refuses by the announced length; what arrives all the same is counted in take.
+        // Checks the announced length only; take counts what really arrives.
         set(CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(kMaxResourceBytes));
         set(CURLOPT_NOSIGNAL, 1L);
-        // A name server that hangs must not delay the end of the process.
+        // A hanging name server must not delay the end of the process.
         set(CURLOPT_QUICK_EXIT, 1L);
         set(CURLOPT_ERRORBUFFER, mDetail.data());
         curl_easy_setopt(easy, CURLOPT_WRITEFUNCTION, &Transfer::onBytes);
@@ -130,7 +140,7 @@ class Transfer {
         mResponse.complaint = printable(mComplaint.substr(0, mComplaint.find_first_of("\r\n")));
     }
 
-    // A status that is not 200 says more than the refusal of its body.
+    // A status other than 200 says more than that its body was refused.
     void judge(CURLcode result) {
         const bool answered = result == CURLE_OK || result == CURLE_WRITE_ERROR;
         if (answered && mResponse.status != kHttpOK)
@@ -156,6 +166,7 @@ class Transfer {
     }
 
     bool take(std::string_view bytes) {
+        if (!mayGoOn()) return false;
         if (status() != kHttpOK) return takeComplaint(bytes);
         mIsTooLarge = isTooLarge(bytes.size());
         if (mIsTooLarge) return false;
@@ -165,6 +176,17 @@ class Transfer {
         else
             mResponse.body += bytes;
         return !mIsRefused;
+    }
+
+    // A few bytes off the wire can unpack for minutes within a single call of curl.
+    bool mayGoOn() {
+        if (mSinceLastPump.milliseconds() >= kPollMilliseconds) {
+            RunLoop::pump();
+            mSinceLastPump = {};
+        }
+        if (RunLoop::isStopping()) mGivenUp = CURLE_ABORTED_BY_CALLBACK;
+        if (mSinceStart.milliseconds() >= mRequest.maxMilliseconds) mGivenUp = CURLE_OPERATION_TIMEDOUT;
+        return mGivenUp == CURLE_OK;
     }
 
     // Returns false once the first line is here.
@@ -191,7 +213,9 @@ class Transfer {
     std::array<char, CURL_ERROR_SIZE> mDetail{};
     HTTPResponse mResponse;
     std::string mComplaint;
-    long long mReceived = 0;  // unpacked bytes of a good answer
+    Stopwatch mSinceStart, mSinceLastPump;
+    CURLcode mGivenUp = CURLE_OK;  // why this side gave the transfer up
+    long long mReceived = 0;       // unpacked bytes of a good answer
     bool mIsTooLarge = false;
     bool mIsRefused = false;  // by the sink
 };

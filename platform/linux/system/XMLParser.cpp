@@ -24,12 +24,14 @@ std::string_view withoutOuterBlanks(std::string_view text) {
     return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
-// Builds the tree of one document. Its source is UTF-8, so every position that expat tells is one in it.
+bool extendsASCII(const std::string& encodingName) { return convertText("<", encodingName, "UTF-8") == "<"; }
+
+// Builds the tree of one document. Its source is UTF-8, so expat's positions are positions in it.
 class TreeBuilder {
   public:
     explicit TreeBuilder(std::string_view source);
 
-    // Null when the source is not well formed.
+    // Null if the source is not well formed.
     CFXMLTreeRef build(CFXMLNodeInfo info);
 
   private:
@@ -45,35 +47,34 @@ class TreeBuilder {
     void startCdata();
     void endCdata();
     void endDocumentType();
-    void entityDeclared();
+    void declared();
 
     std::string_view eventSource() const;
     CFXMLNodeRef elementNode(std::string_view name);
     CFXMLNodeRef plainElementNode(std::string_view name, bool isEmpty);
     void reference();
-    void flushText(bool beforeReference);
+    void flushText();
     CFXMLTree* append(CFXMLNodeRef node);
     void fail() { XML_StopParser(mParser.get(), XML_FALSE); }
 
     ExpatParser mParser;
     std::string_view mSource;
     CFXMLTreeRef mDocument;
-    std::vector<CFXMLTree*> mOpen;  // the document and the elements that have not ended
-    // The one node of all elements of a name that have no attributes, those of one tag apart.
+    std::vector<CFXMLTree*> mOpen;  // the document and the open elements
+    // All elements of a name without attributes share one node, and those written as one tag another.
     std::unordered_map<std::string, CFXMLNodeRef> mPlainElements[2];
     std::string mName;
     std::string mText;  // read, not yet a node
-    bool mAfterReference = false;
     bool mInCdata = false;
     std::optional<std::size_t> mDocumentTypeStart;
-    int mEntityCount = 0;
+    int mDeclarationCount = 0;
 };
 
-TreeBuilder::TreeBuilder(std::string_view source) : mParser(XML_ParserCreate("UTF-8")), mSource(source) {
+TreeBuilder::TreeBuilder(std::string_view source) : mParser(makeExpatParser()), mSource(source) {
     XML_Parser parser = mParser.get();
     if (!parser) return;
     XML_SetUserData(parser, this);
-    // A reference to an entity that nothing declares is as good as any other.
+    // Accept references to undeclared entities.
     XML_UseForeignDTD(parser, XML_TRUE);
     XML_SetElementHandler(
         parser, [](void* data, const char* name, const char**) { self(data).startElement(name); },
@@ -81,7 +82,7 @@ TreeBuilder::TreeBuilder(std::string_view source) : mParser(XML_ParserCreate("UT
     XML_SetCharacterDataHandler(parser, [](void* data, const char* text, int size) {
         self(data).characters({text, static_cast<std::size_t>(size)});
     });
-    // Told of references too, which are not replaced then.
+    // Receives references too, and keeps expat from replacing them.
     XML_SetDefaultHandler(parser, [](void* data, const char* text, int size) {
         self(data).other({text, static_cast<std::size_t>(size)});
     });
@@ -94,9 +95,10 @@ TreeBuilder::TreeBuilder(std::string_view source) : mParser(XML_ParserCreate("UT
     XML_SetCdataSectionHandler(
         parser, [](void* data) { self(data).startCdata(); }, [](void* data) { self(data).endCdata(); });
     XML_SetEndDoctypeDeclHandler(parser, [](void* data) { self(data).endDocumentType(); });
-    XML_SetEntityDeclHandler(
-        parser, [](void* data, const char*, int, const char*, int, const char*, const char*, const char*,
-                   const char*) { self(data).entityDeclared(); });
+    XML_SetEntityDeclHandler(parser, [](void* data, const char*, int, const char*, int, const char*,
+                                        const char*, const char*, const char*) { self(data).declared(); });
+    XML_SetAttlistDeclHandler(parser, [](void* data, const char*, const char*, const char*, const char*,
+                                         int) { self(data).declared(); });
 }
 
 CFXMLTreeRef TreeBuilder::build(CFXMLNodeInfo info) {
@@ -110,14 +112,13 @@ CFXMLTreeRef TreeBuilder::build(CFXMLNodeInfo info) {
 }
 
 void TreeBuilder::startElement(std::string_view name) {
-    flushText(false);
+    flushText();
     if (mOpen.size() > kMaxXMLDepth) return fail();
     if (CFXMLTree* element = append(elementNode(name))) mOpen.push_back(element);
 }
 
 void TreeBuilder::endElement() {
-    flushText(false);
-    mAfterReference = false;
+    flushText();
     if (mOpen.size() > 1) mOpen.pop_back();
 }
 
@@ -136,13 +137,13 @@ void TreeBuilder::other(std::string_view text) {
 
 void TreeBuilder::instruction(const char* target, const char* data) {
     if (mDocumentTypeStart) return;
-    flushText(false);
+    flushText();
     append(CFXMLNodeCreate(kCFXMLNodeTypeProcessingInstruction, target, CFXMLNodeInfo{.text = data}));
 }
 
 void TreeBuilder::comment(const char* text) {
     if (mDocumentTypeStart) return;
-    flushText(false);
+    flushText();
     append(CFXMLNodeCreate(kCFXMLNodeTypeComment, text));
 }
 
@@ -155,7 +156,7 @@ void TreeBuilder::declaration() {
 }
 
 void TreeBuilder::startCdata() {
-    flushText(false);
+    flushText();
     mInCdata = true;
 }
 
@@ -174,8 +175,8 @@ void TreeBuilder::endDocumentType() {
     mDocumentTypeStart.reset();
 }
 
-void TreeBuilder::entityDeclared() {
-    if (++mEntityCount > kMaxEntities) fail();
+void TreeBuilder::declared() {
+    if (++mDeclarationCount > kMaxDeclarations) fail();
 }
 
 std::string_view TreeBuilder::eventSource() const {
@@ -205,25 +206,20 @@ CFXMLNodeRef TreeBuilder::plainElementNode(std::string_view name, bool isEmpty) 
 }
 
 void TreeBuilder::reference() {
-    flushText(true);
+    flushText();
     std::string_view name = eventSource();
     name.remove_prefix(1);
     name.remove_suffix(1);
     append(CFXMLNodeCreate(kCFXMLNodeTypeEntityReference, std::string(name)));
-    mAfterReference = true;
 }
 
-void TreeBuilder::flushText(bool beforeReference) {
-    if (mText.empty()) return;
-    if (beforeReference || mAfterReference || !withoutOuterBlanks(mText).empty()) {
-        append(CFXMLNodeCreate(kCFXMLNodeTypeText, mText));
-    }
+void TreeBuilder::flushText() {
+    if (!withoutOuterBlanks(mText).empty()) append(CFXMLNodeCreate(kCFXMLNodeTypeText, mText));
     mText.clear();
 }
 
-// Null, and the end of the parse, when there is no memory.
+// Returns null and stops the parser if there is no memory.
 CFXMLTree* TreeBuilder::append(CFXMLNodeRef node) {
-    mAfterReference = false;
     CFXMLTreeRef tree = node ? CFXMLTreeCreateWithNode(std::move(node)) : CFXMLTreeRef();
     if (!tree) {
         fail();
@@ -237,11 +233,16 @@ CFXMLTree* TreeBuilder::append(CFXMLNodeRef node) {
 
 CFXMLTreeRef parseXML(const std::string& bytes) {
     const XMLEncoding encoding = detectXMLEncoding(bytes);
-    const std::string_view text = std::string_view(bytes).substr(encoding.markLength);
-    CFXMLNodeInfo info{.text = encoding.name, .hasByteOrderMark = encoding.markLength > 0};
-    if (isUTF8Name(encoding.name)) return TreeBuilder(text).build(std::move(info));
-    const std::optional<std::string> converted = convertText(text, encoding.name, "UTF-8");
-    return converted ? TreeBuilder(*converted).build(std::move(info)) : CFXMLTreeRef();
+    std::string_view text = std::string_view(bytes).substr(encoding.markLength);
+    std::optional<std::string> converted;
+    if (!isUTF8Name(encoding.name)) {
+        converted = convertText(text, encoding.name, "UTF-8");
+        if (!converted) return {};
+        text = *converted;
+    }
+    if (looksLikeAnotherXMLEncoding(text)) return {};
+    if (encoding.name.starts_with("UTF-16") && extendsASCII(declaredXMLEncoding(text))) return {};
+    return TreeBuilder(text).build({.text = encoding.name, .hasByteOrderMark = encoding.markLength > 0});
 }
 
 }  // namespace platform

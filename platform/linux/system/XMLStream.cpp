@@ -14,10 +14,12 @@ namespace {
 
 constexpr char kSeparator = '\n';  // between namespace and name
 constexpr std::size_t kPieceBytes = 64 << 10;
-// Expat keeps markup that has not ended, and looks through all of it again with every piece.
+// Expat keeps unfinished markup, and scans all of it again with every piece.
 constexpr long long kMostPendingBytes = 1 << 20;
+// Expat copies the namespace for every attribute with a prefix.
+constexpr std::size_t kMostNamespaceBytes = 256;
 
-// What expat needs to read an encoding of one byte a character: -1 for a byte that stands for nothing.
+// Describes a single-byte encoding to expat; -1 marks an invalid byte.
 int fillEncoding(void*, const XML_Char* name, XML_Encoding* encoding) {
     bool isKnown = false;
     for (int byte = 0; byte < 256; ++byte) {
@@ -43,8 +45,7 @@ std::string_view XMLStartTag::attribute(std::string_view attributeName) const {
 
 class XMLStream::Parser {
   public:
-    explicit Parser(XMLStreamHandler& handler)
-        : mHandler(handler), mParser(XML_ParserCreateNS(nullptr, kSeparator)) {
+    explicit Parser(XMLStreamHandler& handler) : mHandler(handler), mParser(makeNamespaceParser(kSeparator)) {
         if (mParser) configure(mParser.get());
     }
 
@@ -57,13 +58,15 @@ class XMLStream::Parser {
         return mIsGood;
     }
 
+    bool hasDeclarations() const { return mDeclarations > 0; }
+
   private:
     static Parser& self(void* data) { return *static_cast<Parser*>(data); }
 
     void configure(XML_Parser parser) {
         XML_SetUserData(parser, this);
         XML_SetUnknownEncodingHandler(parser, fillEncoding, nullptr);
-        XML_UseForeignDTD(parser, XML_TRUE);  // an entity that nothing declares is no error
+        XML_UseForeignDTD(parser, XML_TRUE);  // accept references to undeclared entities
         XML_SetElementHandler(
             parser,
             [](void* data, const char* name, const char** attributes) { self(data).start(name, attributes); },
@@ -73,7 +76,12 @@ class XMLStream::Parser {
         });
         XML_SetEntityDeclHandler(
             parser, [](void* data, const char*, int, const char*, int, const char*, const char*, const char*,
-                       const char*) { self(data).entityDeclared(); });
+                       const char*) { self(data).declared(); });
+        XML_SetAttlistDeclHandler(parser, [](void* data, const char*, const char*, const char*, const char*,
+                                             int) { self(data).declared(); });
+        XML_SetStartNamespaceDeclHandler(parser, [](void* data, const char*, const char* uri) {
+            self(data).namespaceDeclared(uri ? uri : "");
+        });
     }
 
     void start(std::string_view name, const char* const* attributes) {
@@ -86,8 +94,11 @@ class XMLStream::Parser {
         --mLevels;
         mHandler.endElement();
     }
-    void entityDeclared() {
-        if (++mEntities > kMaxEntities) fail();
+    void declared() {
+        if (++mDeclarations > kMaxDeclarations) fail();
+    }
+    void namespaceDeclared(std::string_view uri) {
+        if (uri.size() > kMostNamespaceBytes) fail();
     }
     void fail() { XML_StopParser(mParser.get(), XML_FALSE); }
 
@@ -95,7 +106,7 @@ class XMLStream::Parser {
     ExpatParser mParser;
     bool mIsGood = true;
     int mLevels = 0;
-    int mEntities = 0;
+    int mDeclarations = 0;  // of attributes and entities
     long long mTaken = 0;
 };
 
@@ -108,6 +119,8 @@ bool XMLStream::take(std::string_view bytes) {
         isGood = mParser->parse(bytes.substr(0, kPieceBytes), false);
     return isGood;
 }
+
+bool XMLStream::hasDeclarations() const { return mParser->hasDeclarations(); }
 
 bool XMLStream::finish() { return mParser->parse({}, true); }
 
