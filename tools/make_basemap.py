@@ -3,8 +3,8 @@
 
     tools/make_basemap.py FOLDER
 
-FOLDER holds vector/*.geojson and relief/{o,l}/X_Y.webp. The results are basemap/vector.js (a module with one
-constant, BASEMAP) and the relief tiles in basemap/sea/ and basemap/land/.
+FOLDER holds vector/*.geojson and relief/{o,l}/X_Y.webp. The results are basemap/vector.json and the relief
+tiles in basemap/sea/ and basemap/land/.
 
 A shape is one array in units of 0.0001 degree: west, south, east, north (its bounding box), then the first point
 (longitude 0..360, latitude), then every further point as its difference from the one before.
@@ -17,9 +17,6 @@ import sys
 
 UNITS_PER_DEGREE = 10000
 OUTPUT = pathlib.Path(__file__).resolve().parent.parent / "resources" / "basemap"
-HEADER = (
-    "// The layers of the map, each under its own licence: see ATTRIBUTION.md. Written by tools/make_basemap.py.\n\n"
-)
 
 # Plate boundaries by the class that Bird (2003) gives them.
 PLATE_KINDS = {"SUB": "trench", "OSR": "spreading", "CRB": "spreading"}
@@ -134,11 +131,11 @@ def copy_tiles(source, target):
 
 def write_vector(layers):
     text = ",\n\n".join(
-        f"{name}: " + json.dumps(layer, ensure_ascii=False, separators=(",", ":")).replace("],[", "],\n[")
+        f'"{name}": ' + json.dumps(layer, ensure_ascii=False, separators=(",", ":")).replace("],[", "],\n[")
         for name, layer in layers.items()
     )
-    path = OUTPUT / "vector.js"
-    path.write_text(HEADER + "export const BASEMAP = {\n" + text + "\n};\n", encoding="utf-8")
+    path = OUTPUT / "vector.json"
+    path.write_text("{\n" + text + "\n}\n", encoding="utf-8")
     print(f"{path}: {path.stat().st_size} bytes")
 
 

@@ -1,6 +1,6 @@
 // What helps to find one's way: the scale bar and the small map of the whole region.
 
-import {BASEMAP} from "../basemap/vector.js";
+import BASEMAP from "../basemap/vector.json" with {type: "json"};
 import {HALO, SANS, fillCircle, pathOf, stroke} from "./drawing.js";
 import {EARTH_RADIUS, radians} from "./geometry.js";
 import {HIDDEN_EDGE, REGION, createViewAt, isInRegion, latitudeAt, mercatorX, mercatorY} from "./projection.js";

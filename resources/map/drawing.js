@@ -1,6 +1,6 @@
 // What every part of the map draws with: fonts, strokes, and the paths of the basemap's shapes.
 
-import {BASEMAP} from "../basemap/vector.js";
+import BASEMAP from "../basemap/vector.json" with {type: "json"};
 
 export const SANS = '"Inter", "Noto Sans", "Liberation Sans", "DejaVu Sans", sans-serif';
 export const SERIF = '"Noto Serif", "Liberation Serif", "DejaVu Serif", serif';

@@ -1,6 +1,6 @@
 // The names on the map: which there are, and how each looks. Sizes are in units of the view.
 
-import {BASEMAP} from "../basemap/vector.js";
+import BASEMAP from "../basemap/vector.json" with {type: "json"};
 import {HALO, SANS, SERIF, pathOf} from "./drawing.js";
 import {radians} from "./geometry.js";
 import {placeLabels} from "./placement.js";

@@ -1,6 +1,6 @@
 // The map under the names: sea, land, water, faults and plates, drawn in this order.
 
-import {BASEMAP} from "../basemap/vector.js";
+import BASEMAP from "../basemap/vector.json" with {type: "json"};
 import {pathOf, stroke} from "./drawing.js";
 import {drawRelief, reliefBounds} from "./relief.js";
 

@@ -1,6 +1,6 @@
 // Which place a quake is named after: the nearest one that people far enough away have heard of.
 
-import {BASEMAP} from "../basemap/vector.js";
+import BASEMAP from "../basemap/vector.json" with {type: "json"};
 import {bearingBetween, distanceBetween} from "./geometry.js";
 
 // How far a place lends its name, in kilometres: towns by their people, islands by their rank.

@@ -1,6 +1,6 @@
 // The relief pictures under the map. A tile's name is its column, counted from 180 degrees, and its row.
 
-import {BASEMAP} from "../basemap/vector.js";
+import BASEMAP from "../basemap/vector.json" with {type: "json"};
 import {latitudeAt} from "./projection.js";
 
 const RELIEF = {
