@@ -61,10 +61,8 @@ TEST(XMLParserTest, UTF16IsReadInEitherByteOrder) {
 TEST(XMLParserTest, TextsEndWhereAReferenceBegins) {
     const std::pair<const char*, const char*> cases[] = {
         {"<a>x&amp;y&#65;&#x42;&e; z</a>", "2:a(6:x 10:amp 6:y 10:#65 10:#x42 10:e 6: z )"},
-        {"<!DOCTYPE a [<!ENTITY e '<b>in</b>'>]><a>&e;</a>", "14:a [<!ENTITY e '<b>in</b>'>] 2:a(10:e )"},
         {"\n<a>\r\n <b> text </b>\t<c> </c><!--x--> </a>\n", "2:a(2:b(6: text  )2:c 5:x )"},
         {"<a> &amp; <b/> </a>", "2:a(6:  10:amp 6:  2:b )"},
-        {"<a>one\r\ntwo\rthree</a>", "2:a(6:one\ntwo\nthree )"},
         {"<a><![CDATA[&b; ]]><![CDATA[]]></a>", "2:a(7:&b;  7: )"},
     };
     for (const auto& [document, nodes] : cases) EXPECT_EQ(outlineOf(document), nodes);

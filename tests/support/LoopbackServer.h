@@ -19,8 +19,9 @@ class LoopbackServer {
     LoopbackServer(const LoopbackServer&) = delete;
     LoopbackServer& operator=(const LoopbackServer&) = delete;
 
-    std::string host() const { return "http://127.0.0.1:" + std::to_string(mPort); }
-    std::string url(const std::string& path = "/") const { return host() + path; }
+    std::string url(const std::string& path = "/") const {
+        return "http://127.0.0.1:" + std::to_string(mPort) + path;
+    }
 
     // The document goes out packed with gzip to whoever accepts that.
     void serve(const std::string& document, int status = 200);
