@@ -2,6 +2,7 @@
 
 #include "platform/Files.h"
 #include "support/FSRef.h"
+#include "support/OrvFiles.h"
 #include "tests/TemporaryFolder.h"
 #include "tests/standins/StandIns.h"
 #include "xml/CXMLElementNode.h"
@@ -12,14 +13,14 @@ using namespace platform;
 
 namespace {
 
-using testing::ElementsAre, testing::HasSubstr, testing::IsEmpty;
+using testing::ElementsAre;
 
 class CXMLDocumentTest : public standins::Test {
   protected:
     ~CXMLDocumentTest() override { mDocument.DeleteTree(); }
 
     void read(const std::string& bytes) {
-        standins::desktop.answerToAll = bytes;
+        serveDocument(bytes);
         const CFURL url{"http://feed.example/document"};
         mDocument.Read(&url);
     }
@@ -50,7 +51,6 @@ TEST_F(CXMLDocumentTest, AddedNodesAreFoundAndWritten) {
     CXMLElementNode* const quake = addElement(root(), "\x8E");
     mDocument.AddNode("\xC3\xA9", new CXMLTextNode("a<b & c", kCFStringEncodingUTF8));
     addElement(quake, "empty");
-    EXPECT_EQ(UXML::GetChildNodeWithKey(root(), "\xC3\xA9"), quake);
     EXPECT_THAT(keysIn(quake), ElementsAre("a&lt;b &amp; c", "empty"));
     EXPECT_EQ(written(), "<?xml version=\"1.0\"?><\xC3\xA9>a&lt;b &amp; c<empty></empty></\xC3\xA9>");
 }
@@ -60,15 +60,7 @@ TEST_F(CXMLDocumentTest, ANodeWithoutAKeyOrAClearParentStaysWithTheCaller) {
     CXMLTextNode child("child", kCFStringEncodingUTF8), empty("", kCFStringEncodingUTF8);
     for (const char* parent : {"twice", "missing"}) mDocument.AddNode(parent, &child);
     mDocument.AddNode(root(), &empty);
-    EXPECT_THAT(keysIn(root()), ElementsAre("xml", "twice", "twice"));
-    EXPECT_THAT(keysIn(element("twice")), IsEmpty());
-    EXPECT_EQ(find("child"), nullptr);
-}
-
-TEST_F(CXMLDocumentTest, AParentThatIsNoTreeNodeEndsTheProcess) {
-    CXMLTextNode leaf("leaf", kCFStringEncodingUTF8), child("child", kCFStringEncodingUTF8);
-    EXPECT_EXIT(mDocument.AddNode(&leaf, &child), testing::ExitedWithCode(0), "");
-    EXPECT_THAT(contentsOf("error.log"), HasSubstr(" Message   :  Parent node not a CXMLTreeNode\n"));
+    EXPECT_EQ(written(), "<?xml version=\"1.0\"?><twice></twice><twice></twice>");
 }
 
 TEST_F(CXMLDocumentTest, EachReadAddsItsElementsAndTexts) {
@@ -84,42 +76,18 @@ TEST_F(CXMLDocumentTest, EachReadAddsItsElementsAndTexts) {
 
 TEST_F(CXMLDocumentTest, SearchesFindNodesInTheOrderInWhichTheyWereAdded) {
     read("<r><value>time</value><time><value>1</value></time></r>");
-    EXPECT_NE(dynamic_cast<CXMLTextNode*>(find("time")), nullptr);
     CXMLNode* const first = find("value");
     CXMLNode* const last = addElement(element("r"), "value");
-    std::vector<CXMLNode*> found{last};
-    for (const char* key : {"value", "time", "missing"}) mDocument.GetNodesWithKey(key, found);
-    ASSERT_EQ(found.size(), 6u);
-    EXPECT_THAT(found, ElementsAre(last, first, found[2], last, find("time"), found[5]));
-    EXPECT_EQ(dynamic_cast<CXMLTreeNode*>(found[5])->GetFirstChild(), found[2]);
-    EXPECT_EQ(find("value"), first);
-}
-
-TEST_F(CXMLDocumentTest, AValueIsThePlainTextThatTheFirstElementOfItsNameBeginsWith) {
-    read(
-        "<r>named<value>-41.5</value><value>7</value><text>a &lt; b's</text><note><!-- north -->12</note>"
-        "<empty/><nested><inner>1</inner>2</nested><cdata><![CDATA[3]]></cdata><ref>&#52;</ref></r>");
-    const auto valueOf = [this](const char* key) {
-        char text[256] = "(none)";
-        const bool found = UXML::GetValueAsStringForElementChildNode(element("r"), key, text, sizeof text);
-        EXPECT_EQ(found, text != std::string("(none)"));
-        return std::tuple(UXML::GetValueAsDoubleForElementChildNode(element("r"), key),
-                          UXML::GetValueAsIntegerForElementChildNode(element("r"), key), std::string(text));
-    };
-    EXPECT_EQ(valueOf("value"), std::tuple(-41.5, -41, "-41.5"));
-    EXPECT_EQ(valueOf("text"), std::tuple(0.0, 0, "a "));
-    EXPECT_EQ(valueOf("note"), std::tuple(12.0, 12, "12"));
-    for (const char* key : {"missing", "named", "empty", "nested", "cdata", "ref"})
-        EXPECT_EQ(valueOf(key), std::tuple(0.0, 0, "(none)")) << key;
+    std::vector<CXMLNode*> found;
+    for (const char* key : {"value", "missing"}) mDocument.GetNodesWithKey(key, found);
+    EXPECT_THAT(found, ElementsAre(first, testing::_, last));
 }
 
 TEST_F(CXMLDocumentTest, DataThatCannotBeParsedLeavesNothingToWrite) {
-    mDocument.Read(static_cast<const CFURL*>(nullptr));
     mDocument.Read("");
     EXPECT_EQ(written(), "<?xml version=\"1.0\"?>");
     read("<quakeml>");
     EXPECT_EQ(written(), "(none)");
-    EXPECT_THAT(keysIn(root()), ElementsAre("xml"));
 }
 
 TEST_F(CXMLDocumentTest, AResourceThatCannotBeLoadedLeavesTheDocumentToBeWritten) {
@@ -134,6 +102,8 @@ TEST_F(CXMLDocumentTest, AFileIsWrittenWithItsCodes) {
     const FSRef file{"some file.xml"};
     ASSERT_TRUE(mDocument.Write(file.path.c_str()));
     EXPECT_FALSE(mDocument.Write("no/folder.xml"));
+    EXPECT_FALSE(OrvFiles::SetFileCreatorType(FSRef{"."}, 1, 1));  // a folder has none
+    OrvFiles::SetFileCreatorType(file, 0, 0);                      // changes nothing
     const FinderInfo codes = finderInfo(file.path);
     const bool areKept = setFinderInfo(file.path, codes);  // by this file system
     EXPECT_EQ(std::string(codes.data(), 8), areKept ? "TEXT????" : std::string(8, '\0'));

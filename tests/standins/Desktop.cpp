@@ -8,14 +8,20 @@
 #include "platform/Clock.h"
 #include "platform/Files.h"
 #include "platform/Log.h"
-#include "platform/ScreenSaverDefaults.h"
-#include "platform/StringList.h"
-#include "platform/URLLoading.h"
+#include "platform/RunLoop.h"
 #include "platform/portable/View.h"
 
 using standins::desktop;
 
 namespace platform {
+
+void standardAlert(AlertType type, const std::string& text, const std::string& explanation) {
+    desktop.alerts.push_back({type, text, explanation});
+}
+
+void beep() { ++desktop.beeps; }
+void debugger() { ++desktop.debuggerStops; }
+void debugStr(const std::string& text) { desktop.debugTexts.push_back(text); }
 
 std::string bundlePath() { return std::filesystem::path(TEST_DATA) / desktop.bundle; }
 std::string bundleIdentifier() { return "org.tellmar.TellmarScreenSaver"; }
@@ -67,16 +73,42 @@ std::tm localTime(std::time_t time) {
     return local;
 }
 
+// The body reaches a sink in pieces, as from a wire.
+HTTPResponse get(const HTTPRequest& request) {
+    desktop.requests.push_back(request);
+    HTTPResponse response = desktop.service(request);
+    if (response.errorCode != 0 || !request.sink) return response;
+    for (std::size_t at = 0; at < response.body.size(); at += 50)
+        if (!request.sink(response.body.substr(at, 50))) response.errorCode = coreFoundationUnknownErr;
+    response.body.clear();
+    return response;
+}
+
+void RunLoop::runFor(int milliseconds) {
+    desktop.monotonicMicroseconds += 1000LL * milliseconds;
+    if (desktop.whileWaiting) desktop.whileWaiting();
+}
+
+bool RunLoop::isStopping() { return desktop.isStopping; }
+
+// One lock for all paths, which another process holds or not.
+struct AdvisoryLock::Descriptor {};
+
+AdvisoryLock::AdvisoryLock(const std::string&) {}
+AdvisoryLock::~AdvisoryLock() = default;
+
+AdvisoryLock::State AdvisoryLock::tryToLock() { return desktop.lock; }
+AdvisoryLock::State AdvisoryLock::waitAndLock() { return desktop.lock; }
+std::string AdvisoryLock::note() const { return desktop.lockNote; }
+void AdvisoryLock::setNote(const std::string& text) { desktop.lockNote = text; }
+
 int intValue(const Slider* slider) { return slider->value; }
 
 bool loadNibNamed(const std::string& name, const SheetConnections& owner) {
-    if (!desktop.hasSheet || name != "ConfigPanel") return false;
+    if (name != "ConfigPanel") return false;
     ++desktop.sheetLoads;
     owner.configPanel = &desktop.panel;
-    owner.zoomSlider = &desktop.zoomSlider;
     owner.rateSlider = &desktop.rateSlider;
-    owner.okButton = &desktop.okButton;
-    owner.cancelButton = &desktop.cancelButton;
     desktop.ok = owner.closeSheetSave;
     desktop.cancel = owner.closeSheetCancel;
     return true;
@@ -84,73 +116,16 @@ bool loadNibNamed(const std::string& name, const SheetConnections& owner) {
 
 void endSheet(Panel* panel) { desktop.sheetEnds += panel == &desktop.panel; }
 
-struct ScreenSaverDefaults::Store {
-    std::string module;
-    std::map<std::string, int> values;
-};
-
-ScreenSaverDefaults ScreenSaverDefaults::defaultsForModuleWithName(const std::string& name) {
-    return ScreenSaverDefaults(std::make_unique<Store>(Store{name, desktop.storedDefaults[name]}));
-}
-
-ScreenSaverDefaults::ScreenSaverDefaults(std::unique_ptr<Store> store) : mStore(std::move(store)) {}
-ScreenSaverDefaults::~ScreenSaverDefaults() = default;
-
-int ScreenSaverDefaults::integerForKey(const std::string& key) const { return mStore->values[key]; }
-void ScreenSaverDefaults::setInteger(int value, const std::string& key) { mStore->values[key] = value; }
-
-bool ScreenSaverDefaults::synchronize() {
-    desktop.storedDefaults[mStore->module] = mStore->values;
-    return true;
-}
-
-// One list, 128, with two entries.
-std::string stringFromList(short listID, short index) {
-    if (listID != 128) return "";
-    if (index == 1) return "%s of %d";
-    return index == 2 ? std::string(600, 'x') : "";
-}
-
-SystemNames systemNames() { return desktop.systemNames; }
+SystemNames systemNames() { return {"System", "node", "1.2.3", "hardware"}; }
 std::int32_t systemVersion() { return desktop.systemVersion; }
-std::int32_t processorClock() { return desktop.processorClock; }
-std::string machineName() { return desktop.machineName; }
-std::string processName() { return desktop.processName; }
-std::vector<Processor> processors() { return desktop.processors; }
-
-constexpr std::string_view kFileScheme = "file://";
-
-LoadOutcome fetchResource(const std::string& url, std::string& data) {
-    desktop.asked.push_back(url);
-    const std::string path = pathOfFileURL(url);
-    if (path.empty()) data = desktop.answerToAll.value_or("");
-    const bool isLoaded = path.empty() ? desktop.answerToAll.has_value() : readFile(path, data);
-    return {isLoaded ? 0 : coreFoundationUnknownErr, "unreachable", {}};
-}
-
-bool loadResource(const std::string& url, std::string& data, int& errorCode) {
-    errorCode = fetchResource(url, data).errorCode;
-    return errorCode == 0;
-}
-
-bool writeResource(const std::string& url, const std::string& data, int& errorCode) {
-    const bool isWritten = !pathOfFileURL(url).empty() && writeFileAtomically(pathOfFileURL(url), data);
-    errorCode = isWritten ? 0 : coreFoundationUnknownErr;
-    return isWritten;
-}
-
-std::string fileURLWithPath(const std::string& path) { return std::string(kFileScheme) + path; }
-
-std::string pathOfFileURL(const std::string& url) {
-    return url.starts_with(kFileScheme) ? url.substr(kFileScheme.size()) : "";
-}
+std::int32_t processorClock() { return 1'600'000'000; }
+std::string machineName() { return "Model 7"; }
+std::string processName() { return "Tellmar Tests"; }
+std::vector<Processor> processors() { return {{7, 3}, {18, 10}}; }
 
 ViewAnimation::ViewAnimation(std::vector<ViewAnimationDescription> descriptions)
-    : mDescriptions(descriptions) {
-    ++desktop.fadesAlive;
-}
-
-ViewAnimation::~ViewAnimation() { --desktop.fadesAlive; }
+    : mDescriptions(descriptions) {}
+ViewAnimation::~ViewAnimation() = default;
 
 void ViewAnimation::setAnimationBlockingMode(int) {}
 void ViewAnimation::setDuration(double seconds) { mDuration = seconds; }

@@ -3,9 +3,7 @@
 #include <ctime>
 #include <functional>
 #include <list>
-#include <map>
 #include <memory>
-#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -22,7 +20,6 @@
 namespace platform {
 
 class Panel {};
-class Button {};
 class Slider {
   public:
     int value = 0;
@@ -77,21 +74,17 @@ struct Desktop {
 
     std::string bundle = "Tellmar.saver";  // seen from the tests' data
     std::set<std::string> resources{"map.html", "google_maps_nz.png", "google_maps_nz_pre.png"};
-    std::map<std::string, std::map<std::string, int>> storedDefaults;  // by module and key
 
     std::time_t now = 1236042309;  // 2009-03-03T01:05:09Z
     // New Zealand's rules, written out so that no zone database is needed.
     std::string zone = "NZST-12NZDT,M9.5.0,M4.1.0/3";
 
-    platform::SystemNames systemNames = {"System", "node", "1.2.3", "hardware"};
-    std::int32_t systemVersion = 0x1049, processorClock = 1'600'000'000;
-    std::string machineName = "Model 7", processName = "Tellmar Tests";
-    std::vector<platform::Processor> processors = {{7, 3}, {18, 10}};
+    std::int32_t systemVersion = 0x1049;
 
-    // The network; file URLs are read and written for real.
-    std::optional<std::string> answerToAll;  // for every URL; nothing: unreachable
-    std::vector<std::string> asked;
-    std::function<platform::HTTPResponse(const platform::HTTPRequest&)> service;  // answers HTTP requests
+    // The network, which cannot be reached until there is another service.
+    std::function<platform::HTTPResponse(const platform::HTTPRequest&)> service = [](const auto&) {
+        return platform::HTTPResponse{.errorCode = platform::coreFoundationUnknownErr};
+    };
     std::vector<platform::HTTPRequest> requests;
 
     // Other processes, and what happens while the main loop runs.
@@ -102,17 +95,15 @@ struct Desktop {
     bool isStopping = false;
 
     // The one sheet there is, and what its buttons do.
-    bool hasSheet = true;
     int sheetLoads = 0, sheetEnds = 0;
     platform::Panel panel;
-    platform::Slider zoomSlider, rateSlider;
-    platform::Button okButton, cancelButton;
+    platform::Slider rateSlider;
     std::function<void(platform::Button*)> ok, cancel;
 
     std::vector<Drawing> drawings;
     std::list<platform::Image> images;  // every one measures 600 by 400
     std::vector<Fade> fades;
-    int fadesStopped = 0, fadesAlive = 0;
+    int fadesStopped = 0;
 };
 
 inline Desktop desktop;

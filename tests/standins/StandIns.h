@@ -15,8 +15,12 @@ class Test : public testing::Test {
     Test();
 
     static void finishALoad();
-    // Lets every URL answer with quakes of these magnitudes, in this order, latitudes counting up from 0.
+    // Lets every URL answer with this document.
+    static void serveDocument(const std::string& document);
+    // The same with quakes of these magnitudes, in this order, latitudes counting up from 0.
     static void serveQuakes(const std::vector<double>& magnitudes);
+    // What the list learns from this document, a text for each quake; "none" for a null entry.
+    static std::vector<std::string> quakesIn(const std::string& document);
 };
 
 }  // namespace standins

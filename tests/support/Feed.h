@@ -1,11 +1,7 @@
 #pragma once
 
-#include <iomanip>
-#include <sstream>
 #include <string>
 #include <string_view>
-
-#include "quakes/CQuakeEvent.h"
 
 inline std::string repeated(std::string_view piece, int times) {
     std::string text;
@@ -38,15 +34,6 @@ struct FeedEvent {
                "</depth></origin><magnitude><mag>" + mag + "</mag></magnitude></event>";
     }
 };
-
-// What the list knows of a quake; "none" for a null entry.
-inline std::string told(const CQuakeEvent* quake) {
-    std::ostringstream text;
-    if (!quake) return "none";
-    text << std::setprecision(10) << quake->mTime << " M" << quake->mMagnitude << " at " << quake->mLatitude
-         << ", " << quake->mLongitude << ", " << quake->mDepth << " km";
-    return text.str();
-}
 
 // The whole document around events.
 inline std::string feedOf(const std::string& events) {
