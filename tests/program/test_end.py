@@ -17,12 +17,6 @@ def end_cleanly(program, number=signal.SIGTERM):
     wait_for_end(helpers)
 
 
-def kill_web_process(program):
-    processes = descendants(program.process, "WebKitWebProcess")
-    assert processes
-    kill(processes)
-
-
 @pytest.mark.parametrize("number", [signal.SIGTERM, signal.SIGINT, signal.SIGHUP])
 def test_a_signal_ends_the_splash(program, number):
     program.start("--demo", "--verbose")
@@ -71,11 +65,12 @@ def test_a_key_or_closing_ends_a_window_of_its_own(display, program, key):
 def test_the_display_goes_on_after_the_loss_of_a_web_process(display, program):
     program.start("--demo", "--verbose", "--speed", "8")
     program.wait_for("page: loaded", 2)
-    kill_web_process(program)  # under the splash
+    kill(descendants(program.process, "WebKitWebProcess"))  # under the splash
     program.wait_for("page: the web process ended")
     program.wait_for("page: loaded", 4)
     program.wait_for("fade: ")
-    kill_web_process(program)
+    kill(descendants(program.process, "WebKitWebProcess"))
+    program.wait_for("page: the web process ended", 3)
     program.wait_for("fade: ", 3)
     wait_to_see(is_map, display)
     end_cleanly(program)
