@@ -94,12 +94,6 @@ void LoopbackServer::trickle() {
     });
 }
 
-void LoopbackServer::keepSilent() {
-    answerWith([this](const auto&, auto&) {
-        while (!mLeaving) waitALittle();
-    });
-}
-
 void LoopbackServer::answerWith(Answer answer) {
     const std::lock_guard lock(mMutex);
     mAnswer = std::move(answer);

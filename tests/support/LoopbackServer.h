@@ -37,8 +37,6 @@ class LoopbackServer {
     void serveAsGzip(const std::string& bytes);
     // A few bytes now and then, for ever.
     void trickle();
-    // No answer at all, for ever.
-    void keepSilent();
     void answerWith(Answer answer);
 
     int requestCount() const { return mRequestCount; }
