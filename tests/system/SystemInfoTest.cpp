@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <filesystem>
-#include <memory>
 
 #include "platform/Clock.h"
 
@@ -14,16 +13,6 @@ TEST(SystemInfoTest, TheRunningSystemIsDescribed) {
     char node[256] = "";
     gethostname(node, sizeof node);
     EXPECT_EQ(platform::systemNames().node, node);
-    const std::int32_t clock = platform::processorClock();
-    EXPECT_TRUE(clock == 0 || clock >= 100'000'000) << clock;  // Hz, where it is known
-}
-
-TEST(SystemInfoTest, TheVersionHoldsItsDecimalDigits) {
-    const std::unique_ptr<FILE, int (*)(FILE*)> shell(
-        popen(". /etc/os-release; echo $VERSION_ID | tr -dc 0-9", "r"), pclose);
-    char digits[16] = "";
-    if (!fgets(digits, sizeof digits, shell.get())) GTEST_SKIP() << "a system without a version";
-    EXPECT_EQ(platform::systemVersion(), std::stoll(digits, nullptr, 16));
 }
 
 TEST(SystemInfoTest, EveryProcessorHasItsPublishedNumbers) {
