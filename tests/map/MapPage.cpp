@@ -18,6 +18,7 @@ constexpr double kOverhang = 10;  // points past the left and the top edge
 constexpr int kPatience = 30000;  // milliseconds
 
 bool startDesktop() {
+    setenv("TZ", "UTC", 1);
     setenv("GDK_BACKEND", "x11", 1);
     setenv("NO_AT_BRIDGE", "1", 1);
     setenv("WEBKIT_DISABLE_DMABUF_RENDERER", "1", 1);
