@@ -35,8 +35,6 @@ class MapPage {
     const Picture& picture() const { return mPicture; }
     // What the view would show now.
     Picture pictureNow() const;
-    // The page alone over nothing, with its transparency, as PNG.
-    bool writeSnapshot(const std::string& path);
 
     // The value of a JavaScript expression, which may await, as JSON; "error" when it throws.
     std::string evaluate(const std::string& expression);
