@@ -62,12 +62,7 @@ bool MapPage::show(const CQuakeEvent& quake) {
 
 bool MapPage::load(const std::string& path) {
     mView->loadRequest({.url = path});
-    return waitForLoad();
-}
-
-bool MapPage::waitForLoad() {
-    ++mAwaitedLoads;
-    return RunLoop::runUntil([this] { return mLoads >= mAwaitedLoads; }, kPatience);
+    return RunLoop::runUntil([this, awaited = mLoads + 1] { return mLoads >= awaited; }, kPatience);
 }
 
 bool MapPage::waitFor(const std::string& expression) {

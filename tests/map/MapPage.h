@@ -25,8 +25,6 @@ class MapPage {
     // the load is not reported in time.
     bool show(const CQuakeEvent& quake);
     bool load(const std::string& path);
-    // Waits for the end of one more load than before, which has begun already.
-    bool waitForLoad();
     // Waits until a JavaScript expression is true. Returns false when that takes too long.
     bool waitFor(const std::string& expression);
 
@@ -46,5 +44,5 @@ class MapPage {
     std::unique_ptr<platform::WebView> mView;
     WebKitWebView* mWeb = nullptr;  // owned by the view
     Picture mPicture;
-    int mLoads = 0, mAwaitedLoads = 0;
+    int mLoads = 0;
 };

@@ -54,8 +54,7 @@ TEST_F(OddValuesTest, AnyDateLeavesTheNumbersAndIsSaidAsItIs) {
     };
     for (const char* date : {"", "''", "\\", "<b>&amp;\n", "nan", "\"><script>window.stranger = 1</script>"})
         EXPECT_THAT(seenWith(date), testing::AllOf(HasSubstr("6.2"), testing::EndsWith("undefined\"")));
-    for (const std::string& date : {std::string("four o'clock sharp"), std::string(255, 'W')})
-        EXPECT_THAT(seenWith(date), HasSubstr(date.substr(0, 18)));
+    EXPECT_THAT(seenWith("four o'clock sharp"), HasSubstr("four o'clock sharp"));
 }
 
 }  // namespace

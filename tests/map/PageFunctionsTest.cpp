@@ -15,7 +15,7 @@ void expect(const std::vector<std::pair<std::string, std::string>>& cases) {
     page.show(CQuakeEvent("2016-11-13T11:02:56.346Z", 5, -41, 174, 15));
     page.evaluate(
         "Object.assign(window, ...await Promise.all("
-        "['call', 'corners', 'geometry', 'placement', 'places', 'projection', 'words']"
+        "['corners', 'geometry', 'placement', 'places', 'projection', 'words']"
         ".map(name => import(`bundle:///map/${name}.js`)))).length");
     for (const auto& [expression, value] : cases) EXPECT_EQ(page.evaluate(expression), value) << expression;
 }
@@ -54,14 +54,6 @@ TEST(PageFunctionsTest, PlacesAreSaidInRoundDistancesAndClassesBeginAtTheirPubli
          {"[-3, 0, 70, 71, 300, 301, 700].map(d => depthClass(d).name[0]).join('')", "\"sssiidd\""},
          {"[9.96, -0.01, 5000, null].map(depthInWords)",
           R"(["Depth 10 km · shallow","Depth 0 km · shallow","Depth 5000 km",""])"}});
-}
-
-TEST(PageFunctionsTest, TheCallIsReadAlsoWhenAQuoteBreaksIt) {
-    expect(
-        {{R"js(quakeFromCall("initializeMap(-41.123, -174.567, 4.50, '33.00km', 'a'b\"c', 8)"))js",
-          R"js({"place":{"latitude":-41.123,"longitude":185.433},"magnitude":4.5,"depth":33,"date":"a'b\"c","zoom":8})js"},
-         {"quakeFromCall(`initializeMap(-41.123, 174.567, 4.50, '33.00km', 'cut`).date", "\"cut\""},
-         {"quakeFromCall('')", R"js({"place":null,"magnitude":null,"depth":null,"date":"","zoom":8})js"}});
 }
 
 TEST(PageFunctionsTest, LabelsGoToTheFirstFreePositionAndTheScaleHasARoundLength) {

@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-#include <webkit2/webkit2.h>
 
 #include <fstream>
 #include <string>
@@ -47,21 +46,6 @@ TEST_F(PageLoadTest, ANewerLoadTakesThePlaceOfOneThatIsWaitedFor) {
     ASSERT_TRUE(mPage.waitFor("document.title === 'waits'"));
     ASSERT_TRUE(mPage.load(pageThat(kRedLater)));
     EXPECT_TRUE(isRed());
-    EXPECT_EQ(mPage.loads(), 1);
-}
-
-TEST_F(PageLoadTest, APageWhoseProcessEndsIsReportedOnceItHasComeAgainOrHasBeenReplaced) {
-    const std::string page = pageThat(promise("setTimeout(done, 1000)"));
-    for (const std::string& next : {page, pageThat(kRedLater)}) {
-        mPage.view().loadRequest({.url = page});
-        ASSERT_TRUE(mPage.waitFor("document.title === 'waits'"));
-        webkit_web_view_terminate_web_process(mPage.web());
-        if (next != page) mPage.view().loadRequest({.url = next});
-        ASSERT_TRUE(mPage.waitForLoad());
-        EXPECT_EQ(isRed(), next != page);
-    }
-    mPage.evaluate("await new Promise(done => setTimeout(done, 1200))");  // longer than a restart's pause
-    EXPECT_EQ(mPage.loads(), 2);
 }
 
 }  // namespace
