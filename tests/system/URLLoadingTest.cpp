@@ -163,13 +163,4 @@ TEST_F(URLLoadingTest, PathsBecomeFileURLs) {
         EXPECT_EQ(pathOfFileURL(url), "") << url;
 }
 
-TEST_F(URLLoadingTest, OnlyFilesAreWritten) {
-    int error = 12345;
-    EXPECT_TRUE(writeResource(fileURLWithPath("new file"), "new", error));
-    EXPECT_EQ(error, 0);
-    EXPECT_EQ(contentsOf("new file"), "new");
-    EXPECT_FALSE(writeResource(server.url(), "new", error));
-    EXPECT_NE(error, 0);
-}
-
 }  // namespace
