@@ -4,7 +4,7 @@
 
 #include <cstdlib>
 
-using testing::ElementsAre, testing::EndsWith, testing::HasSubstr, testing::IsEmpty, testing::MatchesRegex;
+using testing::ElementsAre, testing::EndsWith, testing::IsEmpty, testing::MatchesRegex;
 
 namespace {
 
@@ -25,13 +25,6 @@ TEST(Options, OneDashOrTwoEitherFormOfAValueAndAbbreviationsMeanTheSameAndTheLas
         EXPECT_THAT(options.complaints, IsEmpty());
     }
     EXPECT_EQ(Options::Command::Help, parse({"--list", "-h"}).command);
-}
-
-TEST(Options, AFeedIsAnAddressOrAFileSeenFromTheCurrentFolder) {
-    EXPECT_EQ("http://host/?a=b&c=d", parse({"--feed=http://host/?a=b&c=d"}).feed);
-    EXPECT_THAT(parse({"--demo", "--feed", "my feed.xml"}).feed, MatchesRegex("file:///.*/my%20feed.xml"));
-    EXPECT_THAT(parse({"--feed", "--demo"}).feed, EndsWith("/--demo"));
-    EXPECT_EQ("file:///feed.xml", parse({"--feed", "/feed.xml"}).feed);
 }
 
 TEST(Options, AnInvalidValueIsReportedAndChangesNothing) {

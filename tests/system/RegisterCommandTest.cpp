@@ -104,8 +104,6 @@ TEST_F(RegisterCommandTest, WithoutAPlaceNothingIsWritten) {
 }
 
 TEST_F(RegisterCommandTest, TheFileLiesInTheHomeFolder) {
-    setenv("HOME", "/somewhere", 1);
-    EXPECT_EQ(xscreensaverFile(), "/somewhere/.xscreensaver");
     unsetenv("HOME");
     EXPECT_THAT(xscreensaverFile(), testing::EndsWith("/.xscreensaver"));
 }
