@@ -84,11 +84,8 @@ def test_it_comes_and_goes_by_the_recipe_for_swayidle(sway, screen):
 def test_without_layers_it_fills_the_screen_until_the_user_or_a_signal_ends_it(make, screen):
     cage = make(Cage, screen)
     cage.launch()
-    for key in "Escape", "q", None:
+    for end in lambda _: screen.press("Escape"), lambda saver: saver.terminate():
         saver = cage.show(1)[0]
         assert not screen.cursor_is_visible()
-        if key:
-            screen.press(key)
-        else:
-            saver.terminate()
+        end(saver)
         cage.wait_for_end()

@@ -27,10 +27,9 @@ def test_without_a_display_one_line_says_so(program, option, name):
     assert complaints(program) == ["tellmar: cannot open a display"]
 
 
-@pytest.mark.parametrize("option", ["--window-id=0x7654321", "--root"])
-def test_a_window_that_does_not_exist_is_named_in_one_line(program, option):
-    if option == "--root":
-        program.environment["XSCREENSAVER_WINDOW"] = "0x7654321"
+@pytest.mark.parametrize("option, given", [("--window-id=0x7654321", ""), ("--root", "0x7654321")])
+def test_a_window_that_does_not_exist_is_named_in_one_line(program, option, given):
+    program.environment["XSCREENSAVER_WINDOW"] = given
     assert program.run("--demo", option) == 1
     assert ["0x7654321" in each for each in complaints(program)] == [True]
 
