@@ -84,7 +84,6 @@ TEST_F(URLLoadingTest, RedirectsAreFollowedFiveTimes) {
     EXPECT_EQ(load(server.url()), Answer(0, "<there/>"));
     server.redirectTo("/");
     EXPECT_EQ(load(server.url()), Answer(CURLE_TOO_MANY_REDIRECTS, ""));
-    EXPECT_EQ(server.requestCount(), 6 + 6);
     server.redirectTo(fileWith("secret", "secret"));
     EXPECT_EQ(load(server.url()), Answer(CURLE_UNSUPPORTED_PROTOCOL, ""));
 }
@@ -92,7 +91,6 @@ TEST_F(URLLoadingTest, RedirectsAreFollowedFiveTimes) {
 TEST_F(URLLoadingTest, WhatCannotBeReachedInTimeIsRefused) {
     const std::string deserted = LoopbackServer().url();
     EXPECT_EQ(load(deserted), Answer(CURLE_COULDNT_CONNECT, ""));
-    EXPECT_EQ(load("http://nothing.invalid/"), Answer(CURLE_COULDNT_RESOLVE_HOST, ""));
     server.trickle();
     const HTTPResponse response = get({.url = server.url(), .maxMilliseconds = 300});
     EXPECT_EQ(response.errorCode, CURLE_OPERATION_TIMEDOUT);
@@ -151,7 +149,6 @@ TEST_F(URLLoadingTest, AResponseHasItsHeadersAndTheFirstLineOfAComplaint) {
     EXPECT_EQ(response.status, 503);
     EXPECT_EQ(response.retryAfterSeconds, 2);
     EXPECT_EQ(response.header("etag"), "\"one\"");
-    EXPECT_EQ(response.header("Last-Modified"), "");
     EXPECT_EQ(response.complaint, "too  [1mbusy");
 }
 
@@ -161,6 +158,12 @@ TEST_F(URLLoadingTest, PathsBecomeFileURLs) {
     EXPECT_EQ(pathOfFileURL(fileURLWithPath("x y")), currentFolder.path("x y"));
     for (const char* url : {"", "/x", "http://localhost/x", "file://elsewhere/x", "file:///a%00b"})
         EXPECT_EQ(pathOfFileURL(url), "") << url;
+}
+
+TEST_F(URLLoadingTest, OnlyFilesAreWritten) {
+    int error = 0;
+    EXPECT_FALSE(writeResource(server.url(), "new", error));
+    EXPECT_NE(error, 0);
 }
 
 }  // namespace
