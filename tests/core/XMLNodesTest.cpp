@@ -88,7 +88,7 @@ TEST(CXMLTreeNodeTest, ChildrenAreThereUntilTheirParentsOwnDestructorHasRun) {
             childrenAtTheEnd = GetChildren(children);
         }
     };
-    std::make_unique<Parent>()->AddChild(newElement("a"));
+    std::make_unique<Parent>()->AddChild(new CXMLElementNode("a", kCFStringEncodingUTF8));
     EXPECT_EQ(childrenAtTheEnd, 1);
 }
 

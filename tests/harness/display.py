@@ -56,27 +56,23 @@ class Display:
     def cursor_is_visible(self):
         return any(pixel >> 24 for pixel in self.connection.xfixes_get_cursor_image(self.root).cursor_image)
 
-    def create_window(self, width, height, depth=24):
+    def create_window(self, width, height):
         """A window at the upper left corner, as a screen-saver host gives it; filled with pink."""
-        allowed = next(each for each in self.connection.screen().allowed_depths if each.depth == depth)
-        visual = next(each.visual_id for each in allowed.visuals if each.visual_class == X.TrueColor)
-        colors = self.root.create_colormap(visual, X.AllocNone)
-        look = {"background_pixel": PINK, "border_pixel": 0, "override_redirect": True, "colormap": colors}
-        window = self.root.create_window(0, 0, width, height, 0, depth, X.InputOutput, visual, **look)
+        look = {"background_pixel": PINK, "override_redirect": True}
+        window = self.root.create_window(0, 0, width, height, 0, X.CopyFromParent, **look)
         window.map()
         self.connection.sync()
         return window
 
     def window_with_title(self, title):
         """The uppermost visible window whose title begins so, None when there is none."""
-        windows = reversed(self.root.query_tree().children)
-        return next((each for each in windows if self._title(each).startswith(title)), None)
-
-    def _title(self, window):
-        with contextlib.suppress(XError):
-            if window.get_attributes().map_state == X.IsViewable:
-                return window.get_full_text_property(self.connection.intern_atom("_NET_WM_NAME")) or ""
-        return ""
+        name = self.connection.intern_atom("_NET_WM_NAME")
+        for window in reversed(self.root.query_tree().children):
+            with contextlib.suppress(XError):
+                text = window.get_full_text_property(name) or ""
+                if text.startswith(title) and window.get_attributes().map_state == X.IsViewable:
+                    return window
+        return None
 
     def destroy(self, window):
         window.destroy()

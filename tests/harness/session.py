@@ -10,8 +10,7 @@ from harness.program import PROGRAM, ROOT
 from harness.sights import is_map, shows, wait_to_see
 
 ENGINES = pathlib.Path("/usr/libexec/xscreensaver")  # where hosts look for savers
-# The session outlives its host, so that a test sees what becomes of orphans.
-SESSION = 'dbus-daemon --session --fork --nosyslog --address="$DBUS_SESSION_BUS_ADDRESS"; "$@"; exec sleep 600'
+BUS = 'dbus-daemon --session --fork --nosyslog --address="$DBUS_SESSION_BUS_ADDRESS"'
 
 
 def bwrap_works():
@@ -54,9 +53,6 @@ class Session:
         file = self.path / "home" / name
         file.parent.mkdir(parents=True, exist_ok=True)
         file.write_text(text)
-
-    def start_host(self, *command):
-        self.host = self.start("sh", "-c", SESSION, "session", *command)
 
     def start_and_stay(self, command):
         """Starts a shell command, of which a test can see the orphans."""
@@ -109,7 +105,7 @@ class SaverHost(Session):
 
     def launch(self, options):
         self.choose(options)
-        self.start_host(self.NAME, self.OPTION)
+        self.host = self.start_and_stay(f"{BUS}; {self.NAME} {self.OPTION}")
 
     def show(self, options):
         """Starts the daemon and has it show the saver. Returns the saver's process."""
@@ -150,9 +146,9 @@ class MateScreensaver(SaverHost):
 class Compositor(Session):
     """One whose monitors are windows on an X display, which shows their pictures and gives them input."""
 
-    def launch(self, socket, *command):
+    def launch(self, socket, command):
         self.environment |= {"WLR_BACKENDS": "x11", "WLR_RENDERER": "pixman"}
-        self.start_host(*command)
+        self.start_and_stay(f"{BUS}; {command}")
         wait_until((self.path / "temporary" / socket).exists)
         del self.environment["DISPLAY"]
         self.environment["WAYLAND_DISPLAY"] = socket
@@ -170,7 +166,7 @@ class Sway(Compositor):
 
     def launch(self, *lines):
         self.write("sway.conf", "\n".join(["xwayland disable", "output * bg #ff00ff solid_color", *lines, ""]))
-        super().launch("wayland-1", "sway", "-c", "sway.conf")
+        super().launch("wayland-1", "sway -c sway.conf")
 
     def add_monitor(self):
         self.wait_for_success("sh", "-c", "swaymsg -s /tmp/sway-ipc* create_output")
@@ -184,4 +180,4 @@ class Cage(Compositor):
     REQUIRED = [*Session.REQUIRED, "/usr/bin/cage", "/usr/bin/Xwayland"]
 
     def launch(self):
-        super().launch("wayland-0", "cage", "--", "sleep", "600")
+        super().launch("wayland-0", "cage -- sleep 600")

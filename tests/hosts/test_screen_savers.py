@@ -4,7 +4,7 @@ import pytest
 from harness.display import Display, MonitorDisplay
 from harness.processes import descendants, kill, wait_for_end, wait_until
 from harness.session import MateScreensaver, XScreenSaver
-from harness.sights import is_light, is_map, middle, shows_preview, wait_to_see
+from harness.sights import is_map, shows_preview, wait_to_see
 
 SCREEN = (0, 0, 1280, 720)
 
@@ -73,21 +73,3 @@ def test_each_monitor_has_a_saver_while_monitors_come_and_go_under_xscreensaver(
     monitors.remove_monitor(1)
     assert host.wait_for_savers(1) == [first]
     wait_to_see(is_map, monitors, SCREEN)
-
-
-def test_the_saver_goes_on_after_mates_unlock_dialog_during_which_it_was_stopped(make, display):
-    def shows_dialog():
-        return is_light(middle(display, 6)).mean() > 1 / 2  # as nothing on a map is
-
-    host = make(MateScreensaver, display)
-    saver = host.show("--demo --verbose --speed 20")
-    host.command("lock")
-    wait_to_see(is_map, display)
-    display.press("a")
-    wait_until(shows_dialog)
-    fades = host.log().count("fade: ")
-    display.press("Escape")
-    wait_until(lambda: host.log().count("fade: ") >= fades + 3)
-    wait_until(lambda: not shows_dialog())
-    wait_to_see(is_map, display)
-    assert host.savers() == [saver]

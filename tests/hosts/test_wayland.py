@@ -5,9 +5,9 @@ import pytest
 
 from harness.display import Display
 from harness.processes import kill, wait_until
-from harness.program import ROOT, copy_program
+from harness.program import ROOT
 from harness.session import Cage, Sway
-from harness.sights import is_map, is_splash, wait_for_report, wait_to_see
+from harness.sights import is_map, is_splash, wait_to_see
 
 
 @pytest.fixture
@@ -39,13 +39,9 @@ def test_it_covers_monitors_that_come_and_go_and_a_signal_ends_all(sway, screen)
 
 
 def test_any_input_ends_all_but_a_pointer_that_trembles(sway, screen):
-    def move_slowly():
-        for x in range(501, 510):
-            screen.move_pointer(x, 400)
-
     sway.launch()
     sway.add_monitor()
-    for act in lambda: screen.press("a"), screen.click, lambda: screen.move_pointer(700, 500), move_slowly:
+    for act in lambda: screen.press("a"), screen.click, lambda: screen.move_pointer(700, 500):
         screen.move_pointer(500, 400)
         sway.show(1 + 2)
         assert not screen.cursor_is_visible()
@@ -73,15 +69,6 @@ def test_all_end_with_the_main_process_and_one_that_crashes_is_replaced(sway, sc
     sway.wait_for_savers(0)
 
 
-def test_it_reports_what_is_missing_where_the_user_sees_it(sway, screen):
-    program = copy_program(sway.path / "home", lacking="map.html")
-    sway.launch()
-    sway.start_and_stay(f"{program} --fullscreen --demo")
-    wait_for_report(screen)
-    screen.press("a")
-    sway.wait_for_end()
-
-
 def test_it_comes_and_goes_by_the_recipe_for_swayidle(sway, screen):
     recipe = re.search(r"^ +(exec swayidle.* timeout )\d+( .*)", (ROOT / "docs/WAYLAND.md").read_text(), re.M)
     sway.environment["PATH"] = "/usr/libexec/xscreensaver:/usr/bin:/bin"
@@ -97,11 +84,8 @@ def test_it_comes_and_goes_by_the_recipe_for_swayidle(sway, screen):
 def test_without_layers_it_fills_the_screen_until_the_user_or_a_signal_ends_it(make, screen):
     cage = make(Cage, screen)
     cage.launch()
-    for key in "Escape", "q", None:
+    for end in lambda _: screen.press("Escape"), lambda saver: saver.terminate():
         saver = cage.show(1)[0]
         assert not screen.cursor_is_visible()
-        if key:
-            screen.press(key)
-        else:
-            saver.terminate()
+        end(saver)
         cage.wait_for_end()

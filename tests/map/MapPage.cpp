@@ -3,6 +3,7 @@
 #include <webkit2/webkit2.h>
 
 #include <cstdlib>
+#include <optional>
 
 #include "mappages/MapsPageWriter.h"
 #include "platform/RunLoop.h"
@@ -10,7 +11,7 @@
 #include "platform/linux/desktop/CairoHandles.h"
 #include "platform/portable/NotificationCenter.h"
 
-using platform::NotificationCenter, platform::ObjectRef, platform::RunLoop, platform::SurfaceRef;
+using platform::NotificationCenter, platform::RunLoop, platform::SurfaceRef;
 
 namespace {
 
@@ -18,6 +19,7 @@ constexpr double kOverhang = 10;  // points past the left and the top edge
 constexpr int kPatience = 30000;  // milliseconds
 
 bool startDesktop() {
+    setenv("TZ", "UTC", 1);
     setenv("GDK_BACKEND", "x11", 1);
     setenv("NO_AT_BRIDGE", "1", 1);
     setenv("WEBKIT_DISABLE_DMABUF_RENDERER", "1", 1);
@@ -33,19 +35,6 @@ WebKitWebView* newestWebView() {
             found = WEBKIT_WEB_VIEW(gtk_bin_get_child(GTK_BIN(each->data)));
     g_list_free(windows);
     return found;
-}
-
-// Starts a call that WebKit answers later, and waits for that.
-template <typename Start>
-ObjectRef<GAsyncResult> resultOf(const Start& start) {
-    ObjectRef<GAsyncResult> result;
-    start(
-        [](GObject*, GAsyncResult* given, gpointer out) {
-            static_cast<ObjectRef<GAsyncResult>*>(out)->reset(G_ASYNC_RESULT(g_object_ref(given)));
-        },
-        &result);
-    RunLoop::runUntil([&] { return result != nullptr; });
-    return result;
 }
 
 }  // namespace
@@ -73,12 +62,7 @@ bool MapPage::show(const CQuakeEvent& quake) {
 
 bool MapPage::load(const std::string& path) {
     mView->loadRequest({.url = path});
-    return waitForLoad();
-}
-
-bool MapPage::waitForLoad() {
-    ++mAwaitedLoads;
-    return RunLoop::runUntil([this] { return mLoads >= mAwaitedLoads; }, kPatience);
+    return RunLoop::runUntil([this, awaited = mLoads + 1] { return mLoads >= awaited; }, kPatience);
 }
 
 bool MapPage::waitFor(const std::string& expression) {
@@ -100,22 +84,17 @@ Picture MapPage::pictureNow() const {
     return picture;
 }
 
-bool MapPage::writeSnapshot(const std::string& path) {
-    const auto result = resultOf([this](GAsyncReadyCallback done, gpointer out) {
-        webkit_web_view_get_snapshot(mWeb, WEBKIT_SNAPSHOT_REGION_VISIBLE,
-                                     WEBKIT_SNAPSHOT_OPTIONS_TRANSPARENT_BACKGROUND, nullptr, done, out);
-    });
-    const SurfaceRef surface(webkit_web_view_get_snapshot_finish(mWeb, result.get(), nullptr));
-    return surface && cairo_surface_write_to_png(surface.get(), path.c_str()) == CAIRO_STATUS_SUCCESS;
-}
-
 std::string MapPage::evaluate(const std::string& expression) {
     const std::string script = "return JSON.stringify(" + expression + ")";
-    const auto result = resultOf([&](GAsyncReadyCallback done, gpointer out) {
-        webkit_web_view_call_async_javascript_function(mWeb, script.c_str(), -1, nullptr, nullptr, nullptr,
-                                                       nullptr, done, out);
-    });
-    const ObjectRef<JSCValue> value(
-        webkit_web_view_call_async_javascript_function_finish(mWeb, result.get(), nullptr));
-    return value ? platform::GText(jsc_value_to_string(value.get())).get() : "error";
+    std::optional<std::string> answer;
+    const auto finish = [](GObject* web, GAsyncResult* result, gpointer out) {
+        const platform::ObjectRef<JSCValue> value(
+            webkit_web_view_call_async_javascript_function_finish(WEBKIT_WEB_VIEW(web), result, nullptr));
+        *static_cast<std::optional<std::string>*>(out) =
+            value ? platform::GText(jsc_value_to_string(value.get())).get() : "error";
+    };
+    webkit_web_view_call_async_javascript_function(mWeb, script.c_str(), -1, nullptr, nullptr, nullptr,
+                                                   nullptr, finish, &answer);
+    RunLoop::runUntil([&] { return answer.has_value(); });
+    return *answer;
 }

@@ -25,8 +25,6 @@ class MapPage {
     // the load is not reported in time.
     bool show(const CQuakeEvent& quake);
     bool load(const std::string& path);
-    // Waits for the end of one more load than before, which has begun already.
-    bool waitForLoad();
     // Waits until a JavaScript expression is true. Returns false when that takes too long.
     bool waitFor(const std::string& expression);
 
@@ -35,8 +33,6 @@ class MapPage {
     const Picture& picture() const { return mPicture; }
     // What the view would show now.
     Picture pictureNow() const;
-    // The page alone over nothing, with its transparency, as PNG.
-    bool writeSnapshot(const std::string& path);
 
     // The value of a JavaScript expression, which may await, as JSON; "error" when it throws.
     std::string evaluate(const std::string& expression);
@@ -48,5 +44,5 @@ class MapPage {
     std::unique_ptr<platform::WebView> mView;
     WebKitWebView* mWeb = nullptr;  // owned by the view
     Picture mPicture;
-    int mLoads = 0, mAwaitedLoads = 0;
+    int mLoads = 0;
 };

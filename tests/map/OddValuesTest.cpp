@@ -22,53 +22,39 @@ class OddValuesTest : public testing::Test {
     // What the panel says of such a quake.
     std::string seen(double magnitude, double latitude, double longitude, double depth) {
         EXPECT_TRUE(mPage.show({kTime, magnitude, latitude, longitude, depth}));
-        return panel();
-    }
-
-    // The same with that date in the page's call.
-    std::string seenWithDate(const std::string& date) {
-        MapsPageWriter writer;
-        std::string page = writer.insertMapsFunctionCall(
-            writer.loadTemplatePage(), CQuakeEvent(kTime, 6.2, -42.69, 173.02, 15), {1290, 730});
-        const std::size_t start = page.find(" 'Sun, ") + 2;
-        page.replace(start, page.find('\'', start) - start, date);
-        std::ofstream("page.html") << page;
-        EXPECT_TRUE(mPage.load(mCurrentFolder.path("page.html")));
-        return panel();
-    }
-
-    const TemporaryFolder mCurrentFolder;
-    MapPage mPage{{1280, 720}};
-
-  private:
-    std::string panel() {
         EXPECT_EQ(mPage.evaluate("tellmarLayout.missing"), "0");
         const std::string text = mPage.evaluate("document.getElementById('panel').innerText");
         for (const char* word : {"NaN", "nan", "undefined", "null", "Infinity", "inf"})
             EXPECT_THAT(text, testing::Not(HasSubstr(word)));
         return text;
     }
+
+    MapPage mPage{{1280, 720}};
 };
 
 TEST_F(OddValuesTest, ANumberThatIsNotFiniteLeavesTheRestAndAnUnlikelyOneIsSaidAsItIs) {
     EXPECT_THAT(seen(kNan, kNan, kNan, kNan), HasSubstr("November 2016"));
     EXPECT_THAT(seen(kInf, -kInf, 173, -kInf), HasSubstr("Place not known"));
     EXPECT_THAT(seen(-kNan, -42.69, 173.02, kInf), HasSubstr("Culverden"));
-    EXPECT_THAT(seen(6.2, -42.69, kInf, 15), HasSubstr("Strong earthquake"));
-    EXPECT_THAT(seen(6.2, 1e300, 173, 1e300), HasSubstr("6.2"));
+    EXPECT_THAT(seen(6.2, 1e300, kInf, 1e300), HasSubstr("Strong earthquake"));
     EXPECT_THAT(seen(-1, -42.69, 173.02, -3), HasSubstr("3 km above sea level"));
-    EXPECT_THAT(seen(5, 89.9, 10, 10), HasSubstr("89.90° N, 10.00° E"));
     EXPECT_THAT(seen(5, -90, -720, 10), HasSubstr("90.00° S, 0.00°"));
 }
 
-TEST_F(OddValuesTest, AnyDateLeavesTheNumbers) {
-    for (const char* date : {"", "o'clock", "''", "\\", "half\"past", "<b>&amp;\n", "nan",
-                             "\"><script>window.stranger = 1</script>"}) {
-        EXPECT_THAT(seenWithDate(date), HasSubstr("6.2")) << date;
-        EXPECT_EQ(mPage.evaluate("typeof stranger"), "\"undefined\"") << date;
-    }
-    for (const std::string& date : {std::string("four o'clock sharp"), std::string(255, 'W')})
-        EXPECT_THAT(seenWithDate(date), HasSubstr(date.substr(0, 18)));
+TEST_F(OddValuesTest, AnyDateLeavesTheNumbersAndIsSaidAsItIs) {
+    const TemporaryFolder folder;
+    MapsPageWriter writer;
+    const std::string page = writer.insertMapsFunctionCall(
+        writer.loadTemplatePage(), CQuakeEvent(kTime, 6.2, -42.69, 173.02, 15), {1290, 730});
+    const std::size_t start = page.find(" 'Sun, ") + 2, length = page.find('\'', start) - start;
+    const auto seenWith = [&](const std::string& date) {
+        std::ofstream("page.html") << std::string(page).replace(start, length, date);
+        EXPECT_TRUE(mPage.load(folder.path("page.html")));
+        return mPage.evaluate("document.getElementById('panel').innerText + typeof stranger");
+    };
+    for (const char* date : {"", "''", "\\", "<b>&amp;\n", "nan", "\"><script>window.stranger = 1</script>"})
+        EXPECT_THAT(seenWith(date), testing::AllOf(HasSubstr("6.2"), testing::EndsWith("undefined\"")));
+    EXPECT_THAT(seenWith("four o'clock sharp"), HasSubstr("four o'clock sharp"));
 }
 
 }  // namespace

@@ -4,14 +4,6 @@ import pytest
 from harness.processes import wait_until
 from harness.sights import is_black, is_map, picture, shows_preview, wait_to_see
 
-NO_TICKS = "0.1"  # the first after 150 seconds
-
-
-def wait_for_map(display, width, height):
-    """Nothing else of the screen is painted, as by a window of the program's own."""
-    wait_to_see(is_map, display, (0, 0, width, height))
-    assert is_black(picture(display, (width, 0, 1280 - width, 720))).all()
-
 
 def test_the_picture_fills_a_window_given_by_option_and_follows_its_size(display, program):
     window = display.create_window(800, 600)
@@ -19,14 +11,9 @@ def test_the_picture_fills_a_window_given_by_option_and_follows_its_size(display
     program.start("--demo", "--speed", "20", "-root", "-window-id", hex(window.id))
     for width, height in (800, 600), (1200, 720), (700, 400):
         window.configure(width=width, height=height)
-        wait_for_map(display, width, height)
+        wait_to_see(is_map, display, (0, 0, width, height))
+        assert is_black(picture(display, (width, 0, 1280 - width, 720))).all()  # no window of its own
         assert not display.cursor_is_visible()
-
-
-def test_the_picture_fills_a_window_of_another_depth_given_by_the_environment(display, program):
-    program.environment["XSCREENSAVER_WINDOW"] = hex(display.create_window(1024, 700, 32).id)
-    program.start("--demo", "--speed", "30", "--root")
-    wait_for_map(display, 1024, 700)
 
 
 @pytest.mark.parametrize("moment", ["fetch ", "page: loaded", "tick 2", "fade: ", "tick 3"])
@@ -39,14 +26,9 @@ def test_the_program_ends_with_its_window(display, program, moment):
     assert not program.remains()
 
 
-def test_a_preview_of_its_own_shows_the_still_image_at_once(display, program):
-    program.start("--demo", "--speed", NO_TICKS, "--preview")
-    wait_until(lambda: shows_preview(display, (0, 0, 565, 317)))
-
-
 def test_a_small_window_shows_the_still_image_at_once_and_it_follows_the_size(display, program):
     window = display.create_window(200, 150)
-    program.start("--demo", "--speed", NO_TICKS, "--window-id", hex(window.id))
+    program.start("--demo", "--speed", "0.1", "--window-id", hex(window.id))  # the first tick after 150 seconds
     for width, height in (200, 150), (565, 317):
         window.configure(width=width, height=height)
         wait_until(lambda: shows_preview(display, (0, 0, width, height)))

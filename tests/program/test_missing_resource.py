@@ -4,7 +4,7 @@ import signal
 import pytest
 
 from harness.program import copy_program
-from harness.sights import is_dark, is_map, is_splash, middle, picture, wait_for_report, wait_to_see
+from harness.sights import is_map, wait_for_report, wait_to_see
 
 
 @pytest.mark.parametrize("end", ["of itself", "by a signal"])
@@ -30,14 +30,6 @@ def test_in_a_window_of_its_own_the_report_waits_for_the_user(display, program):
     assert program.is_running()
     display.press("Return")
     assert program.status() == 0
-
-
-def test_without_its_picture_the_splash_has_its_background_and_its_texts(display, program):
-    program.executable = copy_program(program.path, lacking="google_maps_nz.png")
-    program.start("--demo")
-    wait_to_see(is_splash, display)
-    assert is_dark(picture(display, (10, 0, 630, 60))).sum() > 200
-    assert is_splash(middle(display)).all()
 
 
 @pytest.mark.parametrize("names", [["XDG_RUNTIME_DIR"], ["HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "TMPDIR"]])

@@ -33,10 +33,4 @@ TEST(TextEncodingTest, WhatCannotBeConvertedGivesNothing) {
     }
 }
 
-TEST(TextEncodingTest, UnicodeHasTheMachinesByteOrderAndNoMark) {
-    const auto text = convertText("A\xF0\x9F\x8C\x8B", kCFStringEncodingUTF8, kCFStringEncodingUnicode);
-    const char16_t expected[] = {u'A', 0xD83C, 0xDF0B};
-    EXPECT_EQ(text, std::string(reinterpret_cast<const char*>(expected), sizeof expected));
-}
-
 }  // namespace
