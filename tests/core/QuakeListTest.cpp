@@ -118,6 +118,7 @@ TEST_F(CQuakeMLParserTest, ReadsAWholeAnswerInItsOrder) {
 
 TEST_F(CQuakeMLParserTest, DeclinesWhatIsNoWholeEarthquake) {
     EXPECT_EQ(parseEvent(FeedEvent{.type = "earthquakes"}.xml()), "none");
+    EXPECT_EQ(parseEvent(FeedEvent{.time = "<value/>"}.xml()), "none");
     for (const std::string name :
          {"type", "origin", "time", "latitude", "longitude", "depth", "magnitude", "mag"}) {
         std::string event = FeedEvent().xml();
