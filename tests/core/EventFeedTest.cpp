@@ -209,7 +209,10 @@ TEST_F(EventFeedTest, ADamagedFileIsIgnored) {
     for (const auto& entry : std::filesystem::directory_iterator(AnswerCache::userFolder()))
         if (entry.file_size() > 0) path = entry.path();
     const std::string whole = contentsOf(path);
-    for (const std::string& damaged : {whole.substr(0, whole.size() - 3), std::string()}) {
+    std::string changed = whole, later = whole;
+    changed[whole.find("earthquake")] = 'E';
+    later[whole.find('1')] = '2';  // the version
+    for (const std::string& damaged : {whole.substr(0, whole.size() - 3), changed, later, std::string()}) {
         std::ofstream(path, std::ios::binary) << damaged;
         desktop.requests.clear();
         EXPECT_EQ(load(), translated(kToday));

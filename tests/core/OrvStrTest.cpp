@@ -1,7 +1,10 @@
 #include "support/OrvStr.h"
 
 #include <cstring>
+#include <fstream>
 
+#include "support/HFSUniStr255.h"
+#include "tests/TemporaryFolder.h"
 #include "tests/standins/StandIns.h"
 #include "tests/support/Feed.h"
 
@@ -66,6 +69,52 @@ TEST_F(OrvStrTest, OddFormsAreKept) {
     std::string withZero("aB\0Cd", 5);
     OrvStr::CorrectCase(withZero);
     EXPECT_EQ(withZero, std::string("Ab\0cd", 5));
+}
+
+TEST_F(OrvStrTest, ALongLineIsCutWithAWarning) {
+    const TemporaryFolder forTheLog;
+    std::ofstream("lines") << "one\r\ntwo\nabcdefg\nend";
+    std::FILE* const file = std::fopen("lines", "r");
+    char buffer[] = "......";
+    for (const char* line : {"one", "", "two", "abc", "efg", "end", ""}) {
+        EXPECT_EQ(OrvStr::fgetline(buffer, 4, file), buffer);
+        EXPECT_STREQ(buffer, line);
+        EXPECT_EQ(buffer[5], '.');
+    }
+    std::fclose(file);
+    ASSERT_EQ(standins::desktop.alerts.size(), 1u);
+    EXPECT_THAT(standins::desktop.alerts[0].explanation,
+                testing::EndsWith(" Error Code:  4\n Message   :  Line too long\n\n"));
+}
+
+TEST_F(OrvStrTest, TextBecomesAsMuchUTF16AsFits) {
+    std::u16string out = u"....";
+    char* const bytes = reinterpret_cast<char*>(out.data());
+    int length = 0;
+    OrvStr::CStr2UniChar("T\xC5\xAB", bytes, 8, length);
+    EXPECT_EQ(length, 2);
+    EXPECT_EQ(out, std::u16string(u"T\u016B\0.", 4));
+    OrvStr::CStr2UniChar("abcdef", bytes, 5, length);
+    EXPECT_EQ(length, 6);
+    EXPECT_EQ(out, std::u16string(u"ab\0.", 4));
+    const TemporaryFolder forTheLog;
+    EXPECT_EXIT(OrvStr::CStr2UniChar("\xFF", bytes, 8, length), testing::ExitedWithCode(0), "");
+}
+
+TEST_F(OrvStrTest, MacRomanTextBecomesAFileName) {
+    HFSUniStr255 name;
+    EXPECT_TRUE(OrvStr::CStr2HFSUniStr((std::string(254, 'n') + "\x8E").c_str(), name));
+    EXPECT_EQ(name.length, 255);
+    EXPECT_EQ(name.unicode[254], u'\u00E9');
+    EXPECT_FALSE(OrvStr::CStr2HFSUniStr(std::string(256, 'n').c_str(), name));
+}
+
+TEST_F(OrvStrTest, CharactersAreFoundWhereverTheyStand) {
+    char text[] = "a-b-c";
+    EXPECT_EQ(OrvStr::CountCharOccurance(text, '-'), 2);
+    OrvStr::ReplaceChars(text, '-', '+');
+    OrvStr::strupr(text);
+    EXPECT_STREQ(text, "A+B+C");
 }
 
 }  // namespace

@@ -119,9 +119,9 @@ void endSheet(Panel* panel) { desktop.sheetEnds += panel == &desktop.panel; }
 SystemNames systemNames() { return {"System", "node", "1.2.3", "hardware"}; }
 std::int32_t systemVersion() { return desktop.systemVersion; }
 std::int32_t processorClock() { return 1'600'000'000; }
-std::string machineName() { return "Model 7"; }
-std::string processName() { return "Tellmar Tests"; }
-std::vector<Processor> processors() { return {{7, 3}, {18, 10}}; }
+std::string machineName() { return desktop.machineName; }
+std::string processName() { return desktop.processName; }
+std::vector<Processor> processors() { return desktop.processors; }
 
 ViewAnimation::ViewAnimation(std::vector<ViewAnimationDescription> descriptions)
     : mDescriptions(descriptions) {}

@@ -80,6 +80,8 @@ struct Desktop {
     std::string zone = "NZST-12NZDT,M9.5.0,M4.1.0/3";
 
     std::int32_t systemVersion = 0x1049;
+    std::string machineName = "Model 7", processName = "Tellmar Tests";
+    std::vector<platform::Processor> processors = {{7, 3}, {18, 10}};
 
     // The network, which cannot be reached until there is another service.
     std::function<platform::HTTPResponse(const platform::HTTPRequest&)> service = [](const auto&) {
