@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <string>
@@ -57,11 +58,21 @@ bool mayBeFolder(const char* path) {
     return access((std::string(path) + "/.").c_str(), F_OK) == 0 || errno == ENOENT;
 }
 
+// A full folder takes no file of this size.
+bool takesFiles(const std::string& folder) {
+    constexpr std::size_t kSize = 64 << 10;
+    std::string path = folder + "/tellmar-try-XXXXXX";
+    const FileDescriptor file(mkstemp(path.data()));
+    if (!file.isOpen()) return false;
+    unlink(path.c_str());
+    return write(file.number(), std::string(kSize, ' ').data(), kSize) == static_cast<ssize_t>(kSize);
+}
+
 // The sandbox brings in parts of the first four, and keeps notes in the last.
 bool sandboxFindsFolders() {
     return mayBeFolder(g_get_home_dir()) && mayBeFolder(g_get_user_config_dir()) &&
            mayBeFolder(g_get_user_data_dir()) && mayBeFolder(g_get_user_cache_dir()) &&
-           access(g_get_user_runtime_dir(), W_OK | X_OK) == 0;
+           takesFiles(g_get_user_runtime_dir());
 }
 
 // WebKit ends the whole program when its sandbox cannot start, so what it needs is tried before.
