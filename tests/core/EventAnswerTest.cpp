@@ -146,6 +146,12 @@ TEST_F(EventAnswerTest, EncodingsAndEntitiesBecomeUTF8) {
     EXPECT_FALSE(translate(documentOf("\xff\xfe")).isGood);
 }
 
+TEST_F(EventAnswerTest, ThousandsOfEventsPassWithTheirQuotedNames) {
+    const std::string events = repeated("<event publicID='a\"b'></event>", 2000);
+    EXPECT_THAT(translate(documentOf(events)).document,
+                HasSubstr(repeated("<event publicID=\"a&quot;b\"></event>\n", 2000)));
+}
+
 TEST_F(EventAnswerTest, HostileDocumentsAreRefused) {
     EXPECT_FALSE(translate(documentOf(repeated("<a>", 100'000)), 4096).isGood);
     EXPECT_FALSE(

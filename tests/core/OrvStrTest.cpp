@@ -65,6 +65,7 @@ TEST_F(OrvStrTest, OddFormsAreKept) {
     char name[64] = "page.HTML";
     for (const bool checkOnly : {true, false})
         EXPECT_TRUE(OrvStr::CheckAppendSuffix(name, "html", checkOnly));
+    EXPECT_FALSE(OrvStr::CheckAppendSuffix(name, "html", false));
     EXPECT_STREQ(name, "page.HTML.html");
     std::string withZero("aB\0Cd", 5);
     OrvStr::CorrectCase(withZero);

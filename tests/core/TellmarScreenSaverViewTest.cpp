@@ -76,7 +76,10 @@ TEST_F(TellmarScreenSaverViewTest, TheSplashDrawsItsTextsOverTheMap) {
     splash()->drawRect({300, 100, 200, 100});
     EXPECT_EQ(desktop.drawings.at(0).place, (Rect{300, 100, 200, 100}));
     EXPECT_EQ(desktop.drawings.at(1).place, (Rect{-200, -150, 0, 0}));  // centred on the size of that part
-    for (int text : {2, 3}) EXPECT_LT(desktop.drawings.at(text).place.y, kBounds.height - 20);
+    for (int text : {2, 3}) {
+        EXPECT_LT(desktop.drawings.at(text).place.y, kBounds.height - 20);
+        EXPECT_GT(desktop.drawings.at(text).place.y, kBounds.height / 2);
+    }
     EXPECT_THAT(drawn(), ElementsAre("fill", platform::pathForResource("google_maps_nz.png"),
                                      kAcknowledgement, kNotice));
     desktop.resources.clear();

@@ -58,6 +58,24 @@ TEST(XMLParserTest, UTF16IsReadInEitherByteOrder) {
         }
 }
 
+TEST(XMLParserTest, ADeclaredEncodingIsReadInEitherQuotes) {
+    for (const char quote : {'"', '\''}) {
+        const std::string name = quote + std::string("windows-1252") + quote;
+        EXPECT_EQ(outlineOf("<?xml version='1.0' encoding=" + name + "?><a>\x80</a>"),
+                  "4:xml 2:a(6:\xE2\x82\xAC )");
+    }
+}
+
+TEST(XMLParserTest, AnElementReadAsOneTagIsWrittenWithItsNewChildren) {
+    const auto node = CFXMLNodeCreate(kCFXMLNodeTypeElement, "a", CFXMLNodeInfo{.text = {}, .isEmpty = true});
+    const CFXMLTreeRef document = CFXMLTreeCreateWithNode(CFXMLNodeCreate(kCFXMLNodeTypeDocument, ""));
+    const CFXMLTreeRef element = CFXMLTreeCreateWithNode(node);
+    document->AppendChild(element.get());
+    EXPECT_EQ(serializeXML(document.get()), "<a/>");
+    element->AppendChild(CFXMLTreeCreateWithNode(CFXMLNodeCreate(kCFXMLNodeTypeText, "b")).get());
+    EXPECT_EQ(serializeXML(document.get()), "<a>b</a>");
+}
+
 TEST(XMLParserTest, EncodingsThatContradictEachOtherAreRefused) {
     const std::string mark = "\xEF\xBB\xBF", name = repeated("\xE6\xBC\xA2", 60);
     for (const char* encoding : {"UTF-16LE", "UTF-16BE"}) {

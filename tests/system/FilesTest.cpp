@@ -1,6 +1,6 @@
 #include "platform/Files.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -73,6 +73,30 @@ TEST_F(FilesTest, APrivateFileIsForThisUserAloneInAFolderOfTheirsAndNoLink) {
     EXPECT_EQ(tryToLock(), Unavailable);
     EXPECT_FALSE(platform::readPrivateFile("own/file", data));
     EXPECT_FALSE(platform::writePrivateFile("own/file", "newer"));
+}
+
+TEST_F(FilesTest, OneLockIsHeldAtATime) {
+    using State = platform::AdvisoryLock::State;
+    ASSERT_TRUE(platform::makePrivateFolder("own"));
+    platform::AdvisoryLock second("own/lock");
+    {
+        platform::AdvisoryLock first("own/lock");
+        EXPECT_EQ(first.tryToLock(), State::Held);
+        EXPECT_EQ(second.tryToLock(), State::TakenByAnother);
+        first.setNote("for the others");
+        EXPECT_EQ(second.note(), "for the others");
+    }
+    EXPECT_EQ(second.tryToLock(), State::Held);
+}
+
+TEST_F(FilesTest, TheUsersCacheIsWhereAnAbsolutePathSaysOrElseInTheHomeFolder) {
+    setenv("XDG_CACHE_HOME", "/var/cache/mine", 1);
+    EXPECT_EQ(platform::userCacheDirectory(), "/var/cache/mine");
+    for (const char* other : {"", "relative"}) {
+        setenv("XDG_CACHE_HOME", other, 1);
+        EXPECT_THAT(platform::userCacheDirectory(), testing::MatchesRegex("/.*/\\.cache"));
+    }
+    unsetenv("XDG_CACHE_HOME");
 }
 
 using FilesDeathTest = FilesTest;

@@ -58,6 +58,16 @@ TEST_F(ScreenSaverDefaultsTest, WhatOthersWroteIsKept) {
     EXPECT_EQ(contentsOf(path), head + "DisplayQuakeForNSeconds=6\n");
 }
 
+TEST_F(ScreenSaverDefaultsTest, WhatAnotherProcessStoresLaterCounts) {
+    ScreenSaverDefaults settings = defaults();
+    settings.setInteger(7, kKey);
+    EXPECT_TRUE(settings.synchronize());
+    EXPECT_TRUE(store(8));
+    EXPECT_EQ(settings.integerForKey(kKey), 8);
+    EXPECT_TRUE(settings.synchronize());
+    EXPECT_EQ(stored(), 8);
+}
+
 TEST_F(ScreenSaverDefaultsTest, ADamagedFileIsSetAside) {
     put("first damage");
     EXPECT_EQ(stored(), 0);
