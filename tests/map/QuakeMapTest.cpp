@@ -80,6 +80,12 @@ INSTANTIATE_TEST_SUITE_P(QuakeMapTest, EveryScreen,
                          testing::Values(std::pair(200, 150), std::pair(700, 300), std::pair(1280, 720),
                                          std::pair(1080, 1920), std::pair(3840, 2160)));
 
+TEST(QuakeMapTest, TheBiggestTownGetsItsNameFirst) {
+    MapPage page({1280, 720});
+    ASSERT_TRUE(page.show(quakeAt(-41.9, 174.3)));
+    EXPECT_EQ(page.evaluate("tellmarLayout.labels[0].text"), "\"Wellington\"");
+}
+
 TEST(QuakeMapTest, TheMapSaysWhenItsEarthquakesAreFrom) {
     platform::setGeneratedResource("as-of.js",
                                    [] { return "window.TELLMAR_AS_OF = '2020-02-03T04:05:00Z'"; });

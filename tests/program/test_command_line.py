@@ -1,7 +1,9 @@
 """What the program says on the command line, and its statuses."""
+import shutil
+
 import pytest
 
-from harness.program import Program
+from harness.program import PROGRAM, Program
 
 
 def complaints(program):
@@ -41,3 +43,13 @@ def test_a_user_is_told_of_an_unknown_option_and_a_hosts_saver_goes_on(display, 
     program.start("--demo", "--colour", "--verbose", "--speed", "30")
     program.wait_for("tick")
     assert program.count("colour") == 1
+
+
+@pytest.mark.parametrize("folder, status", [("plain", 0), ("with a blank", 1)])
+def test_a_program_is_registered_by_its_path_unless_a_list_cannot_hold_it(make, tmp_path, folder, status):
+    (tmp_path / folder).mkdir()
+    program = make(Program, None, shutil.copy(PROGRAM, tmp_path / folder / "tellmar"))
+    assert program.run("--register") == status
+    settings = program.path / "home" / ".xscreensaver"
+    assert settings.exists() == (status == 0)
+    assert status or f"{tmp_path}/plain/tellmar --root" in settings.read_text()
