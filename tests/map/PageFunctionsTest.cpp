@@ -33,6 +33,7 @@ TEST(PageFunctionsTest, TheNearestPlaceThatReachesSoFarIsNamedByTheGreatCircle) 
     const std::string distance = "Math.round(distanceBetween(", bearing = "Math.round(1e6 * bearingBetween(";
     expect({{distance + "{latitude: 0, longitude: 179}, {latitude: 0, longitude: 181}) * 10)", "2224"},
             {bearing + "{latitude: 0, longitude: 350}, {latitude: 0, longitude: 10}))", "90000000"},
+            {bearing + "{latitude: 0, longitude: 10}, {latitude: 0, longitude: 350}))", "270000000"},
             {"nearestPlace({latitude: -40, longitude: 174}, [[-40.5, 50], [-41, 200], [-42, 3000]]"
              ".map(([latitude, reach]) => ({name: reach, latitude, longitude: 174, reach}))).name",
              "200"},
