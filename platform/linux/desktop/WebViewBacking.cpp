@@ -39,7 +39,7 @@ constexpr char kPictureIsThere[] = R"js(
     for (let frame = 0; frame < 2; ++frame) await new Promise(requestAnimationFrame);
 )js";
 
-constexpr int kMaxRestarts = 3;       // of the web process, for one page
+constexpr int kMaxRestarts = 3;        // of the web process, for one page
 constexpr guint kRestartPause = 1000;  // milliseconds
 
 WebKitWebView* firstView = nullptr;  // shares its web process with every later one
