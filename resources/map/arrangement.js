@@ -2,7 +2,7 @@
 // that stays on for months wears evenly.
 
 const PAGE_TIME = 15000;  // milliseconds for which a page is shown
-const STEPS = [[0, 0], [6, 3], [2, 8], [9, 5], [4, 11], [11, 9]];  // units inwards, right or left and up or down
+const STEPS = [[0, 0], [8, 5], [3, 12], [14, 8], [6, 17], [17, 14], [11, 3]];  // units inwards, across and up or down
 
 export function arrangementAt(time) {
   const page = Math.floor(time / PAGE_TIME);

@@ -14,14 +14,14 @@ const SPACE = 0.006;  // of the world's width around what is shown
 const LEAST_ASPECT = 0.62;  // height to width
 const LARGEST_ASPECT = 1.25;
 
-// rings are those that have no room in the view.
-export function createInset(view, {quake, list, rings}, {isMirrored, x, y}) {
+// It holds the rings that are too large for the view, where there is room for them.
+export function createInset(view, {quake, list, rings: {outside}}, {isMirrored, x, y}) {
   if (view.unit < SIZE.least || !quake.place || !isInRegion(quake.place)) {
     return null;
   }
   const others = othersOf(list);
   const extent = extentOf([...cornersOf(NEW_ZEALAND), quake.place, ...others.map(({place}) => place),
-    ...cornersOf({west: view.west, east: view.east, south: view.south, north: view.north}), ...ringReach(quake, rings)]);
+    ...cornersOf({west: view.west, east: view.east, south: view.south, north: view.north}), ...ringReach(quake, outside)]);
   const world = Math.min(SIZE.width / (extent.right - extent.left), SIZE.height / (extent.bottom - extent.top)) * view.unit;
   const width = (extent.right - extent.left) * world;
   const height = (extent.bottom - extent.top) * world;
@@ -31,7 +31,7 @@ export function createInset(view, {quake, list, rings}, {isMirrored, x, y}) {
   const corner = {latitude: latitudeAt(extent.top), longitude: extent.left * 360};
   const region = createViewAt(width, height, view.unit, {x: 0, y: 0}, corner, world);
   return {region, others, box: {left, top, right: left + width, bottom: top + height},
-    rings: rings.map(ring => ringInView(region, quake.place, ring)).filter(ring => fits(ring, region, 0))};
+    rings: outside.map(ring => ringInView(region, quake.place, ring)).filter(ring => fits(ring, region, 0))};
 }
 
 function othersOf(list) {

@@ -5,6 +5,7 @@ import {quakeFrom, quakeFromCall} from "./call.js";
 import {startEntrance} from "./entrance.js";
 import {boxesMeet} from "./geometry.js";
 import {createInset, drawInset} from "./inset.js";
+import {createKey, drawKey} from "./key.js";
 import {drawLabels, layOutLabels} from "./labels.js";
 import {drawLayers} from "./layers.js";
 import {listOf} from "./list.js";
@@ -13,17 +14,18 @@ import {boxOf, fillKey, fillPanel, fitPanel} from "./panel.js";
 import {placesOnLand} from "./places.js";
 import {createView} from "./projection.js";
 import {missingRelief} from "./relief.js";
-import {drawRings, layOutRingNames, ringsInView, ringsOf} from "./rings.js";
+import {drawRings, layOutRingNames, ringsBesideMark, ringsOf} from "./rings.js";
 import {createScale, drawScale} from "./scale.js";
 import {placesToTell, shakingOf} from "./shaking.js";
 
 let shown = null;  // the quake on the page
 let currentMark = null;
 let drawing = null;  // the promise of the last draw
-const opened = new Date();
+let opened = null;  // the time of the first draw
 
 function show(quake) {
   shown = quake;
+  opened ??= new Date(Date.now());
   drawing = draw();
 }
 
@@ -52,10 +54,10 @@ function drawPage(view, quake) {
   fillPanel(view, facts, arrangement, opened);
   fitPanel(view, mark);
   drawLayers(context, view, density);
-  drawRings(context, facts.ringsInView, view.unit);
+  drawRings(context, facts.rings.inside, view.unit);
   const fixed = {mark: quake.place && boxOfMark(mark), panel: boxOf(document.getElementById("panel")),
     credit: boxOf(document.getElementById("credit"))};
-  const corners = placeCorners(view, facts, fixed, arrangement);
+  const corners = placeCorners(context, view, facts, fixed, arrangement);
   const obstacles = {...fixed, ...corners.boxes};
   const labels = layOutNames(context, view, facts, obstacles);
   drawLabels(context, labels);
@@ -72,10 +74,9 @@ function drawPage(view, quake) {
 function factsOf(view, quake, mark) {
   const list = listOf(quake, window.TELLMAR_EARTHQUAKES);
   const shaking = quake.place && shakingOf(quake.magnitude, quake.depth);
-  const rings = shaking ? ringsOf(shaking) : [];
   return {
-    quake, list, rings, told: shaking && placesToTell(shaking, quake.place, placesOnLand()),
-    ringsInView: ringsInView(view, quake.place, rings, mark),
+    quake, list, told: shaking && placesToTell(shaking, quake.place, placesOnLand()),
+    rings: ringsBesideMark(view, quake.place, shaking ? ringsOf(shaking) : [], mark),
   };
 }
 
@@ -83,7 +84,7 @@ function factsOf(view, quake, mark) {
 function layOutNames(context, view, facts, obstacles) {
   const names = layOutLabels(context, view, obstacles);
   const taken = [...Object.values(obstacles).filter(Boolean), ...names.flatMap(({boxes}) => boxes)];
-  return [...names, ...layOutRingNames(context, view, facts.ringsInView, taken)];
+  return [...names, ...layOutRingNames(context, view, facts.rings.inside, taken)];
 }
 
 function mapContext(view, density) {
@@ -98,31 +99,33 @@ function mapContext(view, density) {
 }
 
 // A ring that has its name on the map needs no other.
-function shortenKey({ringsInView: drawn, rings}, {inset}, labels) {
+function shortenKey({rings}, {inset}, labels) {
   const isNamed = ({name}) => labels.some(({item}) => item.ring === name);
-  const isDrawn = ({name}) => [...drawn, ...(inset ? inset.rings : [])].some(ring => ring.name === name);
   if (!document.getElementById("key").hidden) {
-    fillKey(rings.filter(ring => isDrawn(ring) && !isNamed(ring)));
+    fillKey([...rings.inside, ...(inset ? inset.rings : [])].filter(ring => !isNamed(ring)));
   }
 }
 
-// The scale and the region, where the panel and the mark leave them room.
-function placeCorners(view, {quake, list, rings, ringsInView: drawn}, fixed, arrangement) {
+// The scale, the key and the region, where the panel and the mark leave them room.
+function placeCorners(context, view, facts, fixed, arrangement) {
   const taken = Object.values(fixed).filter(Boolean);
   const firstFree = corners =>
       corners.find(corner => corner && !taken.some(box => boxesMeet(box, corner.box))) || null;
-  const outside = rings.filter(({name}) => !drawn.some(ring => ring.name === name));
-  const inset = firstFree([createInset(view, {quake, list, rings: outside}, arrangement)]);
+  const inset = firstFree([createInset(view, facts, arrangement)]);
   const scale = firstFree([fixed.credit, fixed.panel].map(({top}) => createScale(view, top - 4 * view.unit, arrangement)));
-  return {inset, scale, boxes: {inset: inset && inset.box, scale: scale && scale.box}};
+  const key = firstFree([scale && createKey(context, view, scale, arrangement)]);
+  return {inset, scale, key, boxes: {inset: inset && inset.box, scale: scale && scale.box, key: key && key.box}};
 }
 
-function drawCorners(context, view, quake, {inset, scale}, density) {
+function drawCorners(context, view, quake, {inset, scale, key}, density) {
   if (inset) {
     drawInset(context, view, quake, inset, density);
   }
   if (scale) {
     drawScale(context, view, scale);
+  }
+  if (key) {
+    drawKey(context, view, key);
   }
 }
 
@@ -131,7 +134,7 @@ function tellLayout(view, boxes, labels, facts, {inset}) {
   window.tellmarLayout = Object.freeze({
     width: view.width, height: view.height, place: shown.place, middle: view.middle, boxes,
     labels: labels.map(({item, boxes: own}) => ({text: item.lines.join("\n"), boxes: own})),
-    rings: {view: facts.ringsInView.map(({name, box}) => ({name, box})),
+    rings: {view: facts.rings.inside.map(({name, box}) => ({name, box})),
       inset: inset ? inset.rings.map(({name}) => name) : []},
     missing: missingRelief(view).length,
   });

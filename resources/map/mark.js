@@ -7,6 +7,7 @@ const MAGNITUDE_COLOURS = [[8, "255, 58, 110"], [7, "255, 74, 66"], [6, "255, 12
   [4, "255, 214, 104"], [-Infinity, "222, 232, 150"]];
 const UNKNOWN_COLOUR = "206, 220, 228";
 const LARGEST_PART = 0.1;  // of the smaller side
+const LEAST_POINT = 1.6;  // CSS pixels
 
 export function markColour(magnitude) {
   return magnitude === null ? UNKNOWN_COLOUR : MAGNITUDE_COLOURS.find(([least]) => magnitude >= least)[1];
@@ -17,7 +18,7 @@ export function createMark(view, quake) {
   return {
     x: view.middle.x,
     y: view.middle.y,
-    radius: Math.min((5 + 0.34 * strength ** 2) * Math.max(0.4, view.unit),
+    radius: Math.min((4.5 + 0.26 * strength ** 2) * Math.max(0.4, view.unit),
         LARGEST_PART * Math.min(view.width, view.height)),
     unit: Math.max(0.55, view.unit),
     colour: markColour(quake.magnitude),
@@ -45,7 +46,7 @@ function drawOutline(context, mark, width, colour) {
 }
 
 function drawPoint(context, mark) {
-  const size = Math.min(4 * mark.unit, mark.radius * 0.3);
+  const size = Math.max(LEAST_POINT, Math.min(4 * mark.unit, mark.radius * 0.3));
   fillCircle(context, mark, size * 1.6, "rgba(8, 10, 14, 0.55)");
   fillCircle(context, mark, size, "#fff");
 }

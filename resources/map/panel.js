@@ -35,7 +35,7 @@ export function fillPanel(view, {quake, list, told, rings}, arrangement, now) {
   fillDate(whenInWords(quake.date, now));
   setText("#depth", depthInWords(quake.depth, quake.depth < 0 && quake.place && isOnLand(quake.place)));
   setText("#shaking", isSaid(quake, told) ? shakingInWords(told) : "");
-  fillKey(rings);
+  fillKey([...rings.inside, ...rings.outside]);
   setText("#list", list ? listInWordsOf(list, ageInWords(list.answerTime, now)) : "");
   setText("#sources", ((view.width < LEAST_WHOLE_CREDIT ? CREDITS.short : CREDITS.whole) + sourceCredit(view, list)).replaceAll("-", "\u2011"));
 }

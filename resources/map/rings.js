@@ -15,6 +15,7 @@ const STYLES = {
   weak: {colour: "146, 132, 240", width: 1.6},
 };
 const BEARING_STEP = 3;  // degrees
+const LEAST_RADIUS = 1.4;  // radii of the mark
 const LEAST_LINE_UNIT = 0.5;
 const NAME_SIZE = 15;  // units
 // Where a ring's name may stand, the best place first: on its upper or lower part, where the line is nearly level.
@@ -47,10 +48,12 @@ export function fits({box}, view, edge) {
   return box.left >= edge && box.top >= edge && box.right <= view.width && box.bottom <= view.height;
 }
 
-// Those of which the whole view is seen, and which the mark does not cover.
-export function ringsInView(view, place, rings, mark) {
-  return rings.map(ring => ringInView(view, place, ring))
-      .filter(ring => fits(ring, view, HIDDEN_EDGE) && ring.box.right - mark.x > mark.radius);
+// Those rings that the mark leaves free: the ones that the view holds whole, and the ones that are too large for it.
+export function ringsBesideMark(view, place, rings, mark) {
+  const free = rings.map(ring => ringInView(view, place, ring))
+      .filter(({box}) => box.right - mark.x > LEAST_RADIUS * mark.radius);
+  return {inside: free.filter(ring => fits(ring, view, HIDDEN_EDGE)),
+    outside: free.filter(ring => !fits(ring, view, HIDDEN_EDGE))};
 }
 
 // Largest first: each lays its own tint over what the ones around it have laid.

@@ -73,7 +73,7 @@ export function radiusOf(shaking, level) {
 
 const PLACES_TOLD = 3;
 const WEIGHT_OF_A_LEVEL = 3;  // a place counts as one with so many times the people that is shaken a level less
-const NEIGHBOURS = 25;  // kilometres; of two places so close the larger one stands for both
+const NEIGHBOURS = 40;  // kilometres; of two places so close the larger one stands for both
 
 // The places to tell of, the most strongly shaken first, as {name, isIsland, level}: the nearest one that feels it, for
 // it is hit hardest, and then those towns where the most people feel it.

@@ -2,11 +2,17 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <utility>
+#include <vector>
 
+#include "mappages/MapsPageWriter.h"
 #include "platform/Bundle.h"
 #include "quakes/CQuakeEvent.h"
+#include "tests/TemporaryFolder.h"
 #include "tests/map/MapPage.h"
 
 namespace {
@@ -117,6 +123,32 @@ TEST(QuakeMapTest, ThePageSaysWhereItsQuakeStandsInTheList) {
         page.evaluate("/Earthquakes: Elsewhere\\.$/.test(document.getElementById('sources').innerText)"),
         "true");
     platform::setGeneratedResource("earthquakes.js", [] { return ""; });
+}
+
+// Screens stay on for months. A page's time is set in its call, which runs before anything is drawn.
+TEST(QuakeMapTest, NoPixelBesideTheMarkStaysBrightForMoreThanHalfOfFortyPages) {
+    constexpr int kPages = 40;
+    const TemporaryFolder folder;
+    MapPage page({1280, 720});
+    MapsPageWriter writer;
+    std::vector<int> bright(1290 * 730);
+    for (int i = 0; i < kPages; ++i) {
+        const auto& [latitude, longitude, magnitude, depth] = kQuakes[i % std::size(kQuakes)];
+        std::string text = writer.insertMapsFunctionCall(
+            writer.loadTemplatePage(), quakeAt(latitude, longitude, magnitude, depth), {1290, 730});
+        text.insert(text.find("initializeMap("),
+                    "Date.now = () => " + std::to_string(i * 15000 + 7000) + "; ");
+        std::ofstream("page.html") << text;
+        ASSERT_TRUE(page.load(folder.path("page.html")));
+        for (std::size_t at = 0; at < bright.size(); ++at) {
+            const Color color = page.picture().at(int(at % 1290), int(at / 1290));
+            bright[at] += std::max({color.red, color.green, color.blue}) > 140;
+        }
+    }
+    int most = 0;
+    for (std::size_t at = 0; at < bright.size(); ++at)
+        if (std::hypot(int(at % 1290) - 650, int(at / 1290) - 370) > 40) most = std::max(most, bright[at]);
+    EXPECT_LE(most, kPages / 2);
 }
 
 TEST(QuakeMapTest, NothingButTheBundleLoadsAndNothingButTheNamedNamesIsOnTheWindow) {
