@@ -6,9 +6,9 @@
 #include "platform/Log.h"
 #include "platform/RunLoop.h"
 #include "platform/linux/desktop/CanvasBacking.h"
+#include "platform/linux/desktop/CoverWindow.h"
 #include "platform/linux/desktop/CrossFade.h"
 #include "platform/linux/desktop/HostWindow.h"
-#include "platform/linux/desktop/LayerWindow.h"
 #include "platform/linux/desktop/NoticePanel.h"
 #include "platform/linux/desktop/ViewPainter.h"
 
@@ -30,19 +30,6 @@ void hideCursor(GtkWidget* widget) {
     gdk_window_set_cursor(gtk_widget_get_window(widget), none.get());
 }
 
-// Without a window manager, only its own size makes a window full screen.
-void coverMonitor(GtkWindow* window) {
-    GdkDisplay* display = gdk_display_get_default();
-    GdkMonitor* monitor = gdk_display_get_primary_monitor(display);
-    if (!monitor) monitor = gdk_display_get_monitor(display, 0);
-    GdkRectangle area{0, 0, 1280, 720};
-    if (monitor) gdk_monitor_get_geometry(monitor, &area);
-    gtk_window_set_default_size(window, area.width, area.height);
-    gtk_window_move(window, area.x, area.y);
-    gtk_window_fullscreen(window);
-    gtk_window_set_decorated(window, FALSE);  // not every compositor reports the full-screen state
-}
-
 void reportFadeEnded(View& view, bool isVisible) {
     isVisible = isVisible && !view.isHidden();
     view.fadeEnded(isVisible);
@@ -51,26 +38,25 @@ void reportFadeEnded(View& view, bool isVisible) {
 
 }  // namespace
 
-std::unique_ptr<Window> Window::open(const Size& size, bool fullscreen) {
+std::unique_ptr<Window> Window::open(const Size& size) {
     GtkWidget* topLevel = gtk_window_new(GTK_WINDOW_TOPLEVEL);
     gtk_window_set_title(GTK_WINDOW(topLevel), "Tellmar");
     gtk_window_set_default_size(GTK_WINDOW(topLevel), static_cast<int>(size.width),
                                 static_cast<int>(size.height));
-    if (fullscreen) coverMonitor(GTK_WINDOW(topLevel));
     g_signal_connect(topLevel, "key-press-event", G_CALLBACK(quitOnKey), nullptr);
 
     std::unique_ptr<Window> window(new Window(topLevel, true));
-    window->show(fullscreen);
+    window->show(false);
     return window;
 }
 
 std::unique_ptr<Window> Window::cover(GdkMonitor* monitor, void (*endAll)()) {
-    GtkWidget* topLevel = gtk_window_new(GTK_WINDOW_TOPLEVEL);
-    coverAsLayer(GTK_WINDOW(topLevel), monitor);
+    GtkWidget* topLevel = createCoverWindow(monitor);
     onAnyInput(topLevel, endAll);
 
     std::unique_ptr<Window> window(new Window(topLevel, false));
     window->show(true);
+    takeFocus(topLevel);
     return window;
 }
 

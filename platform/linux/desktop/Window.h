@@ -19,8 +19,8 @@ class CrossFade;
 class Window {
   public:
     // Each returns null on failure, after writing one line to stderr that says why.
-    static std::unique_ptr<Window> open(const Size& size, bool fullscreen);
-    // Covers everything on the monitor, for a Wayland compositor with layers; any input calls endAll.
+    static std::unique_ptr<Window> open(const Size& size);
+    // Covers everything on the monitor; any input calls endAll.
     static std::unique_ptr<Window> cover(GdkMonitor* monitor, void (*endAll)());
     static std::unique_ptr<Window> embed(unsigned long hostWindow);
     ~Window();
