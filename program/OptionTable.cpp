@@ -8,7 +8,7 @@ constexpr char kCommands[] = "Instead of running";
 constexpr char kOther[] = "Other";
 
 constexpr OptionEntry kTable[] = {
-    {Option::Fullscreen, "fullscreen", nullptr, kWhere, "cover the whole screen", nullptr},
+    {Option::Fullscreen, "fullscreen", nullptr, kWhere, "cover every monitor until the next input", nullptr},
     {Option::WindowId, "window-id", "ID", kWhere,
      "run in the X11 window ID (decimal, or hexadecimal with 0x)",
      "Run in the X11 window ID (decimal, or hexadecimal with 0x).\nScreen-saver hosts pass this option."},

@@ -12,11 +12,10 @@
 #include "platform/ConfigPanel.h"
 #include "platform/Log.h"
 #include "platform/RunLoop.h"
-#include "platform/linux/desktop/LayerWindow.h"
 #include "platform/linux/desktop/Window.h"
 #include "program/AnimationTimer.h"
+#include "program/Covers.h"
 #include "program/Options.h"
-#include "program/Overlays.h"
 #include "program/WaitingView.h"
 #include "quakes/CQuakeList.h"
 #include "saver/TellmarScreenSaverView.h"
@@ -61,16 +60,16 @@ void stopOnSignals() {
 }
 
 // Null when monitors have changed in the meantime.
-std::unique_ptr<Window> openOverlay() {
+std::unique_ptr<Window> openCover() {
     prctl(PR_SET_NAME, "tellmar");  // started through /proc/self/exe, it would be named exe
-    GdkMonitor* monitor = overlayMonitor();
-    return monitor ? Window::cover(monitor, endOverlays) : nullptr;
+    GdkMonitor* monitor = coverMonitor();
+    return monitor ? Window::cover(monitor, endCovers) : nullptr;
 }
 
 std::unique_ptr<Window> openWindow(const Options& options) {
-    if (isOverlay()) return openOverlay();
+    if (isCover()) return openCover();
     if (options.hostWindow) return Window::embed(*options.hostWindow);
-    return Window::open(options.preview ? kPreviewSize : kWindowSize, options.fullscreen);
+    return Window::open(options.preview ? kPreviewSize : kWindowSize);
 }
 
 // The view in its window, and the ticks.
@@ -128,14 +127,13 @@ int runSaver(const Options& options) {
     if (options.hostWindow) beNice();
     if (!openDisplay(options.hostWindow.has_value())) return 1;
     stopOnSignals();
-    if (options.fullscreen && !options.hostWindow && !isOverlay() && platform::hasLayers())
-        return runOverlays();
+    if (options.fullscreen && !options.hostWindow && !isCover()) return runCovers();
     std::unique_ptr<Window> window = openWindow(options);
     if (!window) return 1;
     Saver saver(std::move(window), options);
     saver.showWaitingView();
-    CQuakeList::Instance();  // fetches the feed, while the window goes on to be drawn and to follow its
-                             // host's
+    // Fetches the feed, while the window goes on to be drawn and to follow its host's.
+    CQuakeList::Instance();
     if (RunLoop::isStopping()) return 0;  // a host that has changed its mind is waiting for this
     if (!saver.start()) return 1;
     RunLoop::run();
