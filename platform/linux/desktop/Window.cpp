@@ -112,7 +112,8 @@ void Window::show() {
     gtk_widget_show_all(mTopLevel);
     if (mKind != Kind::OnDesktop) hideCursor(mTopLevel);
     RunLoop::runUntil([this] { return mIsPainted; }, kFirstDrawTimeout);
-    if (mKind == Kind::Cover && mTopLevel) takeFocus(mTopLevel);
+    if (!mTopLevel) return;  // closed meanwhile
+    if (mKind == Kind::Cover) takeFocus(mTopLevel);
     gdk_display_flush(gtk_widget_get_display(mArea));
 }
 
