@@ -5,6 +5,7 @@
 #include <sys/prctl.h>
 #include <sys/resource.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <memory>
 #include <string>
@@ -97,9 +98,8 @@ class Saver {
         mWindow->setContentView(std::move(view));
         mView->startAnimation();
 
-        const double interval = mView->animationTimeInterval() / mSpeed;
-        mWindow->setLongestFade(interval / 2);
-        mTimer = std::make_unique<AnimationTimer>(interval, [this] { tick(); });
+        mWindow->setLongestFade(interval(mSpeed) / 2);
+        mTimer = std::make_unique<AnimationTimer>(interval(std::max(mSpeed, 1.0)), [this] { tick(); });
         if (mIsPreview) tick();
         return true;
     }
@@ -107,10 +107,14 @@ class Saver {
     void stop() { mView->stopAnimation(); }
 
   private:
+    double interval(double speed) const { return mView->animationTimeInterval() / speed; }
+
+    // A speed below 1 shows each earthquake for longer, but not the splash.
     void tick() {
         if (!mView->isAnimating()) return;
         platform::trace("tick " + std::to_string(++mTicks));
         mWindow->tick();
+        if (mView->mode() == TellmarScreenSaverView::Mode::Cycling) mTimer->setInterval(interval(mSpeed));
     }
 
     std::unique_ptr<Window> mWindow;
