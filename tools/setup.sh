@@ -21,7 +21,7 @@ test_packages=(
     xscreensaver mate-screensaver dbus-daemon sway swayidle procps cage xwayland
     xserver-xorg-core xserver-xorg-video-dummy x11-xserver-utils
 )
-package_packages=(dpkg-dev debhelper fakeroot)
+package_packages=(build-essential dpkg-dev debhelper fakeroot)
 package_test_packages=(lintian debootstrap appstream desktop-file-utils man-db python3 xvfb)
 
 case "${1-}" in
