@@ -1,7 +1,7 @@
 // What helps to find one's way: the scale bar and the small map of the whole region.
 
 import BASEMAP from "../basemap/vector.json" with {type: "json"};
-import {HALO, SANS, fillCircle, pathOf, stroke} from "./drawing.js";
+import {BOUNDARY, HALO, SANS, fillCircle, pathOf, stroke} from "./drawing.js";
 import {EARTH_RADIUS, radians} from "./geometry.js";
 import {HIDDEN_EDGE, REGION, createViewAt, isInRegion, latitudeAt, mercatorX, mercatorY} from "./projection.js";
 
@@ -97,7 +97,7 @@ function drawRegion(context, region, density) {
   const land = BASEMAP.land.filter(([west, south, east, north]) => east - west + north - south > across);
   context.fillStyle = "rgba(150, 172, 178, 0.85)";
   context.fill(pathOf(region, land, density, true));
-  stroke(context, pathOf(region, BASEMAP.plates.trench, density), "rgba(255, 110, 86, 0.75)", 0.9 * region.unit);
+  stroke(context, pathOf(region, BASEMAP.plates.trench, density), `rgba(${BOUNDARY}, 0.85)`, 0.9 * region.unit);
 }
 
 function drawSpot(context, view, region, quake, mark) {
