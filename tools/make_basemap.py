@@ -101,6 +101,16 @@ MORE_PLACES = [
     ["Tolaga Bay", 830, 178.299, -38.372],
 ]
 
+# Wide waters have their name in many places, for the map shows the one that suits the view: name, kind, rank, places.
+MORE_NAMES = [
+    ["Chatham Rise", "rise", 1, [[181.6, -43.45]]],
+    ["Coral Sea", "sea", 1, [[150.8, -15.5], [153.5, -21.5], [160.5, -21.8]]],
+    ["South Pacific Ocean", "sea", 2, [[183, -46.6], [189, -36], [192, -16.5], [196, -21.5], [197, -30], [197, -42],
+                                       [192, -51], [184, -54.5], [196.5, -57]]],
+    ["Southern Ocean", "sea", 2, [[152.5, -52.5], [151, -62.5], [158, -59], [165, -60.5], [175, -57.5], [187, -60.5], [197.5, -61.5]]],
+    ["Tasman Sea", "sea", 2, [[154.5, -34], [155, -41], [164.5, -44.5], [170.3, -38.4], [169, -42.3]]],
+]
+
 # Names in two languages, shown on two lines.
 SECOND_LINES = {"North Island": "Te Ika-a-Māui", "South Island": "Te Waipounamu"}
 
@@ -218,6 +228,7 @@ def labels(folder):
         kind = "bay" if name in NARROW_WATERS else p["k"]
         lines = "\n".join(filter(None, [name, SECOND_LINES.get(name)]))
         table.append([lines, kind, p["r"], TURNED.get(name, p.get("a", 0)), *place])
+    table += [[name, kind, rank, 0, *place] for name, kind, rank, found in MORE_NAMES for place in found]
     return table + boundary_names(folder)
 
 

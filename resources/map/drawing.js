@@ -4,8 +4,8 @@ import BASEMAP from "../basemap/vector.json" with {type: "json"};
 
 export const SANS = '"Inter", "Noto Sans", "Liberation Sans", "DejaVu Sans", sans-serif';
 export const SERIF = '"Noto Serif", "Liberation Serif", "DejaVu Serif", serif';
-export const HALO = "rgba(7, 13, 20, 0.72)";  // around a text
-export const BOUNDARY = "190, 150, 255";  // of the plates: unlike every colour of a magnitude, for all eyes
+export const HALO = "rgba(7, 13, 20, 0.8)";  // around a text
+export const BOUNDARY = "22, 178, 148";  // of the plates: unlike every colour of a magnitude or a ring, for all eyes
 
 const SOFTENINGS = 3;
 

@@ -15,9 +15,9 @@ export const COLOURS = {
   lake: "#173a52",
   lakeShore: "rgba(140, 185, 205, 0.45)",
   river: "rgba(104, 160, 192, 0.55)",
-  fault: "rgba(226, 212, 250, 0.36)",
-  plate: `rgba(${BOUNDARY}, 0.75)`,
-  trench: `rgba(${BOUNDARY}, 0.9)`,
+  fault: "rgba(206, 228, 220, 0.36)",
+  plate: `rgba(${BOUNDARY}, 0.8)`,
+  trench: `rgb(${BOUNDARY})`,
   trenchGlow: `rgba(${BOUNDARY}, 0.16)`,
   darkness: "2, 6, 12",
 };
