@@ -1,11 +1,9 @@
 #include "program/ListCommand.h"
 
-#include <algorithm>
-#include <array>
 #include <cstdio>
-#include <vector>
 
 #include "platform/PrintableText.h"
+#include "program/ShownQuakes.h"
 #include "quakes/CQuakeEvent.h"
 #include "quakes/CQuakeList.h"
 
@@ -13,25 +11,12 @@ namespace {
 
 constexpr int kShownQuakes = 10;
 
-// One round of the list's cycle. The first two swap places: the view that asks for its page second appears
-// first.
-std::vector<const CQuakeEvent*> quakesAsShown() {
-    CQuakeList* list = CQuakeList::Instance();
-    list->KeepBiggestQuakes(kShownQuakes);
-    std::array<const CQuakeEvent*, kShownQuakes> handedOut;
-    for (auto& quake : handedOut) quake = list->GetNextQuake();
-    std::swap(handedOut[0], handedOut[1]);
-
-    std::vector<const CQuakeEvent*> shown;
-    for (const CQuakeEvent* quake : handedOut)
-        if (quake && std::find(shown.begin(), shown.end(), quake) == shown.end()) shown.push_back(quake);
-    return shown;
-}
-
 }  // namespace
 
 int listQuakes() {
-    const auto quakes = quakesAsShown();
+    CQuakeList* list = CQuakeList::Instance();
+    list->KeepBiggestQuakes(kShownQuakes);
+    const auto quakes = quakesAsShown(*list);
     if (quakes.empty()) {
         std::puts("There are no earthquakes to show.");
         return 0;

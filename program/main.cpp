@@ -4,6 +4,7 @@
 
 #include "platform/Bundle.h"
 #include "platform/Log.h"
+#include "program/EarthquakesScript.h"
 #include "program/HelpText.h"
 #include "program/ListCommand.h"
 #include "program/Options.h"
@@ -20,16 +21,18 @@ bool acceptComplaints(const Options& options) {
 }
 
 EventFeed::Source sourceOf(const Options& options) {
-    EventFeed::Source source{.document = options.feed, .keepsAnswers = !options.noCache};
+    EventFeed::Source source{
+        .document = options.feed, .isSample = options.demo, .keepsAnswers = !options.noCache};
     if (!options.service.empty()) source.service = options.service;
     return source;
 }
 
-// From now on the feed answers the quake list's query and reports its age to the pages. It must outlive them.
+// From now on the feed answers the quake list's query and tells the pages what is shown. It must outlive
+// them.
 void serve(EventFeed& feed) {
     platform::setURLResponder(
         [&feed](const std::string& url, std::string& data) { return feed.answer(url, data); });
-    platform::setGeneratedResource("as-of.js", [&feed] { return feed.asOfScript(); });
+    platform::setGeneratedResource("earthquakes.js", [&feed] { return earthquakesScript(feed); });
 }
 
 int run(const Options& options) {
