@@ -20,17 +20,22 @@ EventFeed::EventFeed(Source source)
 
 std::optional<platform::LoadOutcome> EventFeed::answer(const std::string& url, std::string& data) {
     if (!isFeedQuery(url)) return std::nullopt;
-    return mSource.document.empty() ? mService.load(url, data) : loadDocument(data);
+    mFailure.clear();
+    const platform::LoadOutcome outcome =
+        mSource.document.empty() ? mService.load(url, data) : loadDocument(data);
+    if (outcome.errorCode != 0) mFailure = outcome.failure;
+    return outcome;
 }
 
 // Translates a document in the format of today's event services for the list's parser. Any other document
 // stays as it is.
-platform::LoadOutcome EventFeed::loadDocument(std::string& data) const {
+platform::LoadOutcome EventFeed::loadDocument(std::string& data) {
     platform::LoadOutcome outcome = platform::fetchResource(mSource.document, data);
     outcome.source = mSource.document;
     EventAnswer answer;
     answer.take(data);
     answer.finish();
+    mFailure = answer.failure();
     if (answer.shape() == EventAnswer::Shape::Today) data = std::move(answer).document();
     return outcome;
 }

@@ -29,10 +29,13 @@ class EventFeed {
     std::string sourceName() const;
     // The service's answer in use; empty for a document.
     std::optional<ServiceAnswer> serviceAnswer() const { return mService.answer(); }
+    // Why the list's query had no answer that its parser can read; empty if it had.
+    const std::string& failure() const { return mFailure; }
 
   private:
-    platform::LoadOutcome loadDocument(std::string& data) const;
+    platform::LoadOutcome loadDocument(std::string& data);
 
     Source mSource;
     EventService mService;
+    std::string mFailure;
 };
