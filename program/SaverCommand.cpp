@@ -17,6 +17,8 @@
 #include "program/AnimationTimer.h"
 #include "program/Options.h"
 #include "program/Overlays.h"
+#include "program/WaitingView.h"
+#include "quakes/CQuakeList.h"
 #include "saver/TellmarScreenSaverView.h"
 
 using platform::RunLoop;
@@ -76,8 +78,17 @@ class Saver {
   public:
     Saver(std::unique_ptr<Window> window, const Options& options)
         : mWindow(std::move(window)),
-          mIsPreview(options.preview || (mWindow->isEmbedded() && mWindow->isThumbnail())),
-          mSpeed(options.speed) {}
+          mIsPreview(options.preview || mWindow->isThumbnail()),
+          mSpeed(options.speed) {
+        // Only ticks paint a preview, so each size needs one.
+        if (mIsPreview) mWindow->setResizeHandler([this] { mWindow->tick(); });
+    }
+
+    // What the view shows at first, on the screen before the feed is fetched.
+    void showWaitingView() {
+        mWindow->setContentView(makeWaitingView(mIsPreview));
+        mWindow->show();
+    }
 
     bool start() {
         auto view = std::make_unique<TellmarScreenSaverView>();
@@ -90,7 +101,7 @@ class Saver {
         const double interval = mView->animationTimeInterval() / mSpeed;
         mWindow->setLongestFade(interval / 2);
         mTimer = std::make_unique<AnimationTimer>(interval, [this] { tick(); });
-        if (mIsPreview) showPreview();
+        if (mIsPreview) tick();
         return true;
     }
 
@@ -101,12 +112,6 @@ class Saver {
         if (!mView->isAnimating()) return;
         platform::trace("tick " + std::to_string(++mTicks));
         mWindow->tick();
-    }
-
-    // Only ticks paint a preview, so the first one comes at once, and another after each resize.
-    void showPreview() {
-        tick();
-        mWindow->setResizeHandler([this] { tick(); });
     }
 
     std::unique_ptr<Window> mWindow;
@@ -127,8 +132,11 @@ int runSaver(const Options& options) {
         return runOverlays();
     std::unique_ptr<Window> window = openWindow(options);
     if (!window) return 1;
-    if (RunLoop::isStopping()) return 0;  // a host that has changed its mind is waiting for this
     Saver saver(std::move(window), options);
+    saver.showWaitingView();
+    CQuakeList::Instance();  // fetches the feed, while the window goes on to be drawn and to follow its
+                             // host's
+    if (RunLoop::isStopping()) return 0;  // a host that has changed its mind is waiting for this
     if (!saver.start()) return 1;
     RunLoop::run();
     saver.stop();

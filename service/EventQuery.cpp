@@ -134,7 +134,6 @@ std::string eventServiceURL(std::string_view feedQuery, const std::string& servi
     address.add("endtime", isoTime(startOfLocalDay(*end + days(1))));
     address.add("minmagnitude", decimal(*lower - kMagnitudeStep));
     address.add("maxmagnitude", *upper);
-    address.add("eventtype", "earthquake");
     address.add("format", "xml");
     address.add("nodata", "204");
     return address.text();

@@ -16,7 +16,7 @@ std::string eventServiceQueryAddress(const std::string& service);
 // Whether a URL is the quake list's query, which the service of 2009 answered.
 bool isFeedQuery(std::string_view url);
 
-// The same query for one of today's FDSN event services: earthquakes only, whole days of the machine's
+// The same query for one of today's FDSN event services: events of any type, whole days of the machine's
 // calendar, lower magnitude included. Parameters in the service's address take precedence. Empty if the query
 // has no dates or no magnitudes.
 std::string eventServiceURL(std::string_view feedQuery, const std::string& service);

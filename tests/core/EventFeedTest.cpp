@@ -8,6 +8,7 @@
 #include "service/EventAnswer.h"
 #include "tests/TemporaryFolder.h"
 #include "tests/standins/StandIns.h"
+#include "tests/support/Feed.h"
 
 namespace {
 
@@ -23,13 +24,12 @@ constexpr char kService[] = "https://quakes.example/";
 constexpr char kAddress[] = "https://quakes.example/fdsnws/event/1/query?starttime=";
 constexpr std::time_t kMinute = 60, kDay = 24 * 60 * kMinute;
 
-std::string documentWith(const std::string& type) {
+std::string documentWith(const std::string& magnitude) {
     return "<q:quakeml xmlns:q='http://quakeml.org/xmlns/quakeml/1.2' "
-           "xmlns='http://quakeml.org/xmlns/bed/1.2'>"
-           "<eventParameters><event><pick/><type>" +
-           type + "</type></event></eventParameters></q:quakeml>";
+           "xmlns='http://quakeml.org/xmlns/bed/1.2'><eventParameters>" +
+           FeedEvent{.mag = valueOf(magnitude)}.xml() + "</eventParameters></q:quakeml>";
 }
-const std::string kToday = documentWith("earthquake"), kLater = documentWith("other event");
+const std::string kToday = documentWith("5.5"), kLater = documentWith("6.6");
 
 std::string translated(const std::string& document) {
     EventAnswer answer;
@@ -211,7 +211,7 @@ TEST_F(EventFeedTest, ADamagedFileIsIgnored) {
     const std::string whole = contentsOf(path);
     std::string changed = whole, later = whole;
     changed[whole.find("earthquake")] = 'E';
-    later[whole.find('1')] = '2';  // the version
+    later[whole.find('2')] = '1';  // the version
     for (const std::string& damaged : {whole.substr(0, whole.size() - 3), changed, later, std::string()}) {
         std::ofstream(path, std::ios::binary) << damaged;
         desktop.requests.clear();
@@ -242,7 +242,7 @@ TEST_F(EventFeedTest, FewFilesAreKeptAndNoneIsBig) {
         return cache.store({.service = kService, .url = url, .time = time, .document = document});
     };
     for (int i = 0; i < 20; ++i) ASSERT_TRUE(store(std::to_string(i), i, "x"));
-    std::ofstream(cache.folder() + "/answer-1-draft.123-1") << "of a process that was killed";
+    std::ofstream(cache.folder() + "/answer-2-draft.123-1") << "of a process that was killed";
     std::ofstream(cache.folder() + "/another program's") << "x";
     ASSERT_TRUE(store("last", 99, "x"));
     EXPECT_EQ(filesIn(cache.folder()), 5);

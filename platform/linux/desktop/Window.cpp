@@ -59,19 +59,14 @@ std::unique_ptr<Window> Window::open(const Size& size, bool fullscreen) {
     if (fullscreen) coverMonitor(GTK_WINDOW(topLevel));
     g_signal_connect(topLevel, "key-press-event", G_CALLBACK(quitOnKey), nullptr);
 
-    std::unique_ptr<Window> window(new Window(topLevel, true));
-    window->show(fullscreen);
-    return window;
+    return std::unique_ptr<Window>(new Window(topLevel, true, fullscreen));
 }
 
 std::unique_ptr<Window> Window::cover(GdkMonitor* monitor, void (*endAll)()) {
     GtkWidget* topLevel = gtk_window_new(GTK_WINDOW_TOPLEVEL);
     coverAsLayer(GTK_WINDOW(topLevel), monitor);
     onAnyInput(topLevel, endAll);
-
-    std::unique_ptr<Window> window(new Window(topLevel, false));
-    window->show(true);
-    return window;
+    return std::unique_ptr<Window>(new Window(topLevel, false, true));
 }
 
 std::unique_ptr<Window> Window::embed(unsigned long hostWindow) {
@@ -82,15 +77,17 @@ std::unique_ptr<Window> Window::embed(unsigned long hostWindow) {
         log(line);
         return nullptr;
     }
-    std::unique_ptr<Window> window(new Window(gtk_window_new(GTK_WINDOW_POPUP), false));
+    std::unique_ptr<Window> window(new Window(gtk_window_new(GTK_WINDOW_POPUP), false, true));
     window->fillHost(host.get());
     window->mHost = std::move(host);
-    window->show(true);
     return window;
 }
 
-Window::Window(GtkWidget* topLevel, bool takesDialogs)
-    : mTopLevel(topLevel), mArea(gtk_drawing_area_new()), mTakesDialogs(takesDialogs) {
+Window::Window(GtkWidget* topLevel, bool takesDialogs, bool hidesCursor)
+    : mTopLevel(topLevel),
+      mArea(gtk_drawing_area_new()),
+      mTakesDialogs(takesDialogs),
+      mHidesCursor(hidesCursor) {
     gtk_container_add(GTK_CONTAINER(mTopLevel), mArea);
     connectSignals();
     currentWindow = this;
@@ -128,11 +125,12 @@ void Window::fillHost(GdkWindow* host) {
     });
 }
 
-// Once the window has been drawn, it is black and its size is known.
-void Window::show(bool withoutCursor) {
+void Window::show() {
+    gtk_widget_realize(mArea);  // a preview is painted as soon as it has a size
     gtk_widget_show_all(mTopLevel);
-    if (withoutCursor) hideCursor(mTopLevel);
+    if (mHidesCursor) hideCursor(mTopLevel);
     RunLoop::runUntil([this] { return mIsPainted; }, kFirstDrawTimeout);
+    gdk_display_flush(gtk_widget_get_display(mArea));
 }
 
 Window* Window::current() { return currentWindow; }
@@ -142,12 +140,7 @@ Size Window::size() const {
             static_cast<double>(gtk_widget_get_allocated_height(mArea))};
 }
 
-bool Window::isThumbnail() const {
-    GdkWindow* own = gtk_widget_get_window(mTopLevel);
-    GdkRectangle monitor;
-    gdk_monitor_get_geometry(gdk_display_get_monitor_at_window(gdk_window_get_display(own), own), &monitor);
-    return size().width < monitor.width / 2.0 && size().height < monitor.height / 2.0;
-}
+bool Window::isThumbnail() const { return mHost && isPreviewWindow(mHost.get()); }
 
 void Window::setContentView(std::unique_ptr<ScreenSaverView> root) {
     mRoot = std::move(root);
@@ -167,7 +160,7 @@ void Window::resized() {
 }
 
 void Window::tick() {
-    if (!mTopLevel) return;
+    if (!mTopLevel || !gtk_widget_get_realized(mArea)) return;
     if (!mRoot->isPreview()) return mRoot->animateOneFrame();
     SurfaceRef painting = makeSurface(CAIRO_CONTENT_COLOR_ALPHA);
     CairoRef cairo(cairo_create(painting.get()));
