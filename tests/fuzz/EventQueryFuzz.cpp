@@ -36,6 +36,6 @@ void fuzz(std::string_view input) {
     const std::string url = eventServiceURL(query, service);
     if (url.empty()) return;
     REQUIRE(url.starts_with(address) && (hasControls(query) || !hasControls(url)));
-    for (const std::string name : {"starttime=", "endtime=", "minmagnitude=", "eventtype=", "format="})
+    for (const std::string name : {"starttime=", "endtime=", "minmagnitude=", "maxmagnitude=", "format="})
         REQUIRE(timesNamed(name, url) == std::max(timesNamed(name, address), 1));
 }
