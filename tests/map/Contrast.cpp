@@ -10,7 +10,8 @@
 
 namespace {
 
-// Lays over the page the same names in red on blue, and tells the stretches: left, top, right, bottom and the name.
+// Lays over the page the same names in red on blue, and tells the stretches: left, top, right, bottom and the
+// name.
 constexpr char kMaskNames[] = R"js(await (async () => {
   const {createView} = await import("bundle:///map/projection.js");
   const {drawLabels, layOutLabels} = await import("bundle:///map/labels.js");
