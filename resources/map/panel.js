@@ -8,9 +8,9 @@ import {asOfInWords, coordinatesInWords, depthInWords, magnitudeClass, magnitude
   from "./words.js";
 
 const CREDITS = {
-  whole: "Sea floor: Natural Earth. Land relief: LINZ, CC BY 4.0. Coast: GSHHG. Faults: GEM, CC BY-SA 4.0. " +
+  whole: "Sea floor: NASA Blue Marble. Land relief: LINZ, CC BY 4.0. Coast: GSHHG. Faults: GEM, CC BY-SA 4.0. " +
       "Plates: Bird 2003, ODC-By. Places: GeoNames, CC BY 4.0. Earthquakes: GeoNet, CC BY 3.0 NZ.",
-  short: "Natural Earth · LINZ · GSHHG · GEM · Bird 2003 · GeoNames · GeoNet",
+  short: "NASA · LINZ · GSHHG · GEM · Bird 2003 · GeoNames · GeoNet",
 };
 const LEAST_WHOLE_CREDIT = 640;  // CSS pixels
 const GAUGE_DEPTH = 700;  // kilometres

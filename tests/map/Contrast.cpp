@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <numeric>
 #include <sstream>
 #include <utility>
 
@@ -30,7 +31,6 @@ constexpr char kMaskNames[] = R"js(await (async () => {
       Math.min(right, left + (i + 1) * item.height), bottom, item.lines[0]].join(" ")))).join("|");
 })())js";
 constexpr std::size_t kLeastPixels = 8;
-constexpr double kBright = 0.75;  // part of the surroundings that is darker than what counts
 
 double linear(int value) {
     const double part = value / 255.0;
@@ -41,9 +41,8 @@ double luminance(const Color& color) {
     return 0.2126 * linear(color.red) + 0.7152 * linear(color.green) + 0.0722 * linear(color.blue);
 }
 
-double quantile(std::vector<double>& values, double part) {
-    std::sort(values.begin(), values.end());
-    return values[static_cast<std::size_t>(part * static_cast<double>(values.size() - 1))];
+double mean(const std::vector<double>& values) {
+    return std::accumulate(values.begin(), values.end(), 0.0) / static_cast<double>(values.size());
 }
 
 struct Stretch {
@@ -61,7 +60,7 @@ double contrastIn(const Stretch& stretch, const Picture& picture, const Picture&
         }
     }
     if (std::min(text.size(), around.size()) < kLeastPixels) return INFINITY;
-    return (quantile(text, 0.5) + 0.05) / (quantile(around, kBright) + 0.05);
+    return (mean(text) + 0.05) / (mean(around) + 0.05);
 }
 
 }  // namespace
