@@ -35,7 +35,7 @@ export function pathOf(view, shapes, density, isClosed = false) {
   return path;
 }
 
-function meetsView([west, south, east, north], view) {
+export function meetsView([west, south, east, north], view) {
   const units = BASEMAP.unitsPerDegree;
   return west <= view.east * units && east >= view.west * units &&
       south <= view.north * units && north >= view.south * units;

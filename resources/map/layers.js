@@ -4,7 +4,7 @@ import BASEMAP from "../basemap/vector.json" with {type: "json"};
 import {BOUNDARY, between, curvesOf, pathOf, pathOfCurves, stroke} from "./drawing.js";
 import {drawRelief, reliefBounds} from "./relief.js";
 
-const COLOURS = {
+export const COLOURS = {
   sea: "#0a1a2e",
   seaClear: "rgba(10, 26, 46, 0)",
   calm: "rgba(5, 16, 32, 0.24)",  // over the sea floor, whose shallows are bright

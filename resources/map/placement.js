@@ -41,7 +41,7 @@ function placeLabel(item, bounds, taken, touchesLand) {
 
 // The middles that a label's text may have, the best first.
 function positionsOf(item, isCovered) {
-  const {x, y, height, offset, sea, beside} = item;
+  const {x, y, height, offset, stray, sea, beside} = item;
   if (isCovered) {
     return positionsAroundMark(item);
   }
@@ -51,7 +51,7 @@ function positionsOf(item, isCovered) {
   if (offset) {
     return sea ? [[x, y], ...positionsBeside(item)] : positionsBeside(item);
   }
-  return [[x, y], ...positionsNear(item)];
+  return stray ? [[x, y], ...positionsNear(item)] : [[x, y]];
 }
 
 function positionsBeside({x, y, width, height, offset}) {
@@ -63,8 +63,8 @@ function positionsBeside({x, y, width, height, offset}) {
 
 function positionsNear({x, y, height, angle, stray}) {
   return [0.3, 0.6, 1].flatMap(part => {
-    const dx = Math.cos(angle || 0) * part * (stray || 0) * height;
-    const dy = Math.sin(angle || 0) * part * (stray || 0) * height;
+    const dx = Math.cos(angle || 0) * part * stray * height;
+    const dy = Math.sin(angle || 0) * part * stray * height;
     return [[x + dx, y + dy], [x - dx, y - dy], [x - dy, y + dx], [x + dy, y - dx]];
   });
 }
