@@ -59,21 +59,26 @@ export function labelItems(view, mark) {
   return mark ? withStruck(items, view.place, mark) : items;
 }
 
-// The place that the quake is named after goes first. The mark must not hide it, nor the towns and islands under it.
+// The place that the quake is named after goes first, but not onto a city. The mark must not hide it, nor the towns and
+// islands under it.
 function withStruck(items, place, mark) {
   const nearest = nearestPlace(place, namedPlaces());
   const named = items.find(({lines}) => nearest && lines[0] === nearest.name);
-  const covered = items.filter(({x, y, isPlace, symbolSize: size}) => isPlace &&
-      boxesMeet(mark, {left: x - size, top: y - size, right: x + size, bottom: y + size})).slice(0, MOST_COVERED);
+  const covered = items.filter(item => item.isPlace && boxesMeet(mark, dotOf(item))).slice(0, MOST_COVERED);
   const others = items.filter(item => item !== named).map(item => covered.includes(item) ? {...item, mark} : item);
-  return named ? [{...named, mark}, ...others] : others;
+  const cities = others.filter(({weight}) => weight > 400);
+  return named ? [{...named, mark, avoid: cities.map(dotOf)}, ...others] : others;
+}
+
+function dotOf({x, y, symbolSize: size}) {
+  return {left: x - size, top: y - size, right: x + size, bottom: y + size};
 }
 
 // Where the map is small beside its texts, lesser towns want more room around their names.
 function townItem(unit, crowd, [name, people, longitude, latitude]) {
   const {weight, size, dot, colour, room} = TOWN_STYLES.find(([least]) => people >= least)[1];
   return {
-    lines: [name], longitude, latitude, colour, unit,
+    lines: [name], longitude, latitude, colour, weight, unit,
     font: `${weight} ${size * unit}px ${SANS}`, size: size * unit, spacing: 0.01 * size * unit,
     priority: 10 - Math.log10(people + 10), offset: (dot + 4) * unit, symbol: "dot", symbolSize: dot * unit, isPlace: true,
     room: room * crowd * unit,

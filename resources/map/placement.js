@@ -4,13 +4,13 @@ import {boxesMeet} from "./geometry.js";
 
 // Gives each item, in their order, the first of its positions that is free; leaves out items that have none, and further
 // ones of the same name. Returns {item, x, y (the middle of the text), boxes, leader (its ends, if there is one)}.
-// touchesLand keeps the names of the sea off the land.
-export function placeLabels(items, bounds, obstacles, touchesLand) {
+// isCrossed keeps names of the sea off what they must not cross.
+export function placeLabels(items, bounds, obstacles, isCrossed) {
   const taken = [...obstacles];
   const placed = new Map();
   for (const item of items) {
     const name = item.lines.join("\n");
-    const label = placed.has(name) ? null : placeLabel(item, bounds, taken, touchesLand);
+    const label = placed.has(name) ? null : placeLabel(item, bounds, taken, isCrossed);
     if (label) {
       placed.set(name, label);
       taken.push(...label.boxes, ...leaderBoxes(item, label.leader));
@@ -19,7 +19,7 @@ export function placeLabels(items, bounds, obstacles, touchesLand) {
   return [...placed.values()];
 }
 
-function placeLabel(item, bounds, taken, touchesLand) {
+function placeLabel(item, bounds, taken, isCrossed) {
   const isFree = (box, others, room = 0) =>
       isInside(box, bounds) && !others.some(other => boxesMeet(grown(box, room), other));
   const symbol = boxAround(item.x, item.y, 2 * (item.symbolSize || 0), 2 * (item.symbolSize || 0));
@@ -31,7 +31,7 @@ function placeLabel(item, bounds, taken, touchesLand) {
   for (const [x, y] of positionsOf(item, isCovered)) {
     const text = textBoxes(item, x, y);
     const leader = isCovered ? [item, nearestIn(text[0], item)] : null;
-    if (text.every(box => isFree(box, taken, item.room)) && !(item.sea && text.some(touchesLand)) &&
+    if (text.every(box => isFree(box, [...taken, ...(item.avoid || [])], item.room)) && !(item.sea && text.some(isCrossed)) &&
         leaderBoxes(item, leader).every(box => isFree(box, takenBesideMark))) {
       return {item, x, y, leader, boxes: isCovered || !item.symbol ? text : [symbol, ...text]};
     }
