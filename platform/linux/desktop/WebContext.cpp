@@ -10,6 +10,7 @@
 
 #include "platform/Bundle.h"
 #include "platform/linux/Handles.h"
+#include "platform/linux/desktop/LostBuses.h"
 
 namespace platform {
 
@@ -106,7 +107,9 @@ WebKitWebContext* makeContext() {
     static const SandboxFolders removedAtExit;
     WebKitWebContext* context = webkit_web_context_new_ephemeral();
     webkit_web_context_set_cache_model(context, WEBKIT_CACHE_MODEL_DOCUMENT_VIEWER);
-    webkit_web_context_set_sandbox_enabled(context, sandboxWorks());
+    const bool isSandboxed = sandboxWorks();
+    if (isSandboxed) replaceLostBuses();
+    webkit_web_context_set_sandbox_enabled(context, isSandboxed);
     webkit_web_context_register_uri_scheme(context, kScheme, serveResource, nullptr, nullptr);
     WebKitSecurityManager* security = webkit_web_context_get_security_manager(context);
     webkit_security_manager_register_uri_scheme_as_secure(security, kScheme);
