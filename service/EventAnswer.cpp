@@ -70,6 +70,12 @@ void EventAnswer::finish() {
 
 bool EventAnswer::isGood() const { return mIsWellFormed && !mIsTooLarge && mShape != Shape::Other; }
 
+std::string EventAnswer::failure() const {
+    if (isGood()) return {};
+    if (mShape == Shape::Other) return "not QuakeML";
+    return mIsTooLarge ? "larger than 64 MiB" : "not XML, " + mStream.failure();
+}
+
 std::string EventAnswer::document() && { return std::move(mDocument); }
 
 std::string EventAnswer::withoutEvents() { return std::string(kHead) + kTail; }

@@ -25,6 +25,8 @@ class EventAnswer : private platform::XMLStreamHandler {
     Shape shape() const { return mShape; }
     // Whether the bytes so far are QuakeML, and after finish a complete document.
     bool isGood() const;
+    // What is wrong if it is not good, human-readable.
+    std::string failure() const;
     // Whether the document declares attributes or entities of its own. QuakeML has none.
     bool hasDeclarations() const { return mStream.hasDeclarations(); }
     std::size_t documentSize() const { return mDocument.size(); }

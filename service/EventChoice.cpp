@@ -30,7 +30,9 @@ bool isComplete(const EventElement::Origin& origin, const EventElement::Magnitud
 }
 
 bool isReviewed(const EventElement::Origin& origin) {
-    return wordIn(origin.evaluationMode) == "manual" || wordIn(origin.evaluationStatus) == "confirmed";
+    const std::string_view status = wordIn(origin.evaluationStatus);
+    return wordIn(origin.evaluationMode) == "manual" || status == "confirmed" || status == "reviewed" ||
+           status == "final";
 }
 
 bool isWellRecorded(const EventElement::Origin& origin, const EventElement::Magnitude& magnitude) {

@@ -1,6 +1,7 @@
 #include "service/EventQuery.h"
 
 #include <algorithm>
+#include <cctype>
 #include <charconv>
 #include <chrono>
 #include <cstdio>
@@ -27,6 +28,18 @@ std::string_view behindScheme(std::string_view url) {
     for (const std::string_view scheme : {"http://", "https://", "HTTP://", "HTTPS://"})
         if (url.starts_with(scheme)) return url.substr(scheme.size());
     return {};
+}
+
+// In lower case, without a user's name and without the port.
+std::string hostOf(std::string_view url) {
+    std::string_view host = behindScheme(url);
+    host = host.substr(0, host.find_first_of("/?#"));
+    host.remove_prefix(std::min(host.rfind('@') + 1, host.size()));
+    const std::size_t port = host.find(':', host.starts_with('[') ? host.find(']') : 0);
+    std::string name(host.substr(0, port));
+    std::transform(name.begin(), name.end(), name.begin(),
+                   [](unsigned char character) { return static_cast<char>(std::tolower(character)); });
+    return name;
 }
 
 // The value of a parameter in "...?name=value&name=value", if it is there.
@@ -104,6 +117,11 @@ bool isEventServiceAddress(std::string_view text) {
     for (const unsigned char character : text)
         if (character <= ' ' || character == 0x7f) return false;
     return hasHost;
+}
+
+std::string eventServiceName(const std::string& service) {
+    const std::string host = hostOf(service);
+    return host == hostOf(kDefaultEventService) ? "GeoNet" : host;
 }
 
 std::string eventServiceQueryAddress(const std::string& service) {

@@ -9,6 +9,9 @@ extern const char kDefaultEventService[];
 // Whether a text can be the address of an event service: http or https, and a host.
 bool isEventServiceAddress(std::string_view text);
 
+// Who answers there, for a reader: GeoNet, or the service's host.
+std::string eventServiceName(const std::string& service);
+
 // The query address of an event service: completes a bare host or ".../fdsnws/event/1" with the standard
 // path. Keeps the address's own parameters.
 std::string eventServiceQueryAddress(const std::string& service);

@@ -23,7 +23,7 @@ test_packages=(
     xserver-xorg-core xserver-xorg-video-dummy x11-xserver-utils
 )
 fuzz_packages=(cmake ninja-build pkg-config clang-14 libclang-rt-14-dev libcurl4-openssl-dev libexpat1-dev libglib2.0-dev)
-package_packages=(dpkg-dev debhelper fakeroot)
+package_packages=(build-essential dpkg-dev debhelper fakeroot)
 package_test_packages=(lintian debootstrap appstream desktop-file-utils man-db python3 xvfb)
 
 case "${1-}" in

@@ -72,5 +72,6 @@ def test_a_window_in_another_and_smaller_than_the_screen_is_a_preview(display, p
     if is_virtual_root:
         outer.change_property(display.connection.intern_atom("__SWM_VROOT"), Xatom.WINDOW, 32, [outer.id])
     window, area = display.create_window(800, 600, outer), (0, 0, 800, 600)
-    program.start("--demo", "--window-id", hex(window.id))
-    wait_until(lambda: shows(display, is_splash, area) if is_virtual_root else shows_preview(display, area))
+    program.start("--demo", "--window-id", hex(window.id))  # the first map comes after 30 seconds
+    sight = (lambda: shows(display, is_splash, area)) if is_virtual_root else (lambda: shows_preview(display, area))
+    wait_until(sight, patience=20)

@@ -20,8 +20,8 @@ class Window {
   public:
     // Each makes a window that is not on the screen yet, or returns null on failure, after writing one line
     // to stderr that says why.
-    static std::unique_ptr<Window> open(const Size& size, bool fullscreen);
-    // Covers everything on the monitor, for a Wayland compositor with layers; any input calls endAll.
+    static std::unique_ptr<Window> open(const Size& size);
+    // Covers everything on the monitor; any input calls endAll.
     static std::unique_ptr<Window> cover(GdkMonitor* monitor, void (*endAll)());
     static std::unique_ptr<Window> embed(unsigned long hostWindow);
     ~Window();
@@ -37,7 +37,7 @@ class Window {
 
     Size size() const;
     // Whether a dialog can appear above it and be answered.
-    bool takesDialogs() const { return mTakesDialogs; }
+    bool takesDialogs() const { return mKind == Kind::OnDesktop; }
     // Whether it lies in a host's settings.
     bool isThumbnail() const;
 
@@ -63,7 +63,9 @@ class Window {
     GtkWindow* gtkWindow() { return GTK_WINDOW(mTopLevel); }
 
   private:
-    Window(GtkWidget* topLevel, bool takesDialogs, bool hidesCursor);
+    enum class Kind { OnDesktop, Cover, InHost };
+
+    Window(GtkWidget* topLevel, Kind kind);
     void connectSignals();
     void fillHost(GdkWindow* host);
     void resized();
@@ -75,7 +77,7 @@ class Window {
     GtkWidget* mTopLevel;  // owned, destroyed with this
     GtkWidget* mArea;      // owned by mTopLevel
     ObjectRef<GdkWindow> mHost;
-    bool mTakesDialogs, mHidesCursor;
+    Kind mKind;
     bool mIsPainted = false;
     std::unique_ptr<ScreenSaverView> mRoot;
     std::function<void()> mResizeHandler;
