@@ -173,6 +173,7 @@ void Window::tick() {
 }
 
 void Window::setNeedsDisplay() {
+    mHasChanged = true;
     if (mTopLevel && !mFade) gtk_widget_queue_draw(mArea);
 }
 
@@ -213,13 +214,15 @@ void Window::crossFade(double seconds, const std::function<void()>& applyChange)
     seconds = std::min(seconds, mLongestFade);
     mFade = std::make_unique<CrossFade>(mArea, snapshot(), seconds);
     applyChange();
+    mHasChanged = false;
     mFade->run(snapshot());
 
     char line[80];
     std::snprintf(line, sizeof line, "fade: %.2f s, %d frames", seconds, mFade->frames());
     trace(line);
+    const bool isShown = mFade->isComplete() && !mHasChanged;
     mFade.reset();
-    setNeedsDisplay();
+    if (!isShown) setNeedsDisplay();
     if (mRoot) reportFadeEnded(*mRoot, true);
 }
 

@@ -81,6 +81,7 @@ class Window {
     std::function<void()> mResizeHandler;
     SurfaceRef mPreviewPainting;
     std::unique_ptr<CrossFade> mFade;
+    bool mHasChanged = false;                                       // during a fade
     double mLongestFade = std::numeric_limits<double>::infinity();  // seconds
     std::string mNotice;
 };
