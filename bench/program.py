@@ -96,10 +96,12 @@ def measure_ticks(saver, display, count):
         return used()
 
     saver.show("--speed", "2.5")
+    saver.wait_for("fade: ")  # the first one is longer
+    first = saver.count("tick ") + 1
     starts, ends = [], []
-    for tick in range(3, 3 + count + 1):  # the first fade is the second tick's, and longer
-        starts.append(used_at("tick ", tick))
-        ends.append(used_at("fade: ", tick - 1))
+    for number in range(count + 1):
+        starts.append(used_at("tick ", first + number))
+        ends.append(used_at("fade: ", 2 + number))
     frames = [int(number) for number in re.findall(r"fade: 0.50 s, (\d+)", saver.log())]
     saver.stop()
     fades = [end - start for start, end in zip(starts, ends)]

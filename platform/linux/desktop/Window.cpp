@@ -177,6 +177,18 @@ void Window::setNeedsDisplay() {
     if (mTopLevel && !mFade) gtk_widget_queue_draw(mArea);
 }
 
+void Window::setNeedsDisplay(const View& view, const GdkRectangle& part) {
+    mHasChanged = true;
+    if (!mTopLevel || mFade) return;
+    double x = part.x, y = part.y;
+    for (const View* each = &view; each->superview(); each = each->superview()) {
+        const Rect& frame = each->frame();
+        x += frame.x;
+        y += each->superview()->bounds().height - (frame.y + frame.height);
+    }
+    gtk_widget_queue_draw_area(mArea, static_cast<int>(x), static_cast<int>(y), part.width, part.height);
+}
+
 void Window::draw(cairo_t* cairo) {
     mIsPainted = true;
     if (mFade)
