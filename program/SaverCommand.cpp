@@ -5,6 +5,7 @@
 #include <sys/prctl.h>
 #include <sys/resource.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <memory>
 #include <string>
@@ -16,6 +17,8 @@
 #include "program/AnimationTimer.h"
 #include "program/Covers.h"
 #include "program/Options.h"
+#include "program/WaitingView.h"
+#include "quakes/CQuakeList.h"
 #include "saver/TellmarScreenSaverView.h"
 
 using platform::RunLoop;
@@ -75,8 +78,17 @@ class Saver {
   public:
     Saver(std::unique_ptr<Window> window, const Options& options)
         : mWindow(std::move(window)),
-          mIsPreview(options.preview || (mWindow->isEmbedded() && mWindow->isThumbnail())),
-          mSpeed(options.speed) {}
+          mIsPreview(options.preview || mWindow->isThumbnail()),
+          mSpeed(options.speed) {
+        // Only ticks paint a preview, so each size needs one.
+        if (mIsPreview) mWindow->setResizeHandler([this] { mWindow->tick(); });
+    }
+
+    // What the view shows at first, on the screen before the feed is fetched.
+    void showWaitingView() {
+        mWindow->setContentView(makeWaitingView(mIsPreview));
+        mWindow->show();
+    }
 
     bool start() {
         auto view = std::make_unique<TellmarScreenSaverView>();
@@ -86,26 +98,23 @@ class Saver {
         mWindow->setContentView(std::move(view));
         mView->startAnimation();
 
-        const double interval = mView->animationTimeInterval() / mSpeed;
-        mWindow->setLongestFade(interval / 2);
-        mTimer = std::make_unique<AnimationTimer>(interval, [this] { tick(); });
-        if (mIsPreview) showPreview();
+        mWindow->setLongestFade(interval(mSpeed) / 2);
+        mTimer = std::make_unique<AnimationTimer>(interval(std::max(mSpeed, 1.0)), [this] { tick(); });
+        if (mIsPreview) tick();
         return true;
     }
 
     void stop() { mView->stopAnimation(); }
 
   private:
+    double interval(double speed) const { return mView->animationTimeInterval() / speed; }
+
+    // A speed below 1 shows each earthquake for longer, but not the splash.
     void tick() {
         if (!mView->isAnimating()) return;
         platform::trace("tick " + std::to_string(++mTicks));
         mWindow->tick();
-    }
-
-    // Only ticks paint a preview, so the first one comes at once, and another after each resize.
-    void showPreview() {
-        tick();
-        mWindow->setResizeHandler([this] { tick(); });
+        if (mView->mode() == TellmarScreenSaverView::Mode::Cycling) mTimer->setInterval(interval(mSpeed));
     }
 
     std::unique_ptr<Window> mWindow;
@@ -125,8 +134,11 @@ int runSaver(const Options& options) {
     if (options.fullscreen && !options.hostWindow && !isCover()) return runCovers();
     std::unique_ptr<Window> window = openWindow(options);
     if (!window) return 1;
-    if (RunLoop::isStopping()) return 0;  // a host that has changed its mind is waiting for this
     Saver saver(std::move(window), options);
+    saver.showWaitingView();
+    CQuakeList::Instance();  // fetches the feed, while the window goes on to be drawn and to follow its
+                             // host's
+    if (RunLoop::isStopping()) return 0;  // a host that has changed its mind is waiting for this
     if (!saver.start()) return 1;
     RunLoop::run();
     saver.stop();

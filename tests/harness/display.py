@@ -56,10 +56,10 @@ class Display:
     def cursor_is_visible(self):
         return any(pixel >> 24 for pixel in self.connection.xfixes_get_cursor_image(self.root).cursor_image)
 
-    def create_window(self, width, height):
+    def create_window(self, width, height, parent=None):
         """A window at the upper left corner, as a screen-saver host gives it; filled with pink."""
         look = {"background_pixel": PINK, "override_redirect": True}
-        window = self.root.create_window(0, 0, width, height, 0, X.CopyFromParent, **look)
+        window = (parent or self.root).create_window(0, 0, width, height, 0, X.CopyFromParent, **look)
         window.map()
         self.connection.sync()
         return window

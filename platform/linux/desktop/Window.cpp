@@ -45,19 +45,13 @@ std::unique_ptr<Window> Window::open(const Size& size) {
                                 static_cast<int>(size.height));
     g_signal_connect(topLevel, "key-press-event", G_CALLBACK(quitOnKey), nullptr);
 
-    std::unique_ptr<Window> window(new Window(topLevel, true));
-    window->show(false);
-    return window;
+    return std::unique_ptr<Window>(new Window(topLevel, true));
 }
 
 std::unique_ptr<Window> Window::cover(GdkMonitor* monitor, void (*endAll)()) {
     GtkWidget* topLevel = createCoverWindow(monitor);
     onAnyInput(topLevel, endAll);
-
-    std::unique_ptr<Window> window(new Window(topLevel, false));
-    window->show(true);
-    takeFocus(topLevel);
-    return window;
+    return std::unique_ptr<Window>(new Window(topLevel, false));
 }
 
 std::unique_ptr<Window> Window::embed(unsigned long hostWindow) {
@@ -71,7 +65,6 @@ std::unique_ptr<Window> Window::embed(unsigned long hostWindow) {
     std::unique_ptr<Window> window(new Window(gtk_window_new(GTK_WINDOW_POPUP), false));
     window->fillHost(host.get());
     window->mHost = std::move(host);
-    window->show(true);
     return window;
 }
 
@@ -114,11 +107,12 @@ void Window::fillHost(GdkWindow* host) {
     });
 }
 
-// Once the window has been drawn, it is black and its size is known.
-void Window::show(bool withoutCursor) {
+void Window::show() {
+    gtk_widget_realize(mArea);  // a preview is painted as soon as it has a size
     gtk_widget_show_all(mTopLevel);
-    if (withoutCursor) hideCursor(mTopLevel);
+    if (!mTakesDialogs) hideCursor(mTopLevel);
     RunLoop::runUntil([this] { return mIsPainted; }, kFirstDrawTimeout);
+    gdk_display_flush(gtk_widget_get_display(mArea));
 }
 
 Window* Window::current() { return currentWindow; }
@@ -128,12 +122,7 @@ Size Window::size() const {
             static_cast<double>(gtk_widget_get_allocated_height(mArea))};
 }
 
-bool Window::isThumbnail() const {
-    GdkWindow* own = gtk_widget_get_window(mTopLevel);
-    GdkRectangle monitor;
-    gdk_monitor_get_geometry(gdk_display_get_monitor_at_window(gdk_window_get_display(own), own), &monitor);
-    return size().width < monitor.width / 2.0 && size().height < monitor.height / 2.0;
-}
+bool Window::isThumbnail() const { return mHost && isPreviewWindow(mHost.get()); }
 
 void Window::setContentView(std::unique_ptr<ScreenSaverView> root) {
     mRoot = std::move(root);
@@ -153,7 +142,7 @@ void Window::resized() {
 }
 
 void Window::tick() {
-    if (!mTopLevel) return;
+    if (!mTopLevel || !gtk_widget_get_realized(mArea)) return;
     if (!mRoot->isPreview()) return mRoot->animateOneFrame();
     SurfaceRef painting = makeSurface(CAIRO_CONTENT_COLOR_ALPHA);
     CairoRef cairo(cairo_create(painting.get()));
