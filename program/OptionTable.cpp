@@ -8,7 +8,7 @@ constexpr char kCommands[] = "Instead of running";
 constexpr char kOther[] = "Other";
 
 constexpr OptionEntry kTable[] = {
-    {Option::Fullscreen, "fullscreen", nullptr, kWhere, "cover the whole screen", nullptr},
+    {Option::Fullscreen, "fullscreen", nullptr, kWhere, "cover every monitor until the next input", nullptr},
     {Option::WindowId, "window-id", "ID", kWhere,
      "run in the X11 window ID (decimal, or hexadecimal with 0x)",
      "Run in the X11 window ID (decimal, or hexadecimal with 0x).\nScreen-saver hosts pass this option."},
@@ -29,7 +29,8 @@ constexpr OptionEntry kTable[] = {
     {Option::NoCache, "no-cache", nullptr, kWhat, "neither cache the service's answers nor use cached ones",
      nullptr},
     {Option::Speed, "speed", "N", kWhat, "tick N times as often, for demonstrations",
-     "Tick N times as often.\nN is above 0 and at most 1000; by default there is one tick every 15 seconds."},
+     "Tick N times as often.\nN is above 0 and at most 1000; by default there is one tick every 15 seconds. "
+     "Below 1, the first earthquake comes no later than usual."},
 
     {Option::List, "list", nullptr, kCommands, "print the earthquakes in the order they are shown", nullptr},
     {Option::Configure, "configure", nullptr, kCommands, "open the settings", nullptr},

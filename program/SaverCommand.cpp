@@ -5,6 +5,7 @@
 #include <sys/prctl.h>
 #include <sys/resource.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <memory>
 #include <string>
@@ -12,11 +13,12 @@
 #include "platform/ConfigPanel.h"
 #include "platform/Log.h"
 #include "platform/RunLoop.h"
-#include "platform/linux/desktop/LayerWindow.h"
 #include "platform/linux/desktop/Window.h"
 #include "program/AnimationTimer.h"
+#include "program/Covers.h"
 #include "program/Options.h"
-#include "program/Overlays.h"
+#include "program/WaitingView.h"
+#include "quakes/CQuakeList.h"
 #include "saver/TellmarScreenSaverView.h"
 
 using platform::RunLoop;
@@ -59,16 +61,16 @@ void stopOnSignals() {
 }
 
 // Null when monitors have changed in the meantime.
-std::unique_ptr<Window> openOverlay() {
+std::unique_ptr<Window> openCover() {
     prctl(PR_SET_NAME, "tellmar");  // started through /proc/self/exe, it would be named exe
-    GdkMonitor* monitor = overlayMonitor();
-    return monitor ? Window::cover(monitor, endOverlays) : nullptr;
+    GdkMonitor* monitor = coverMonitor();
+    return monitor ? Window::cover(monitor, endCovers) : nullptr;
 }
 
 std::unique_ptr<Window> openWindow(const Options& options) {
-    if (isOverlay()) return openOverlay();
+    if (isCover()) return openCover();
     if (options.hostWindow) return Window::embed(*options.hostWindow);
-    return Window::open(options.preview ? kPreviewSize : kWindowSize, options.fullscreen);
+    return Window::open(options.preview ? kPreviewSize : kWindowSize);
 }
 
 // The view in its window, and the ticks.
@@ -76,8 +78,17 @@ class Saver {
   public:
     Saver(std::unique_ptr<Window> window, const Options& options)
         : mWindow(std::move(window)),
-          mIsPreview(options.preview || (mWindow->isEmbedded() && mWindow->isThumbnail())),
-          mSpeed(options.speed) {}
+          mIsPreview(options.preview || mWindow->isThumbnail()),
+          mSpeed(options.speed) {
+        // Only ticks paint a preview, so each size needs one.
+        if (mIsPreview) mWindow->setResizeHandler([this] { mWindow->tick(); });
+    }
+
+    // What the view shows at first, on the screen before the feed is fetched.
+    void showWaitingView() {
+        mWindow->setContentView(makeWaitingView(mIsPreview));
+        mWindow->show();
+    }
 
     bool start() {
         auto view = std::make_unique<TellmarScreenSaverView>();
@@ -87,26 +98,23 @@ class Saver {
         mWindow->setContentView(std::move(view));
         mView->startAnimation();
 
-        const double interval = mView->animationTimeInterval() / mSpeed;
-        mWindow->setLongestFade(interval / 2);
-        mTimer = std::make_unique<AnimationTimer>(interval, [this] { tick(); });
-        if (mIsPreview) showPreview();
+        mWindow->setLongestFade(interval(mSpeed) / 2);
+        mTimer = std::make_unique<AnimationTimer>(interval(std::max(mSpeed, 1.0)), [this] { tick(); });
+        if (mIsPreview) tick();
         return true;
     }
 
     void stop() { mView->stopAnimation(); }
 
   private:
+    double interval(double speed) const { return mView->animationTimeInterval() / speed; }
+
+    // A speed below 1 shows each earthquake for longer, but not the splash.
     void tick() {
         if (!mView->isAnimating()) return;
         platform::trace("tick " + std::to_string(++mTicks));
         mWindow->tick();
-    }
-
-    // Only ticks paint a preview, so the first one comes at once, and another after each resize.
-    void showPreview() {
-        tick();
-        mWindow->setResizeHandler([this] { tick(); });
+        if (mView->mode() == TellmarScreenSaverView::Mode::Cycling) mTimer->setInterval(interval(mSpeed));
     }
 
     std::unique_ptr<Window> mWindow;
@@ -123,12 +131,14 @@ int runSaver(const Options& options) {
     if (options.hostWindow) beNice();
     if (!openDisplay(options.hostWindow.has_value())) return 1;
     stopOnSignals();
-    if (options.fullscreen && !options.hostWindow && !isOverlay() && platform::hasLayers())
-        return runOverlays();
+    if (options.fullscreen && !options.hostWindow && !isCover()) return runCovers();
     std::unique_ptr<Window> window = openWindow(options);
     if (!window) return 1;
-    if (RunLoop::isStopping()) return 0;  // a host that has changed its mind is waiting for this
     Saver saver(std::move(window), options);
+    saver.showWaitingView();
+    CQuakeList::Instance();  // fetches the feed, while the window goes on to be drawn and to follow its
+                             // host's
+    if (RunLoop::isStopping()) return 0;  // a host that has changed its mind is waiting for this
     if (!saver.start()) return 1;
     RunLoop::run();
     saver.stop();
