@@ -19,6 +19,4 @@ class IdleSource {
 
     // Whether something on the screen leaves no room for a saver now.
     virtual bool isOccupied() { return false; }
-    // Called just before a saver starts.
-    virtual void makeRoom() {}
 };

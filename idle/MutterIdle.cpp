@@ -4,7 +4,6 @@ namespace {
 
 constexpr BusObject kMonitor{"org.gnome.Mutter.IdleMonitor", "/org/gnome/Mutter/IdleMonitor/Core",
                              "org.gnome.Mutter.IdleMonitor"};
-constexpr BusObject kShell{"org.gnome.Shell", "/org/gnome/Shell", "org.freedesktop.DBus.Properties"};
 
 }  // namespace
 
@@ -17,7 +16,7 @@ std::unique_ptr<IdleSource> MutterIdle::open(Bus& bus, std::chrono::milliseconds
 MutterIdle::MutterIdle(Bus& bus, std::chrono::milliseconds time, IdleListener& listener)
     : mBus(bus), mTime(time), mListener(listener) {
     const std::string name = kMonitor.name;
-    bus.onSignal("type='signal',sender='" + name + "',member='WatchFired'",
+    bus.onSignal("type='signal',interface='" + name + "',member='WatchFired'",
                  [this](sd_bus_message* signal) { watchFired(numberIn(signal)); });
     // A shell that starts again knows of no watch.
     bus.onSignal("type='signal',sender='org.freedesktop.DBus',member='NameOwnerChanged',arg0='" + name + "'",
@@ -41,6 +40,3 @@ void MutterIdle::watchFired(std::uint32_t watch) {
         mListener.becameActive();
     }
 }
-
-// While the overview is open, as after each login, a new window is a thumbnail in it.
-void MutterIdle::makeRoom() { mBus.call(kShell, "Set", "ssv", "org.gnome.Shell", "OverviewActive", "b", 0); }

@@ -13,8 +13,6 @@ class MutterIdle : public IdleSource {
     // Null where there is none.
     static std::unique_ptr<IdleSource> open(Bus& bus, std::chrono::milliseconds time, IdleListener& listener);
 
-    void makeRoom() override;
-
   private:
     MutterIdle(Bus& bus, std::chrono::milliseconds time, IdleListener& listener);
     void watchIdle();

@@ -49,7 +49,6 @@ void Waiter::update() {
 
 void Waiter::tryToStart() {
     if (mSource->isOccupied() || isInhibited(mBus)) return mRetry.start(kPause);
-    mSource->makeRoom();
     mSaver.start();
 }
 
