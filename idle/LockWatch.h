@@ -15,7 +15,7 @@ class LockWatch {
     void activeChanged(sd_bus_message* signal);
 
     std::function<void()> mOnChange;
-    // The lockers that are active. One that leaves the bus no longer counts. It has no handler of its own: while it is
-    // empty, one would be called again and again.
+    // The lockers that are active. One that leaves the bus no longer counts. It has no handler of its own:
+    // while it is empty, one would be called again and again.
     platform::Handle<sd_bus_track, sd_bus_track_unref> mLockers;
 };

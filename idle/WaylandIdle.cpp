@@ -1,9 +1,9 @@
 #include "idle/WaylandIdle.h"
 
+#include <ext-idle-notify-v1-client.h>  // generated
+
 #include <cstdlib>
 #include <string_view>
-
-#include "ext-idle-notify-v1-client.h"
 
 std::unique_ptr<IdleSource> WaylandIdle::open(EventLoop& loop, std::chrono::milliseconds time,
                                               IdleListener& listener) {

@@ -5,6 +5,7 @@
 #include "platform/Bundle.h"
 #include "platform/Log.h"
 #include "program/HelpText.h"
+#include "program/IdleCommand.h"
 #include "program/ListCommand.h"
 #include "program/Options.h"
 #include "program/RegisterCommand.h"
@@ -32,6 +33,12 @@ void serve(EventFeed& feed) {
     platform::setGeneratedResource("as-of.js", [&feed] { return feed.asOfScript(); });
 }
 
+int registerWithNextStep() {
+    const int status = registerSaver(xscreensaverFile(), saverCommand());
+    if (status == 0) std::fputs(nextStep(), stdout);
+    return status;
+}
+
 int run(const Options& options) {
     switch (options.command) {
         case Options::Command::List:
@@ -39,9 +46,11 @@ int run(const Options& options) {
         case Options::Command::Configure:
             return runSettings();
         case Options::Command::Register:
-            return registerSaver(xscreensaverFile(), saverCommand());
+            return registerWithNextStep();
         case Options::Command::Unregister:
             return unregisterSaver(xscreensaverFile());
+        case Options::Command::Idle:
+            return runIdleCommand(options.idle);
         default:
             return runSaver(options);
     }
