@@ -6,6 +6,7 @@
 #include "platform/Log.h"
 #include "program/EarthquakesScript.h"
 #include "program/HelpText.h"
+#include "program/IdleCommand.h"
 #include "program/ListCommand.h"
 #include "program/Options.h"
 #include "program/RegisterCommand.h"
@@ -47,6 +48,12 @@ int print(const char* text) {
     return written(0);
 }
 
+int registerWithNextStep() {
+    const int status = registerSaver(xscreensaverFile(), saverCommand());
+    if (status == 0) std::fputs(nextStep(), stdout);
+    return status;
+}
+
 int run(const Options& options, const EventFeed& feed) {
     switch (options.command) {
         case Options::Command::List:
@@ -54,9 +61,11 @@ int run(const Options& options, const EventFeed& feed) {
         case Options::Command::Configure:
             return runSettings();
         case Options::Command::Register:
-            return registerSaver(xscreensaverFile(), saverCommand());
+            return registerWithNextStep();
         case Options::Command::Unregister:
             return unregisterSaver(xscreensaverFile());
+        case Options::Command::Idle:
+            return runIdleCommand(options.idle);
         default:
             return runSaver(options);
     }

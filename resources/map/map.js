@@ -83,7 +83,7 @@ function factsOf(view, quake, mark) {
 
 // The names of the map, and those of the rings where there is room left.
 function layOutNames(context, view, facts, obstacles) {
-  const names = layOutLabels(context, view, obstacles);
+  const names = layOutLabels(context, view, obstacles, facts.rings.inside);
   const taken = [...Object.values(obstacles).filter(Boolean), ...names.flatMap(({boxes}) => boxes)];
   return [...names, ...layOutRingNames(context, view, facts.rings.inside, taken)];
 }
@@ -126,7 +126,7 @@ function drawCorners(context, view, quake, {inset, scale, key}, density) {
 function tellLayout(view, boxes, labels, facts, {inset}) {
   window.tellmarLayout = Object.freeze({
     width: view.width, height: view.height, place: shown.place, middle: view.middle, boxes,
-    labels: labels.map(({item, boxes: own}) => ({text: item.lines.join("\n"), boxes: own})),
+    labels: labels.map(label => ({...label, text: label.item.lines.join("\n")})),
     rings: {view: facts.rings.inside.map(({name, box}) => ({name, box})),
       inset: inset ? inset.rings.map(({name}) => name) : []},
     missing: missingRelief(view).length,

@@ -10,9 +10,9 @@ import {depthInWords, listInWordsOf, magnitudeClass, magnitudeInWords, placeInWo
   from "./words.js";
 
 const CREDITS = {
-  whole: "Sea floor: Natural Earth. Land relief: LINZ, CC BY 4.0. Coast: GSHHG. Faults: GEM, CC BY-SA 4.0. " +
+  whole: "Sea floor: NASA Blue Marble. Land relief: LINZ, CC BY 4.0. Coast: GSHHG. Faults: GEM, CC BY-SA 4.0. " +
       "Plates: Bird 2003, ODC-By. Places: GeoNames, CC BY 4.0.",
-  short: "Natural Earth · LINZ · GSHHG · GEM · Bird 2003 · GeoNames",
+  short: "NASA · LINZ · GSHHG · GEM · Bird 2003 · GeoNames",
 };
 const LICENCES = {GeoNet: ", CC BY 3.0 NZ"};
 const LEAST_WHOLE_CREDIT = 640;  // CSS pixels
