@@ -39,9 +39,9 @@ TEST(PageFunctionsTest, TheNearestPlaceThatReachesSoFarIsNamedByTheGreatCircle) 
              ".map(([latitude, reach]) => ({name: reach, latitude, longitude: 174, reach}))).name",
              "200"},
             {"nearestPlace({latitude: 40, longitude: 10}, namedPlaces())", "null"},
-            {"[[-30.2, 185.3], [-34.2, 153], [-37.5, 177.2]].map(([latitude, longitude]) =>"
+            {"[[-30.2, 185.3], [-34.2, 153], [-37.5, 177.2], [-38.4, 175.9]].map(([latitude, longitude]) =>"
              " nearestPlace({latitude, longitude}, namedPlaces()).name)",
-             R"(["Raoul Island","Sydney","Whakaari / White Island"])"}});
+             R"(["Raoul Island","Sydney","Whakaari / White Island","Tokoroa"])"}});
 }
 
 TEST(PageFunctionsTest, PlacesAreSaidInRoundDistancesAndClassesBeginAtTheirPublishedLimits) {
