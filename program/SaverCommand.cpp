@@ -2,12 +2,12 @@
 
 #include <glib-unix.h>
 #include <gtk/gtk.h>
-#include <sys/prctl.h>
 #include <sys/resource.h>
 
 #include <cerrno>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/ConfigPanel.h"
 #include "platform/Log.h"
@@ -17,7 +17,9 @@
 #include "program/AnimationTimer.h"
 #include "program/Options.h"
 #include "program/Overlays.h"
+#include "program/Restart.h"
 #include "saver/TellmarScreenSaverView.h"
+#include "service/EventFeed.h"
 
 using platform::RunLoop;
 using platform::Window;
@@ -54,13 +56,23 @@ gboolean stop(gpointer) {
 
 // From now on there is something to clean up. Until then a signal may simply kill the process, which is
 // faster than waiting for the display to open.
-void stopOnSignals() {
-    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) g_unix_signal_add(signal, stop, nullptr);
+std::vector<guint> stopOnSignals() {
+    std::vector<guint> sources;
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP})
+        sources.push_back(g_unix_signal_add(signal, stop, nullptr));
+    return sources;
+}
+
+// From here on a signal simply ends the process, so none is lost.
+void startAnew(const std::vector<guint>& signalSources) {
+    platform::trace("there is an answer: starting anew");
+    for (const guint source : signalSources) g_source_remove(source);
+    restartAtExit();
+    RunLoop::stop();
 }
 
 // Null when monitors have changed in the meantime.
 std::unique_ptr<Window> openOverlay() {
-    prctl(PR_SET_NAME, "tellmar");  // started through /proc/self/exe, it would be named exe
     GdkMonitor* monitor = overlayMonitor();
     return monitor ? Window::cover(monitor, endOverlays) : nullptr;
 }
@@ -96,6 +108,8 @@ class Saver {
 
     void stop() { mView->stopAnimation(); }
 
+    bool isPreview() const { return mIsPreview; }
+
   private:
     void tick() {
         if (!mView->isAnimating()) return;
@@ -119,16 +133,18 @@ class Saver {
 
 }  // namespace
 
-int runSaver(const Options& options) {
+int runSaver(const Options& options, EventFeed& feed) {
     if (options.hostWindow) beNice();
     if (!openDisplay(options.hostWindow.has_value())) return 1;
-    stopOnSignals();
+    const std::vector<guint> signalSources = stopOnSignals();
     if (options.fullscreen && !options.hostWindow && !isOverlay() && platform::hasLayers())
         return runOverlays();
     std::unique_ptr<Window> window = openWindow(options);
     if (!window) return 1;
     if (RunLoop::isStopping()) return 0;  // a host that has changed its mind is waiting for this
     Saver saver(std::move(window), options);
+    // A process that covers a monitor leaves this to the first one.
+    if (!saver.isPreview() && !isOverlay()) feed.setNewsHandler([&] { startAnew(signalSources); });
     if (!saver.start()) return 1;
     RunLoop::run();
     saver.stop();
