@@ -2,8 +2,8 @@
 
 #include <functional>
 
-// Calls tick on the main loop once every interval, for as long as this object lives. A slow tick delays the
-// next.
+// Calls tick on the main loop on a schedule, once every interval from now on. A tick that comes late or takes
+// long does not move the others; those that it leaves no time for are left out.
 class AnimationTimer {
   public:
     AnimationTimer(double intervalSeconds, std::function<void()> tick);
@@ -11,7 +11,16 @@ class AnimationTimer {
     AnimationTimer(const AnimationTimer&) = delete;
     AnimationTimer& operator=(const AnimationTimer&) = delete;
 
+    // For a tick to call: the next one is due that long after this one was.
+    void setInterval(double seconds);
+
   private:
+    void schedule();
+    void fire();
+
     std::function<void()> mTick;
-    unsigned mSource;
+    long long mInterval;   // microseconds, as the times
+    long long mDue;        // of the next tick; during a tick, its own
+    long long mLastStart;  // of a tick
+    unsigned mSource = 0;  // 0 during a tick
 };

@@ -4,6 +4,7 @@
 #include <gtk/gtk.h>
 #include <sys/resource.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <memory>
 #include <string>
@@ -12,12 +13,13 @@
 #include "platform/ConfigPanel.h"
 #include "platform/Log.h"
 #include "platform/RunLoop.h"
-#include "platform/linux/desktop/LayerWindow.h"
 #include "platform/linux/desktop/Window.h"
 #include "program/AnimationTimer.h"
+#include "program/Covers.h"
 #include "program/Options.h"
-#include "program/Overlays.h"
 #include "program/Restart.h"
+#include "program/WaitingView.h"
+#include "quakes/CQuakeList.h"
 #include "saver/TellmarScreenSaverView.h"
 #include "service/EventFeed.h"
 
@@ -72,15 +74,15 @@ void startAnew(const std::vector<guint>& signalSources) {
 }
 
 // Null when monitors have changed in the meantime.
-std::unique_ptr<Window> openOverlay() {
-    GdkMonitor* monitor = overlayMonitor();
-    return monitor ? Window::cover(monitor, endOverlays) : nullptr;
+std::unique_ptr<Window> openCover() {
+    GdkMonitor* monitor = coverMonitor();
+    return monitor ? Window::cover(monitor, endCovers) : nullptr;
 }
 
 std::unique_ptr<Window> openWindow(const Options& options) {
-    if (isOverlay()) return openOverlay();
+    if (isCover()) return openCover();
     if (options.hostWindow) return Window::embed(*options.hostWindow);
-    return Window::open(options.preview ? kPreviewSize : kWindowSize, options.fullscreen);
+    return Window::open(options.preview ? kPreviewSize : kWindowSize);
 }
 
 // The view in its window, and the ticks.
@@ -88,8 +90,17 @@ class Saver {
   public:
     Saver(std::unique_ptr<Window> window, const Options& options)
         : mWindow(std::move(window)),
-          mIsPreview(options.preview || (mWindow->isEmbedded() && mWindow->isThumbnail())),
-          mSpeed(options.speed) {}
+          mIsPreview(options.preview || mWindow->isThumbnail()),
+          mSpeed(options.speed) {
+        // Only ticks paint a preview, so each size needs one.
+        if (mIsPreview) mWindow->setResizeHandler([this] { mWindow->tick(); });
+    }
+
+    // What the view shows at first, on the screen before the feed is fetched.
+    void showWaitingView() {
+        mWindow->setContentView(makeWaitingView(mIsPreview));
+        mWindow->show();
+    }
 
     bool start() {
         auto view = std::make_unique<TellmarScreenSaverView>();
@@ -99,10 +110,9 @@ class Saver {
         mWindow->setContentView(std::move(view));
         mView->startAnimation();
 
-        const double interval = mView->animationTimeInterval() / mSpeed;
-        mWindow->setLongestFade(interval / 2);
-        mTimer = std::make_unique<AnimationTimer>(interval, [this] { tick(); });
-        if (mIsPreview) showPreview();
+        mWindow->setLongestFade(interval(mSpeed) / 2);
+        mTimer = std::make_unique<AnimationTimer>(interval(std::max(mSpeed, 1.0)), [this] { tick(); });
+        if (mIsPreview) tick();
         return true;
     }
 
@@ -111,16 +121,14 @@ class Saver {
     bool isPreview() const { return mIsPreview; }
 
   private:
+    double interval(double speed) const { return mView->animationTimeInterval() / speed; }
+
+    // A speed below 1 shows each earthquake for longer, but not the splash.
     void tick() {
         if (!mView->isAnimating()) return;
         platform::trace("tick " + std::to_string(++mTicks));
         mWindow->tick();
-    }
-
-    // Only ticks paint a preview, so the first one comes at once, and another after each resize.
-    void showPreview() {
-        tick();
-        mWindow->setResizeHandler([this] { tick(); });
+        if (mView->mode() == TellmarScreenSaverView::Mode::Cycling) mTimer->setInterval(interval(mSpeed));
     }
 
     std::unique_ptr<Window> mWindow;
@@ -137,14 +145,16 @@ int runSaver(const Options& options, EventFeed& feed) {
     if (options.hostWindow) beNice();
     if (!openDisplay(options.hostWindow.has_value())) return 1;
     const std::vector<guint> signalSources = stopOnSignals();
-    if (options.fullscreen && !options.hostWindow && !isOverlay() && platform::hasLayers())
-        return runOverlays();
+    if (options.fullscreen && !options.hostWindow && !isCover()) return runCovers();
     std::unique_ptr<Window> window = openWindow(options);
     if (!window) return 1;
-    if (RunLoop::isStopping()) return 0;  // a host that has changed its mind is waiting for this
     Saver saver(std::move(window), options);
     // A process that covers a monitor leaves this to the first one.
-    if (!saver.isPreview() && !isOverlay()) feed.setNewsHandler([&] { startAnew(signalSources); });
+    if (!saver.isPreview() && !isCover()) feed.setNewsHandler([&] { startAnew(signalSources); });
+    saver.showWaitingView();
+    // Fetches the feed, while the window goes on to be drawn and to follow its host's.
+    CQuakeList::Instance();
+    if (RunLoop::isStopping()) return 0;  // a host that has changed its mind is waiting for this
     if (!saver.start()) return 1;
     RunLoop::run();
     saver.stop();

@@ -6,6 +6,7 @@
 #include "platform/Log.h"
 #include "program/EarthquakesScript.h"
 #include "program/HelpText.h"
+#include "program/IdleCommand.h"
 #include "program/ListCommand.h"
 #include "program/Options.h"
 #include "program/RegisterCommand.h"
@@ -49,6 +50,12 @@ int print(const char* text) {
     return written(0);
 }
 
+int registerWithNextStep() {
+    const int status = registerSaver(xscreensaverFile(), saverCommand());
+    if (status == 0) std::fputs(nextStep(), stdout);
+    return status;
+}
+
 int run(const Options& options, EventFeed& feed) {
     switch (options.command) {
         case Options::Command::List:
@@ -56,9 +63,11 @@ int run(const Options& options, EventFeed& feed) {
         case Options::Command::Configure:
             return runSettings();
         case Options::Command::Register:
-            return registerSaver(xscreensaverFile(), saverCommand());
+            return registerWithNextStep();
         case Options::Command::Unregister:
             return unregisterSaver(xscreensaverFile());
+        case Options::Command::Idle:
+            return runIdleCommand(options.idle);
         default:
             return runSaver(options, feed);
     }

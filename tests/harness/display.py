@@ -56,10 +56,10 @@ class Display:
     def cursor_is_visible(self):
         return any(pixel >> 24 for pixel in self.connection.xfixes_get_cursor_image(self.root).cursor_image)
 
-    def create_window(self, width, height):
+    def create_window(self, width, height, parent=None):
         """A window at the upper left corner, as a screen-saver host gives it; filled with pink."""
         look = {"background_pixel": PINK, "override_redirect": True}
-        window = self.root.create_window(0, 0, width, height, 0, X.CopyFromParent, **look)
+        window = (parent or self.root).create_window(0, 0, width, height, 0, X.CopyFromParent, **look)
         window.map()
         self.connection.sync()
         return window
@@ -121,10 +121,11 @@ class MonitorDisplay(Display):
         """Monitors are counted from 0."""
         self._configure("--addmode", f"DUMMY{number}", mode)
         self._configure("--output", f"DUMMY{number}", "--mode", mode, "--pos", f"{left}x0")
+        self._configure("--query")  # only now does the driver report the output as connected
 
     def remove_monitor(self, number):
         self._configure("--output", f"DUMMY{number}", "--off")
 
     def _configure(self, *options):
         screen = ["--fb", "2560x1024"] if "--output" in options else []  # as large as the configuration allows
-        subprocess.run(["xrandr", "--display", self.name, *screen, *options], check=True)
+        subprocess.run(["xrandr", "--display", self.name, *screen, *options], check=True, stdout=subprocess.DEVNULL)

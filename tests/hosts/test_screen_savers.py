@@ -51,13 +51,13 @@ def test_the_saver_stays_when_the_resolution_changes(make, kind):
 
 @in_each_host
 def test_the_preview_is_in_the_settings_until_they_are_gone(make, kind):
-    display = make(Display, 1920, 1080)
+    display = make(Display, 1280, 800)  # XScreenSaver's preview is more than half as wide
     host = make(kind, display)
-    host.launch("--demo --verbose --speed 0.1")
+    host.launch("--demo --verbose")
     settings = host.start_and_stay(kind.SETTINGS)
     saver = host.wait_for_savers(1)[0]
     window = display.connection.create_resource_object("window", int(saver.environ()["XSCREENSAVER_WINDOW"], 16))
-    wait_until(lambda: shows_preview(display, display.area_of(window)))
+    wait_until(lambda: shows_preview(display, display.area_of(window)), patience=20)  # before a first map
     kill(descendants(settings, kind.SETTINGS))
     host.wait_for_end()
 

@@ -5,7 +5,7 @@ import threading
 import pytest
 
 from harness.processes import descendants, kill, wait_for_end, wait_until
-from harness.sights import is_map, wait_to_see
+from harness.sights import is_map, is_splash, wait_to_see
 
 PROMPTLY = 2  # seconds on a busy machine; hosts wait for it in a blocking way
 
@@ -31,6 +31,7 @@ def test_a_signal_or_the_end_of_the_window_ends_a_fetch_that_hangs(display, prog
     server.answer = lambda handler: threading.Event().wait()
     program.start("--feed", server.url)
     wait_until(lambda: server.request_count == 1)
+    wait_to_see(is_splash, display)
     end_cleanly(program)
 
     window = display.create_window(1280, 720)

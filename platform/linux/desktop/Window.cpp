@@ -6,9 +6,9 @@
 #include "platform/Log.h"
 #include "platform/RunLoop.h"
 #include "platform/linux/desktop/CanvasBacking.h"
+#include "platform/linux/desktop/CoverWindow.h"
 #include "platform/linux/desktop/CrossFade.h"
 #include "platform/linux/desktop/HostWindow.h"
-#include "platform/linux/desktop/LayerWindow.h"
 #include "platform/linux/desktop/NoticePanel.h"
 #include "platform/linux/desktop/ViewPainter.h"
 
@@ -30,19 +30,6 @@ void hideCursor(GtkWidget* widget) {
     gdk_window_set_cursor(gtk_widget_get_window(widget), none.get());
 }
 
-// Without a window manager, only its own size makes a window full screen.
-void coverMonitor(GtkWindow* window) {
-    GdkDisplay* display = gdk_display_get_default();
-    GdkMonitor* monitor = gdk_display_get_primary_monitor(display);
-    if (!monitor) monitor = gdk_display_get_monitor(display, 0);
-    GdkRectangle area{0, 0, 1280, 720};
-    if (monitor) gdk_monitor_get_geometry(monitor, &area);
-    gtk_window_set_default_size(window, area.width, area.height);
-    gtk_window_move(window, area.x, area.y);
-    gtk_window_fullscreen(window);
-    gtk_window_set_decorated(window, FALSE);  // not every compositor reports the full-screen state
-}
-
 void reportFadeEnded(View& view, bool isVisible) {
     isVisible = isVisible && !view.isHidden();
     view.fadeEnded(isVisible);
@@ -51,27 +38,20 @@ void reportFadeEnded(View& view, bool isVisible) {
 
 }  // namespace
 
-std::unique_ptr<Window> Window::open(const Size& size, bool fullscreen) {
+std::unique_ptr<Window> Window::open(const Size& size) {
     GtkWidget* topLevel = gtk_window_new(GTK_WINDOW_TOPLEVEL);
     gtk_window_set_title(GTK_WINDOW(topLevel), "Tellmar");
     gtk_window_set_default_size(GTK_WINDOW(topLevel), static_cast<int>(size.width),
                                 static_cast<int>(size.height));
-    if (fullscreen) coverMonitor(GTK_WINDOW(topLevel));
     g_signal_connect(topLevel, "key-press-event", G_CALLBACK(quitOnKey), nullptr);
 
-    std::unique_ptr<Window> window(new Window(topLevel, true));
-    window->show(fullscreen);
-    return window;
+    return std::unique_ptr<Window>(new Window(topLevel, Kind::OnDesktop));
 }
 
 std::unique_ptr<Window> Window::cover(GdkMonitor* monitor, void (*endAll)()) {
-    GtkWidget* topLevel = gtk_window_new(GTK_WINDOW_TOPLEVEL);
-    coverAsLayer(GTK_WINDOW(topLevel), monitor);
+    GtkWidget* topLevel = createCoverWindow(monitor);
     onAnyInput(topLevel, endAll);
-
-    std::unique_ptr<Window> window(new Window(topLevel, false));
-    window->show(true);
-    return window;
+    return std::unique_ptr<Window>(new Window(topLevel, Kind::Cover));
 }
 
 std::unique_ptr<Window> Window::embed(unsigned long hostWindow) {
@@ -82,15 +62,14 @@ std::unique_ptr<Window> Window::embed(unsigned long hostWindow) {
         log(line);
         return nullptr;
     }
-    std::unique_ptr<Window> window(new Window(gtk_window_new(GTK_WINDOW_POPUP), false));
+    std::unique_ptr<Window> window(new Window(gtk_window_new(GTK_WINDOW_POPUP), Kind::InHost));
     window->fillHost(host.get());
     window->mHost = std::move(host);
-    window->show(true);
     return window;
 }
 
-Window::Window(GtkWidget* topLevel, bool takesDialogs)
-    : mTopLevel(topLevel), mArea(gtk_drawing_area_new()), mTakesDialogs(takesDialogs) {
+Window::Window(GtkWidget* topLevel, Kind kind)
+    : mTopLevel(topLevel), mArea(gtk_drawing_area_new()), mKind(kind) {
     gtk_container_add(GTK_CONTAINER(mTopLevel), mArea);
     connectSignals();
     currentWindow = this;
@@ -128,11 +107,14 @@ void Window::fillHost(GdkWindow* host) {
     });
 }
 
-// Once the window has been drawn, it is black and its size is known.
-void Window::show(bool withoutCursor) {
+void Window::show() {
+    gtk_widget_realize(mArea);  // a preview is painted as soon as it has a size
     gtk_widget_show_all(mTopLevel);
-    if (withoutCursor) hideCursor(mTopLevel);
+    if (mKind != Kind::OnDesktop) hideCursor(mTopLevel);
     RunLoop::runUntil([this] { return mIsPainted; }, kFirstDrawTimeout);
+    if (!mTopLevel) return;  // closed meanwhile
+    if (mKind == Kind::Cover) takeFocus(mTopLevel);
+    gdk_display_flush(gtk_widget_get_display(mArea));
 }
 
 Window* Window::current() { return currentWindow; }
@@ -142,12 +124,7 @@ Size Window::size() const {
             static_cast<double>(gtk_widget_get_allocated_height(mArea))};
 }
 
-bool Window::isThumbnail() const {
-    GdkWindow* own = gtk_widget_get_window(mTopLevel);
-    GdkRectangle monitor;
-    gdk_monitor_get_geometry(gdk_display_get_monitor_at_window(gdk_window_get_display(own), own), &monitor);
-    return size().width < monitor.width / 2.0 && size().height < monitor.height / 2.0;
-}
+bool Window::isThumbnail() const { return mHost && isPreviewWindow(mHost.get()); }
 
 void Window::setContentView(std::unique_ptr<ScreenSaverView> root) {
     mRoot = std::move(root);
@@ -167,7 +144,7 @@ void Window::resized() {
 }
 
 void Window::tick() {
-    if (!mTopLevel) return;
+    if (!mTopLevel || !gtk_widget_get_realized(mArea)) return;
     if (!mRoot->isPreview()) return mRoot->animateOneFrame();
     SurfaceRef painting = makeSurface(CAIRO_CONTENT_COLOR_ALPHA);
     CairoRef cairo(cairo_create(painting.get()));
@@ -180,7 +157,20 @@ void Window::tick() {
 }
 
 void Window::setNeedsDisplay() {
+    mHasChanged = true;
     if (mTopLevel && !mFade) gtk_widget_queue_draw(mArea);
+}
+
+void Window::setNeedsDisplay(const View& view, const GdkRectangle& part) {
+    mHasChanged = true;
+    if (!mTopLevel || mFade) return;
+    double x = part.x, y = part.y;
+    for (const View* each = &view; each->superview(); each = each->superview()) {
+        const Rect& frame = each->frame();
+        x += frame.x;
+        y += each->superview()->bounds().height - (frame.y + frame.height);
+    }
+    gtk_widget_queue_draw_area(mArea, static_cast<int>(x), static_cast<int>(y), part.width, part.height);
 }
 
 void Window::draw(cairo_t* cairo) {
@@ -220,13 +210,15 @@ void Window::crossFade(double seconds, const std::function<void()>& applyChange)
     seconds = std::min(seconds, mLongestFade);
     mFade = std::make_unique<CrossFade>(mArea, snapshot(), seconds);
     applyChange();
+    mHasChanged = false;
     mFade->run(snapshot());
 
     char line[80];
     std::snprintf(line, sizeof line, "fade: %.2f s, %d frames", seconds, mFade->frames());
     trace(line);
+    const bool isShown = mFade->isComplete() && !mHasChanged;
     mFade.reset();
-    setNeedsDisplay();
+    if (!isShown) setNeedsDisplay();
     if (mRoot) reportFadeEnded(*mRoot, true);
 }
 

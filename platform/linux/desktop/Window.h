@@ -18,9 +18,10 @@ class CrossFade;
 // screen-saver host's window. When the user or the host closes it, the main loop stops.
 class Window {
   public:
-    // Each returns null on failure, after writing one line to stderr that says why.
-    static std::unique_ptr<Window> open(const Size& size, bool fullscreen);
-    // Covers everything on the monitor, for a Wayland compositor with layers; any input calls endAll.
+    // Each makes a window that is not on the screen yet, or returns null on failure, after writing one line
+    // to stderr that says why.
+    static std::unique_ptr<Window> open(const Size& size);
+    // Covers everything on the monitor; any input calls endAll.
     static std::unique_ptr<Window> cover(GdkMonitor* monitor, void (*endAll)());
     static std::unique_ptr<Window> embed(unsigned long hostWindow);
     ~Window();
@@ -30,11 +31,14 @@ class Window {
     // The window that alerts may use; null when there is none.
     static Window* current();
 
+    // Brings the window, which has a content view by then, to the screen. Returns when its first picture is
+    // there and its size is known, or after a second.
+    void show();
+
     Size size() const;
-    bool isEmbedded() const { return mHost != nullptr; }
     // Whether a dialog can appear above it and be answered.
-    bool takesDialogs() const { return mTakesDialogs; }
-    // Smaller than half its monitor in both directions, as in a host's settings dialog.
+    bool takesDialogs() const { return mKind == Kind::OnDesktop; }
+    // Whether it lies in a host's settings.
     bool isThumbnail() const;
 
     // Shows root and keeps it as large as the window.
@@ -46,6 +50,8 @@ class Window {
     void tick();
 
     void setNeedsDisplay();
+    // The same for a part of one of its views, counted from the view's upper left corner.
+    void setNeedsDisplay(const View& view, const GdkRectangle& part);
 
     // Limits all fades from now on: ticks that come faster than usual need shorter ones.
     void setLongestFade(double seconds) { mLongestFade = seconds; }
@@ -59,10 +65,11 @@ class Window {
     GtkWindow* gtkWindow() { return GTK_WINDOW(mTopLevel); }
 
   private:
-    Window(GtkWidget* topLevel, bool takesDialogs);
+    enum class Kind { OnDesktop, Cover, InHost };
+
+    Window(GtkWidget* topLevel, Kind kind);
     void connectSignals();
     void fillHost(GdkWindow* host);
-    void show(bool withoutCursor);
     void resized();
     void draw(cairo_t* cairo);
     void drawContent(cairo_t* cairo);
@@ -72,12 +79,13 @@ class Window {
     GtkWidget* mTopLevel;  // owned, destroyed with this
     GtkWidget* mArea;      // owned by mTopLevel
     ObjectRef<GdkWindow> mHost;
-    bool mTakesDialogs;
+    Kind mKind;
     bool mIsPainted = false;
     std::unique_ptr<ScreenSaverView> mRoot;
     std::function<void()> mResizeHandler;
     SurfaceRef mPreviewPainting;
     std::unique_ptr<CrossFade> mFade;
+    bool mHasChanged = false;                                       // during a fade
     double mLongestFade = std::numeric_limits<double>::infinity();  // seconds
     std::string mNotice;
 };
