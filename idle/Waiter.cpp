@@ -11,7 +11,7 @@
 namespace {
 
 // How soon to look again whether a program still keeps the saver away.
-constexpr std::chrono::seconds kPause{5};
+constexpr std::chrono::seconds kPause{2};
 
 }  // namespace
 
