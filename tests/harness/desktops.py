@@ -54,6 +54,15 @@ class Desktop(Session):
             time.sleep(0.05)
         return not self.savers()
 
+    def wait_for_end(self):
+        """Waits until nothing of the saver is left, and keeps the session in use meanwhile."""
+
+        def has_ended():
+            self.display.press("Shift_L")
+            return not self.savers() and not self.remains()
+
+        wait_until(has_ended)
+
     def open_window(self, *options):
         """Opens a user's window that reports what is typed into it."""
         return self._start_script("typing_window.py", "shown", *options)
