@@ -136,8 +136,8 @@ int runSaver(const Options& options) {
     if (!window) return 1;
     Saver saver(std::move(window), options);
     saver.showWaitingView();
-    CQuakeList::Instance();  // fetches the feed, while the window goes on to be drawn and to follow its
-                             // host's
+    // Fetches the feed, while the window goes on to be drawn and to follow its host's.
+    CQuakeList::Instance();
     if (RunLoop::isStopping()) return 0;  // a host that has changed its mind is waiting for this
     if (!saver.start()) return 1;
     RunLoop::run();
