@@ -113,7 +113,6 @@ void Window::show() {
     if (mKind != Kind::OnDesktop) hideCursor(mTopLevel);
     RunLoop::runUntil([this] { return mIsPainted; }, kFirstDrawTimeout);
     if (!mTopLevel) return;  // closed meanwhile
-    if (mKind == Kind::Cover) takeFocus(mTopLevel);
     gdk_display_flush(gtk_widget_get_display(mArea));
 }
 
