@@ -59,7 +59,11 @@ MOVED = {
     "Tasman Bay": [173.3, -41.02],
 }
 TURNED = {"Louisville Ridge": 66}  # degrees
-NARROW_WATERS = {"Karamea Bight", "Pegasus Bay", "Poverty Bay", "Tasman Bay"}
+KINDS = {  # of those waters that a name must not leave
+    **dict.fromkeys(["Karamea Bight", "Pegasus Bay", "Poverty Bay", "Tasman Bay"], "bay"),
+    **dict.fromkeys(["Bay of Plenty", "Canterbury Bight", "Cook Strait", "Foveaux Strait", "Hauraki Gulf", "Hawke Bay",
+                     "South Taranaki Bight"], "strait"),
+}
 
 # Residents where the source has a round default or another settlement's number, rounded.
 PEOPLE = {
@@ -124,6 +128,12 @@ PLATES = {
     "TO": "Tonga Plate",
 }
 
+# Bird's line crosses the South Island some ten kilometres beside its great faults. Here it follows their traces.
+ALPINE_FAULT = [[168.052, -44.417], [168.358, -44.235], [168.709, -44.063], [169.084, -43.902], [169.666, -43.637],
+                [170.05, -43.454], [170.486, -43.226], [170.756, -43.096], [171.15, -42.893]]
+HOPE_FAULT = [[171.15, -42.893], [171.383, -42.867], [171.825, -42.743], [172.247, -42.63], [172.62, -42.588],
+              [172.78, -42.582], [173.02, -42.532], [173.31, -42.412], [173.675, -42.316], [174.133, -42.15]]
+
 # Names along a plate boundary: pair of plates, class, southern and northern end, kind, name.
 ALONG = [
     ["AU-PA", "CTF", -44.1, -42.9, "fault", "Alpine Fault"],
@@ -180,9 +190,25 @@ def by_kind(found, kind_of):
     return {kind: shapes(members) for kind, members in sorted(kinds.items())}
 
 
+def boundaries(folder):
+    found = [feature for feature in features(folder, "plates") if not is_boundary(feature, "AU-PA", "CCB")]
+    for feature in found:
+        line = feature["geometry"]["coordinates"]
+        if is_boundary(feature, "AU\\PA", "SUB"):
+            line[-3:] = ALPINE_FAULT[:3]
+        elif is_boundary(feature, "AU-PA", "CTF"):
+            is_alpine = line[0][0] < 170
+            line[:] = ALPINE_FAULT[2:] if is_alpine else HOPE_FAULT + [point for point in line if point[0] > 174.5]
+    return found
+
+
+def is_boundary(feature, pair, kind):
+    return (feature["properties"]["b"], feature["properties"]["c"]) == (pair, kind)
+
+
 def plates(folder):
     """The boundaries. A trench has the plate that stays on top at its left, and points far enough apart for a curve."""
-    found = features(folder, "plates")
+    found = boundaries(folder)
     for feature in found:
         if "\\" in feature["properties"]["b"]:
             feature["geometry"]["coordinates"].reverse()
@@ -225,7 +251,7 @@ def labels(folder):
     for p, name, place in named_points(folder, "labels"):
         if name in along or name in SECOND_LINES.values():
             continue
-        kind = "bay" if name in NARROW_WATERS else p["k"]
+        kind = KINDS.get(name, p["k"])
         lines = "\n".join(filter(None, [name, SECOND_LINES.get(name)]))
         table.append([lines, kind, p["r"], TURNED.get(name, p.get("a", 0)), *place])
     table += [[name, kind, rank, 0, *place] for name, kind, rank, found in MORE_NAMES for place in found]
@@ -235,7 +261,7 @@ def labels(folder):
 def boundary_names(folder):
     """Labels that stand beside a boundary, at the left of the direction that their angle gives."""
     table = []
-    for feature in features(folder, "plates"):
+    for feature in boundaries(folder):
         pair, kind = feature["properties"]["b"], feature["properties"]["c"]
         for angle, longitude, latitude in stations(feature["geometry"]["coordinates"]):
             place = [round(longitude, 2), round(latitude, 2)]
@@ -246,7 +272,7 @@ def boundary_names(folder):
             table += [
                 [name, label, 1, back, *place]
                 for own_pair, own_kind, south, north, label, name in ALONG
-                if (own_pair, own_kind) == (pair, kind) and south <= latitude <= north
+                if is_boundary(feature, own_pair, own_kind) and south <= latitude <= north
             ]
     return table
 

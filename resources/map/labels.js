@@ -1,7 +1,7 @@
 // The names on the map: where they go, and how they are drawn.
 
 import BASEMAP from "../basemap/vector.json" with {type: "json"};
-import {HALO, pathOf, stroke} from "./drawing.js";
+import {HALO, pathOf, pathOfCurves, stroke} from "./drawing.js";
 import {labelItems} from "./names.js";
 import {placeLabels} from "./placement.js";
 import {HIDDEN_EDGE} from "./projection.js";
@@ -11,14 +11,15 @@ const HALO_WIDTH = 4.4;  // units
 
 // --- Where they go
 
-// Those names that find a free place, and where. Obstacles are boxes by their name, "mark" among them.
-export function layOutLabels(context, view, obstacles) {
+// Those names that find a free place, and where. Obstacles are boxes by their name, "mark" among them; rings are lines that
+// only towns and islands may cross.
+export function layOutLabels(context, view, obstacles, rings) {
   const items = labelItems(view, obstacles.mark);
   const margin = EDGE_MARGIN * view.unit;
   const bounds = {left: HIDDEN_EDGE + margin, top: HIDDEN_EDGE + margin,
     right: view.width - margin, bottom: view.height - margin};
   measureItems(context, items);
-  return placeLabels(items, bounds, Object.values(obstacles).filter(Boolean), landFinder(view));
+  return placeLabels(items, bounds, Object.values(obstacles).filter(Boolean), lineFinder(view, rings));
 }
 
 function measureItems(context, items) {
@@ -30,8 +31,8 @@ function measureItems(context, items) {
   }
 }
 
-// A question for boxes: is there land or a plate boundary in it? A small picture of both gives the answer.
-function landFinder(view) {
+// A question for boxes: is there land, a plate boundary or a ring in it? A small picture of them gives the answer.
+function lineFinder(view, rings) {
   const grain = Math.max(4, view.unit * 4);  // CSS pixels to one of the picture
   const canvas = document.createElement("canvas");
   canvas.width = Math.ceil(view.width / grain);
@@ -45,6 +46,7 @@ function landFinder(view) {
   for (const lines of Object.values(BASEMAP.plates)) {
     context.stroke(pathOf(view, lines, 0.5 / grain));
   }
+  context.stroke(pathOfCurves(rings.map(({points}) => points)));
   const {data, width, height} = context.getImageData(0, 0, canvas.width, canvas.height);
   return box => {
     const right = Math.min(width - 1, Math.ceil(box.right / grain));

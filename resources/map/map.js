@@ -10,7 +10,7 @@ import {drawLabels, layOutLabels} from "./labels.js";
 import {drawLayers} from "./layers.js";
 import {listOf} from "./list.js";
 import {boxOfMark, createMark, drawMark} from "./mark.js";
-import {boxOf, fillKey, fillPanel, fitPanel} from "./panel.js";
+import {boxOf, fillPanel, fitPanel, shortenKey} from "./panel.js";
 import {placesOnLand} from "./places.js";
 import {createView} from "./projection.js";
 import {missingRelief} from "./relief.js";
@@ -61,7 +61,8 @@ function drawPage(view, quake) {
   const obstacles = {...fixed, ...corners.boxes};
   const labels = layOutNames(context, view, facts, obstacles);
   drawLabels(context, labels);
-  shortenKey(facts, corners, labels);
+  shortenKey([...facts.rings.inside, ...(corners.inset ? corners.inset.rings : [])],
+      new Set(labels.map(({item}) => item.ring)));
   drawCorners(context, view, quake, corners, density);
   if (quake.place) {
     drawMark(context, mark);
@@ -82,7 +83,7 @@ function factsOf(view, quake, mark) {
 
 // The names of the map, and those of the rings where there is room left.
 function layOutNames(context, view, facts, obstacles) {
-  const names = layOutLabels(context, view, obstacles);
+  const names = layOutLabels(context, view, obstacles, facts.rings.inside);
   const taken = [...Object.values(obstacles).filter(Boolean), ...names.flatMap(({boxes}) => boxes)];
   return [...names, ...layOutRingNames(context, view, facts.rings.inside, taken)];
 }
@@ -96,14 +97,6 @@ function mapContext(view, density) {
   const context = canvas.getContext("2d", {alpha: false});
   context.scale(density, density);
   return context;
-}
-
-// A ring that has its name on the map needs no other.
-function shortenKey({rings}, {inset}, labels) {
-  const isNamed = ({name}) => labels.some(({item}) => item.ring === name);
-  if (!document.getElementById("key").hidden) {
-    fillKey([...rings.inside, ...(inset ? inset.rings : [])].filter(ring => !isNamed(ring)));
-  }
 }
 
 // The scale, the key and the region, where the panel and the mark leave them room.
@@ -133,7 +126,7 @@ function drawCorners(context, view, quake, {inset, scale, key}, density) {
 function tellLayout(view, boxes, labels, facts, {inset}) {
   window.tellmarLayout = Object.freeze({
     width: view.width, height: view.height, place: shown.place, middle: view.middle, boxes,
-    labels: labels.map(({item, boxes: own}) => ({text: item.lines.join("\n"), boxes: own})),
+    labels: labels.map(label => ({...label, text: label.item.lines.join("\n")})),
     rings: {view: facts.rings.inside.map(({name, box}) => ({name, box})),
       inset: inset ? inset.rings.map(({name}) => name) : []},
     missing: missingRelief(view).length,

@@ -8,25 +8,27 @@ import {namedPlaces, nearestPlace} from "./places.js";
 import {HIDDEN_EDGE} from "./projection.js";
 
 const SMALLEST_TEXT_UNIT = 0.8;
-const MOST_STRUCK = 3;  // towns and islands under the mark that come first
+const USUAL_WORLD = 65536;  // CSS pixels of the world, where the towns' names lie loosely
+const MOST_COVERED = 3;
 
-// First match by people. The dot's radius stands beside the size.
+// First match by people. The dot's radius and the room around stand beside the size.
 const TOWN_STYLES = [
-  [300000, {weight: 600, size: 19, dot: 4.2, colour: "#ffffff"}],
-  [100000, {weight: 600, size: 16.5, dot: 3.7, colour: "#f6f8f6"}],
-  [30000, {weight: 600, size: 14, dot: 3.1, colour: "#eff2f3"}],
-  [9000, {weight: 400, size: 13.5, dot: 2.7, colour: "#e9edec"}],
-  [2500, {weight: 400, size: 12.5, dot: 2.3, colour: "#e3e8e8"}],
-  [0, {weight: 400, size: 12, dot: 2, colour: "#dde3e3"}],
+  [300000, {weight: 600, size: 19, dot: 4.2, room: 0, colour: "#ffffff"}],
+  [100000, {weight: 600, size: 16.5, dot: 3.7, room: 0, colour: "#f6f8f6"}],
+  [30000, {weight: 600, size: 14, dot: 3.1, room: 0, colour: "#eff2f3"}],
+  [9000, {weight: 400, size: 13.5, dot: 2.7, room: 4, colour: "#e9edec"}],
+  [2500, {weight: 400, size: 12.5, dot: 2.3, room: 8, colour: "#e3e8e8"}],
+  [0, {weight: 400, size: 12, dot: 2, room: 14, colour: "#dde3e3"}],
 ];
 
-// By the label's kind: the sizes by rank (the last one for all further ranks), priority (lower goes first). Names that
-// belong to a line stand beside it, so many heights away.
+// By the label's kind: the sizes by rank (the last one for all further ranks), priority (lower goes first). A name of
+// the sea may stray so many heights from its place to keep off the land; one of a line stands so many heights beside it.
 const NAME_STYLES = {
-  sea: {serif: true, sizes: [25, 20, 17, 14.5], spacing: 0.22, colour: "#b8d9ed", priority: 20, sea: true},
+  sea: {serif: true, sizes: [25, 20, 17, 14.5], spacing: 0.22, colour: "#b8d9ed", priority: 20, sea: true, stray: 4},
+  strait: {serif: true, sizes: [17, 17, 17, 14.5], spacing: 0.16, colour: "#b8d9ed", priority: 17, sea: true, stray: 0.8},
   bay: {serif: true, sizes: [13.5], spacing: 0.06, colour: "#b8d9ed", priority: 18, sea: true, offset: 4},
-  trench: {serif: true, sizes: [17, 15], spacing: 0.14, colour: "#b8d9ed", priority: 26, sea: true},
-  rise: {serif: true, sizes: [17, 15], spacing: 0.14, colour: "#c4dde8", priority: 25, sea: true},
+  trench: {serif: true, sizes: [17, 15], spacing: 0.14, colour: "#b8d9ed", priority: 26, sea: true, stray: 3},
+  rise: {serif: true, sizes: [17, 15], spacing: 0.14, colour: "#c4dde8", priority: 25, sea: true, stray: 3},
   line: {serif: true, sizes: [17], spacing: 0.14, colour: "#9fe8d2", priority: 19, sea: true, beside: [1, 1.5]},
   fault: {italic: true, sizes: [14], spacing: 0.1, colour: "#9fe8d2", priority: 16, beside: [0.9, -0.9, 1.4, -1.4]},
   plate: {sizes: [13.5], spacing: 0.24, colour: "#9fe8d2", priority: 23, sea: true, capitals: true,
@@ -44,36 +46,42 @@ const NAME_STYLES = {
 const SYMBOL_SIZE = 4.6;
 
 // All names in the view, the most important first and of several of one name the nearest to the middle. mark is the
-// box of the quake's mark, if it has one: what the quake is named after comes before everything, then what lies there.
+// box of the quake's mark, if it has one.
 export function labelItems(view, mark) {
   const unit = Math.max(SMALLEST_TEXT_UNIT, view.unit);
-  const items = [...BASEMAP.places.map(place => townItem(unit, place)), ...BASEMAP.labels.map(label => nameItem(unit, label)),
+  const crowd = Math.min(Math.max(unit * USUAL_WORLD / view.world - 1, 0), 2);
+  const items = [...BASEMAP.places.map(place => townItem(unit, crowd, place)), ...BASEMAP.labels.map(label => nameItem(unit, label)),
     ...volcanoItems(unit)]
       .map(item => ({...item, x: view.x(item.longitude), y: view.y(item.latitude)}))
       .filter(({x, y}) => x > HIDDEN_EDGE && x < view.width && y > HIDDEN_EDGE && y < view.height);
   const fromMiddle = ({x, y}) => Math.hypot(x - view.middle.x, y - view.middle.y);
   items.sort((one, other) => one.priority - other.priority || fromMiddle(one) - fromMiddle(other));
-  if (!mark) {
-    return items;
-  }
-  const struck = struckItems(items, view.place, mark);
-  return [...struck.map(item => ({...item, mark})), ...items.filter(item => !struck.includes(item))];
+  return mark ? withStruck(items, view.place, mark) : items;
 }
 
-function struckItems(items, place, mark) {
+// The place that the quake is named after goes first, but not onto a city. The mark must not hide it, nor the towns and
+// islands under it.
+function withStruck(items, place, mark) {
   const nearest = nearestPlace(place, namedPlaces());
-  const named = nearest && items.find(({lines}) => lines[0] === nearest.name);
-  const covered = items.filter(({x, y, isPlace, symbolSize: size}) => isPlace &&
-      boxesMeet(mark, {left: x - size, top: y - size, right: x + size, bottom: y + size}));
-  return [...new Set([...(named ? [named] : []), ...covered.slice(0, MOST_STRUCK)])];
+  const named = items.find(({lines}) => nearest && lines[0] === nearest.name);
+  const covered = items.filter(item => item.isPlace && boxesMeet(mark, dotOf(item))).slice(0, MOST_COVERED);
+  const others = items.filter(item => item !== named).map(item => covered.includes(item) ? {...item, mark} : item);
+  const cities = others.filter(({weight}) => weight > 400);
+  return named ? [{...named, mark, avoid: cities.map(dotOf)}, ...others] : others;
 }
 
-function townItem(unit, [name, people, longitude, latitude]) {
-  const {weight, size, dot, colour} = TOWN_STYLES.find(([least]) => people >= least)[1];
+function dotOf({x, y, symbolSize: size}) {
+  return {left: x - size, top: y - size, right: x + size, bottom: y + size};
+}
+
+// Where the map is small beside its texts, lesser towns want more room around their names.
+function townItem(unit, crowd, [name, people, longitude, latitude]) {
+  const {weight, size, dot, colour, room} = TOWN_STYLES.find(([least]) => people >= least)[1];
   return {
-    lines: [name], longitude, latitude, colour, unit,
+    lines: [name], longitude, latitude, colour, weight, unit,
     font: `${weight} ${size * unit}px ${SANS}`, size: size * unit, spacing: 0.01 * size * unit,
     priority: 10 - Math.log10(people + 10), offset: (dot + 4) * unit, symbol: "dot", symbolSize: dot * unit, isPlace: true,
+    room: room * crowd * unit,
   };
 }
 
@@ -86,7 +94,7 @@ function nameItem(unit, [name, kind, rank, angle, longitude, latitude]) {
     longitude, latitude, ...slope(radians(angle), style.beside), unit, size, spacing: style.spacing * size,
     font: `${slant}${style.weight || 400} ${size}px ${style.serif ? SERIF : SANS}`,
     colour: style.colour, sea: style.sea, priority: style.priority + rank,
-    offset: (style.offset || 0) * unit, symbol: style.symbol, symbolSize: SYMBOL_SIZE * unit,
+    offset: (style.offset || 0) * unit, stray: style.stray, symbol: style.symbol, symbolSize: SYMBOL_SIZE * unit,
     isPlace: style.isPlace,
   };
 }

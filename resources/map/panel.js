@@ -10,9 +10,9 @@ import {depthInWords, listInWordsOf, magnitudeClass, magnitudeInWords, placeInWo
   from "./words.js";
 
 const CREDITS = {
-  whole: "Sea floor: Natural Earth. Land relief: LINZ, CC BY 4.0. Coast: GSHHG. Faults: GEM, CC BY-SA 4.0. " +
+  whole: "Sea floor: NASA Blue Marble. Land relief: LINZ, CC BY 4.0. Coast: GSHHG. Faults: GEM, CC BY-SA 4.0. " +
       "Plates: Bird 2003, ODC-By. Places: GeoNames, CC BY 4.0.",
-  short: "Natural Earth · LINZ · GSHHG · GEM · Bird 2003 · GeoNames",
+  short: "NASA · LINZ · GSHHG · GEM · Bird 2003 · GeoNames",
 };
 const LICENCES = {GeoNet: ", CC BY 3.0 NZ"};
 const LEAST_WHOLE_CREDIT = 640;  // CSS pixels
@@ -70,16 +70,26 @@ function fillDate({ago, date}) {
 }
 
 // Which ring is which.
-export function fillKey(rings) {
+function fillKey(rings) {
   const key = document.getElementById("key");
-  const isEstimateSaid = document.getElementById("shaking").textContent.startsWith("Estimated");
   key.hidden = rings.length === 0;
-  key.replaceChildren(isEstimateSaid ? "" : "Estimated shaking:", ...[...rings].reverse().map(({name, colour}) => {
+  key.replaceChildren(isEstimateSaid() ? "" : "Estimated shaking: ", ...[...rings].reverse().map(({name, colour}) => {
     const part = document.createElement("span");
     part.textContent = name;
     part.style.setProperty("--ring", `rgb(${colour})`);
     return part;
   }));
+}
+
+// A ring that has its name on the map needs no other where the panel says what the rings are.
+export function shortenKey(rings, named) {
+  if (isEstimateSaid() && !document.getElementById("key").hidden) {
+    fillKey(rings.filter(({name}) => !named.has(name)));
+  }
+}
+
+function isEstimateSaid() {
+  return document.getElementById("shaking").textContent.startsWith("Estimated");
 }
 
 function sourceCredit(view, list) {

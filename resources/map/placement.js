@@ -4,13 +4,13 @@ import {boxesMeet} from "./geometry.js";
 
 // Gives each item, in their order, the first of its positions that is free; leaves out items that have none, and further
 // ones of the same name. Returns {item, x, y (the middle of the text), boxes, leader (its ends, if there is one)}.
-// touchesLand keeps the names of the sea off the land.
-export function placeLabels(items, bounds, obstacles, touchesLand) {
+// isCrossed keeps names of the sea off what they must not cross.
+export function placeLabels(items, bounds, obstacles, isCrossed) {
   const taken = [...obstacles];
   const placed = new Map();
   for (const item of items) {
     const name = item.lines.join("\n");
-    const label = placed.has(name) ? null : placeLabel(item, bounds, taken, touchesLand);
+    const label = placed.has(name) ? null : placeLabel(item, bounds, taken, isCrossed);
     if (label) {
       placed.set(name, label);
       taken.push(...label.boxes, ...leaderBoxes(item, label.leader));
@@ -19,8 +19,9 @@ export function placeLabels(items, bounds, obstacles, touchesLand) {
   return [...placed.values()];
 }
 
-function placeLabel(item, bounds, taken, touchesLand) {
-  const isFree = (box, others) => isInside(box, bounds) && !others.some(other => boxesMeet(box, other));
+function placeLabel(item, bounds, taken, isCrossed) {
+  const isFree = (box, others, room = 0) =>
+      isInside(box, bounds) && !others.some(other => boxesMeet(grown(box, room), other));
   const symbol = boxAround(item.x, item.y, 2 * (item.symbolSize || 0), 2 * (item.symbolSize || 0));
   const takenBesideMark = taken.filter(other => other !== item.mark);
   const isCovered = Boolean(item.mark) && boxesMeet(symbol, item.mark);
@@ -30,7 +31,7 @@ function placeLabel(item, bounds, taken, touchesLand) {
   for (const [x, y] of positionsOf(item, isCovered)) {
     const text = textBoxes(item, x, y);
     const leader = isCovered ? [item, nearestIn(text[0], item)] : null;
-    if (text.every(box => isFree(box, taken)) && !(item.sea && text.some(touchesLand)) &&
+    if (text.every(box => isFree(box, [...taken, ...(item.avoid || [])], item.room)) && !(item.sea && text.some(isCrossed)) &&
         leaderBoxes(item, leader).every(box => isFree(box, takenBesideMark))) {
       return {item, x, y, leader, boxes: isCovered || !item.symbol ? text : [symbol, ...text]};
     }
@@ -40,7 +41,7 @@ function placeLabel(item, bounds, taken, touchesLand) {
 
 // The middles that a label's text may have, the best first.
 function positionsOf(item, isCovered) {
-  const {x, y, height, offset, sea, beside} = item;
+  const {x, y, height, offset, stray, sea, beside} = item;
   if (isCovered) {
     return positionsAroundMark(item);
   }
@@ -50,7 +51,7 @@ function positionsOf(item, isCovered) {
   if (offset) {
     return sea ? [[x, y], ...positionsBeside(item)] : positionsBeside(item);
   }
-  return sea ? [[x, y], ...positionsNear(item)] : [[x, y]];
+  return stray ? [[x, y], ...positionsNear(item)] : [[x, y]];
 }
 
 function positionsBeside({x, y, width, height, offset}) {
@@ -60,10 +61,10 @@ function positionsBeside({x, y, width, height, offset}) {
     [x + dx * 0.8, y - dy], [x + dx * 0.8, y + dy], [x - dx * 0.8, y - dy], [x - dx * 0.8, y + dy]];
 }
 
-function positionsNear({x, y, height, angle}) {
-  return [1.2, 2.4, 4].flatMap(step => {
-    const dx = Math.cos(angle || 0) * step * height;
-    const dy = Math.sin(angle || 0) * step * height;
+function positionsNear({x, y, height, angle, stray}) {
+  return [0.3, 0.6, 1].flatMap(part => {
+    const dx = Math.cos(angle || 0) * part * stray * height;
+    const dy = Math.sin(angle || 0) * part * stray * height;
     return [[x + dx, y + dy], [x - dx, y - dy], [x - dy, y + dx], [x + dy, y - dx]];
   });
 }
@@ -119,6 +120,10 @@ function textBoxes({width, height, angle}, x, y) {
 
 function boxAround(x, y, width, height) {
   return {left: x - width / 2, top: y - height / 2, right: x + width / 2, bottom: y + height / 2};
+}
+
+function grown({left, top, right, bottom}, room) {
+  return {left: left - room, top: top - room, right: right + room, bottom: bottom + room};
 }
 
 function isInside(box, bounds) {

@@ -95,7 +95,12 @@ function nameItem(context, view, ring, bearing) {
   const upright = Math.abs(bearing) > 90 ? bearing - Math.sign(bearing) * 180 : bearing;
   return {
     ...pointInView(view, ring.place, ring, bearing), lines: [ring.name], ring: ring.name, angle: upright * Math.PI / 180, font, size,
-    spacing: 0.02 * size, unit: view.unit, halo: true, colour: `rgb(${ring.colour})`,
+    spacing: 0.02 * size, unit: view.unit, halo: true, colour: lightened(ring.colour),
     width: context.measureText(ring.name).width + size, height: size * 1.2,
   };
+}
+
+// Half way to white: a name is thinner than its line.
+function lightened(colour) {
+  return `rgb(${colour.split(",").map(part => Math.round((Number(part) + 255) / 2))})`;
 }

@@ -10,27 +10,25 @@
 
 namespace {
 
-// Lays over the page the same names in red on blue, and tells the stretches: left, top, right, bottom and the name.
+// Lays the same names over the page in red on blue and returns their stretches: left, top, right, bottom and
+// the name.
 constexpr char kMaskNames[] = R"js(await (async () => {
-  const {createView} = await import("bundle:///map/projection.js");
-  const {drawLabels, layOutLabels} = await import("bundle:///map/labels.js");
-  const {width, height, place, boxes} = tellmarLayout;
+  const {drawLabels} = await import("bundle:///map/labels.js");
+  const {width, height, labels} = tellmarLayout;
   const mask = Object.assign(document.createElement("canvas"), {width, height, id: "mask"});
   const context = mask.getContext("2d");
-  const labels = layOutLabels(context, createView(width, height, place, 8), boxes)
-    .map(label => ({...label, leader: null, item: {...label.item, symbol: null, colour: "#f00"}}));
   context.fillStyle = "#00f";
   context.fillRect(0, 0, width, height);
-  drawLabels(context, labels);
+  drawLabels(context, labels.map(label =>
+    ({...label, leader: null, item: {...label.item, symbol: null, colour: "#f00"}})));
   mask.style = "position: fixed; left: 0; top: 0; z-index: 9";
   document.body.append(mask);
   await new Promise(done => requestAnimationFrame(() => requestAnimationFrame(done)));
-  return labels.flatMap(({item, boxes: own}) => own.flatMap(({left, top, right, bottom}) =>
+  return labels.flatMap(({item, text, boxes}) => boxes.flatMap(({left, top, right, bottom}) =>
     Array.from({length: Math.ceil((right - left) / item.height)}, (_, i) => [left + i * item.height, top,
-      Math.min(right, left + (i + 1) * item.height), bottom, item.lines[0]].join(" ")))).join("|");
+      Math.min(right, left + (i + 1) * item.height), bottom, text.replace("\n", " ")].join(" ")))).join("|");
 })())js";
 constexpr std::size_t kLeastPixels = 8;
-constexpr double kBright = 0.75;  // part of the surroundings that is darker than what counts
 
 double linear(int value) {
     const double part = value / 255.0;
@@ -41,9 +39,10 @@ double luminance(const Color& color) {
     return 0.2126 * linear(color.red) + 0.7152 * linear(color.green) + 0.0722 * linear(color.blue);
 }
 
-double quantile(std::vector<double>& values, double part) {
-    std::sort(values.begin(), values.end());
-    return values[static_cast<std::size_t>(part * static_cast<double>(values.size() - 1))];
+double median(std::vector<double>& values) {
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
 }
 
 struct Stretch {
@@ -61,7 +60,7 @@ double contrastIn(const Stretch& stretch, const Picture& picture, const Picture&
         }
     }
     if (std::min(text.size(), around.size()) < kLeastPixels) return INFINITY;
-    return (quantile(text, 0.5) + 0.05) / (quantile(around, kBright) + 0.05);
+    return (median(text) + 0.05) / (median(around) + 0.05);
 }
 
 }  // namespace

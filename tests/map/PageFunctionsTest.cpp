@@ -130,17 +130,22 @@ TEST(PageFunctionsTest, TheQuakeIsFoundInItsListByItsNumbers) {
 
 TEST(PageFunctionsTest, LabelsGoToTheFirstFreePositionAndTheScaleHasARoundLength) {
     const std::string place = R"js((items => placeLabels(
-      items.map(item => ({width: 40, height: 10, offset: 5, symbol: 'dot', symbolSize: 2, lines: [], ...item})),
+      items.map(item => ({width: 40, height: 10, offset: 5, symbol: 'dot', symbolSize: 2, lines: [item.name], ...item})),
       {left: 0, top: 0, right: 200, bottom: 100}, [{left: 90, top: 40, right: 110, bottom: 60}],
       box => box.right > 150).map(({item, x, y}) => [item.name, x, y])))js";
     expect(
         {{place +
               "([{name: 'right', x: 20, y: 20}, {name: 'left', x: 84, y: 50}, {name: 'mark', x: 100, y: 50},"
-              " {name: 'on it', x: 22, y: 20}, {name: 'edge', x: 199, y: 50}])",
+              " {name: 'on it', x: 22, y: 20}, {name: 'edge', x: 199, y: 50}, {name: 'left', x: 20, y: 80}])",
           R"([["right",45,20],["left",59,50]])"},
          // A sea's name moves off the land.
-         {place + "([{name: 'sea', x: 140, y: 80, offset: 0, symbol: '', sea: true}])",
+         {place + "([{name: 'sea', x: 140, y: 80, offset: 0, symbol: '', sea: true, stray: 4}])",
           R"([["sea",128,80]])"},
+         // One that lies under the mark stands beside it, and the next one not on its line.
+         {"(mark => placeLabels([18, 22].map(x => ({lines: [x], x, y: 50, width: 20, height: 10, mark})),"
+          " {left: 0, top: 0, right: 200, bottom: 100}, [mark]).map(({x, y, leader}) => [x, y, leader[1].x]))"
+          "({left: 10, top: 40, right: 30, bottom: 60})",
+          R"([[20,31,18],[44,50,34]])"},
          {"[5, 6, 7, 8, 9].map(zoom => createScale(createView(1290, 730, null, zoom), 0, {x: 0}).kilometres)",
           "[200,200,100,50,20]"}});
 }

@@ -34,6 +34,8 @@ constexpr char kClashes[] = R"js((() => {
   things.forEach(([name, box], i) => faults.push(...things.slice(0, i)
     .filter(([other, another]) => other !== name && meet(box, another))
     .map(([other]) => name + " stands on " + other)));
+  labels.forEach(({text}, i) => faults.push(...labels.slice(0, i).filter(other => other.text === text)
+    .map(() => text + " stands twice")));
   const boxOf = element => element.getBoundingClientRect();
   const parts = [...document.querySelectorAll("#panel p")].filter(part => boxOf(part).width > 0);
   return faults.concat(parts.filter(part => !isWithin(boxOf(part), boxOf(document.getElementById("panel"))))
@@ -86,10 +88,17 @@ INSTANTIATE_TEST_SUITE_P(QuakeMapTest, EveryScreen,
                          testing::Values(std::pair(200, 150), std::pair(700, 300), std::pair(1280, 720),
                                          std::pair(1080, 1920), std::pair(3840, 2160)));
 
-TEST(QuakeMapTest, TheBiggestTownGetsItsNameFirst) {
+TEST(QuakeMapTest, TheStruckPlaceIsNamedFirstThenTheBiggestTown) {
+    const auto names = [](MapPage& page, double latitude, double longitude) {
+        EXPECT_TRUE(page.show(quakeAt(latitude, longitude, 6)));
+        return page.evaluate("tellmarLayout.labels.slice(0, 2).map(label => label.text)");
+    };
     MapPage page({1280, 720});
-    ASSERT_TRUE(page.show(quakeAt(-41.9, 174.3)));
-    EXPECT_EQ(page.evaluate("tellmarLayout.labels[0].text"), "\"Wellington\"");
+    EXPECT_EQ(names(page, -41.9, 174.3), R"(["Seddon","Wellington"])");
+    EXPECT_EQ(names(page, -41.29, 174.78), R"(["Wellington","Lower Hutt"])");
+    // Its dot lies under the mark; a line leads out to its name.
+    EXPECT_EQ(page.evaluate("tellmarLayout.labels[0].leader.length"), "2");
+    EXPECT_EQ(names(page, -47, 167.9), R"(["Stewart Island / Rakiura","Dunedin"])");
 }
 
 TEST(QuakeMapTest, RingsThatDoNotFitStandInTheInsetAndDeepQuakesHaveNone) {
