@@ -8,7 +8,7 @@ constexpr char kCommands[] = "Instead of running";
 constexpr char kOther[] = "Other";
 
 constexpr OptionEntry kTable[] = {
-    {Option::Fullscreen, "fullscreen", nullptr, kWhere, "cover the whole screen", nullptr},
+    {Option::Fullscreen, "fullscreen", nullptr, kWhere, "cover every monitor until the next input", nullptr},
     {Option::WindowId, "window-id", "ID", kWhere,
      "run in the X11 window ID (decimal, or hexadecimal with 0x)",
      "Run in the X11 window ID (decimal, or hexadecimal with 0x).\nScreen-saver hosts pass this option."},
@@ -32,7 +32,9 @@ constexpr OptionEntry kTable[] = {
      "Tick N times as often.\nN is above 0 and at most 1000; by default there is one tick every 15 seconds. "
      "Below 1, the first earthquake comes no later than usual."},
 
-    {Option::List, "list", nullptr, kCommands, "print the earthquakes in the order they are shown", nullptr},
+    {Option::List, "list", nullptr, kCommands, "print the earthquakes in the order they are shown",
+     "Print the earthquakes in the order they are shown, with their times in UTC and in the machine's zone,\n"
+     "or say why there are none."},
     {Option::Configure, "configure", nullptr, kCommands, "open the settings", nullptr},
     {Option::Register, "register", nullptr, kCommands, "add Tellmar to XScreenSaver's list (~/.xscreensaver)",
      "Add Tellmar to the savers listed in ~/.xscreensaver, XScreenSaver's settings, and report what was "
@@ -40,6 +42,12 @@ constexpr OptionEntry kTable[] = {
      "The rest of the file stays as it is, and a copy of the old file is kept beside it."},
     {Option::Unregister, "unregister", nullptr, kCommands, "remove it from that list",
      "Remove Tellmar from that list, with the same care."},
+    {Option::Idle, "idle", "[MIN|off]", kCommands, "start Tellmar after MIN minutes without input",
+     "Start Tellmar whenever there has been no input for MIN minutes, from now on and in each session, until "
+     "\"off\" is "
+     "given.\n"
+     "Report how things stand when the value is left out.\n"
+     "For desktops without a screen-saver host, such as GNOME and KDE."},
     {Option::Version, "version", nullptr, kCommands, "print the version", nullptr},
     {Option::Help, "help", nullptr, kCommands, "print this text", "Print the options."},
 
@@ -48,5 +56,7 @@ constexpr OptionEntry kTable[] = {
 };
 
 }  // namespace
+
+bool takesOptionalValue(const OptionEntry& entry) { return entry.valueName && entry.valueName[0] == '['; }
 
 std::span<const OptionEntry> optionTable() { return kTable; }

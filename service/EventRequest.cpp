@@ -1,10 +1,9 @@
 #include "service/EventRequest.h"
 
 #include <algorithm>
+#include <utility>
 
-#include "platform/HTTPTransfer.h"
 #include "platform/Log.h"
-#include "platform/RunLoop.h"
 #include "service/EventAnswer.h"
 
 using platform::HTTPRequest, platform::HTTPResponse;
@@ -23,10 +22,11 @@ constexpr long long kMaxAnswerBytes = 1LL << 30;
 // memory.
 constexpr std::size_t kMaxDocumentBytes = 4 << 20;
 
-bool isConditional(const Validators& known) { return !known.etag.empty() || !known.lastModified.empty(); }
-
-bool isAcceptable(const EventAnswer& answer) {
-    return answer.isGood() && !answer.hasDeclarations() && answer.documentSize() <= kMaxDocumentBytes;
+// Why an answer is refused; empty if it is not.
+std::string whyRefused(const EventAnswer& answer) {
+    if (!answer.isGood()) return answer.failure();
+    if (answer.hasDeclarations()) return "declares attributes or entities";
+    return answer.documentSize() > kMaxDocumentBytes ? "larger than 4 MiB" : "";
 }
 
 HTTPRequest requestFor(const std::string& url, const Validators& known, EventAnswer& answer) {
@@ -35,7 +35,7 @@ HTTPRequest requestFor(const std::string& url, const Validators& known, EventAns
     if (!known.lastModified.empty()) request.headers.push_back({"If-Modified-Since", known.lastModified});
     request.sink = [&answer](std::string_view bytes) {
         answer.take(bytes);
-        return isAcceptable(answer);
+        return whyRefused(answer).empty();
     };
     return request;
 }
@@ -49,18 +49,24 @@ EventReply failed(int errorCode, std::string failure) {
     return {.outcome = {errorCode, std::move(failure), {}}};
 }
 
+// What went wrong, with what the service says about it unless that is a page of HTML.
+std::string inItsWords(const HTTPResponse& response) {
+    const bool hasWords = !response.complaint.empty() && !response.complaint.starts_with('<');
+    return response.failure + (hasWords ? ": " + response.complaint : "");
+}
+
 EventReply translated(const HTTPResponse& response, EventAnswer& answer) {
     answer.finish();
     if (answer.isGood()) return answered(response, std::move(answer).document());
-    return failed(platform::coreFoundationUnknownErr, "not a complete QuakeML document");
+    return failed(platform::coreFoundationUnknownErr, answer.failure());
 }
 
 EventReply replyTo(const HTTPResponse& response, bool wasConditional, EventAnswer& answer) {
     if (response.status == kNoContent) return answered(response, EventAnswer::withoutEvents());
     if (wasConditional && response.status == kNotModified) return {.isUnchanged = true};
     if (response.errorCode == 0) return translated(response, answer);
-    if (!response.complaint.empty()) platform::trace("the service says: " + response.complaint);
-    return failed(response.errorCode, response.failure);
+    const std::string refusal = whyRefused(answer);
+    return failed(response.errorCode, refusal.empty() ? inItsWords(response) : refusal);
 }
 
 bool isWorthAnotherTry(const HTTPResponse& response) {
@@ -76,16 +82,23 @@ int pauseMilliseconds(const HTTPResponse& response) {
 
 }  // namespace
 
-EventReply askEventService(const std::string& url, const Validators& known) {
-    const auto ask = [&](HTTPResponse& response) {
-        EventAnswer answer;
-        response = platform::get(requestFor(url, known, answer));
-        return replyTo(response, isConditional(known), answer);
-    };
-    HTTPResponse response;
-    EventReply reply = ask(response);
-    if (!isWorthAnotherTry(response)) return reply;
-    platform::trace("fetch " + url + ": " + reply.outcome.failure + "; trying once more");
-    platform::RunLoop::runFor(pauseMilliseconds(response));
-    return platform::RunLoop::isStopping() ? reply : ask(response);
+EventRequest::EventRequest(std::string url, Validators known, Handler handler)
+    : mUrl(std::move(url)), mKnown(std::move(known)), mHandler(std::move(handler)) {
+    ask();
+}
+
+EventRequest::~EventRequest() = default;
+
+void EventRequest::ask() {
+    mAnswer = std::make_unique<EventAnswer>();
+    mTransfer = std::make_unique<platform::HTTPTransfer>(
+        requestFor(mUrl, mKnown, *mAnswer), [this](const HTTPResponse& response) { take(response); });
+}
+
+void EventRequest::take(const HTTPResponse& response) {
+    EventReply reply = replyTo(response, isConditional(), *mAnswer);
+    if (mHasPaused || !isWorthAnotherTry(response)) return std::exchange(mHandler, nullptr)(std::move(reply));
+    platform::trace("fetch " + mUrl + ": " + reply.outcome.failure + "; trying once more");
+    mHasPaused = true;
+    mPause = std::make_unique<platform::Timer>(pauseMilliseconds(response), [this] { ask(); });
 }

@@ -4,13 +4,15 @@
 #     tools/setup.sh run             what building and running needs
 #     tools/setup.sh pictures        that, and what tools/take_pictures.py needs
 #     tools/setup.sh test            that, and what the tests, tools/lint and tools/draw_images.sh need
+#     tools/setup.sh fuzz            what tools/fuzz.sh needs
 #     tools/setup.sh package         what building and running needs, and building the package
 #     tools/setup.sh package-test    that, and what testing the package needs
 set -euo pipefail
 
 run_packages=(
     cmake ninja-build g++ pkg-config
-    libgtk-3-dev libwebkit2gtk-4.1-dev libgtk-layer-shell-dev libx11-dev libcurl4-openssl-dev libexpat1-dev
+    libgtk-3-dev libwebkit2gtk-4.1-dev libgtk-layer-shell-dev libx11-dev libxss-dev libwayland-dev wayland-protocols libsystemd-dev
+    libcurl4-openssl-dev libexpat1-dev
     bubblewrap xdg-dbus-proxy fonts-dejavu-core fonts-liberation
 )
 # Where there is no display, pictures of the window are taken on one of our own.
@@ -20,17 +22,20 @@ test_packages=(
     xauth python3-pytest python3-numpy git clang-format clang-tidy imagemagick
     xscreensaver mate-screensaver dbus-daemon sway swayidle procps cage xwayland
     xserver-xorg-core xserver-xorg-video-dummy x11-xserver-utils
+    gnome-shell kwin-wayland openbox i3lock python3-gi gir1.2-gtk-3.0
 )
-package_packages=(dpkg-dev debhelper fakeroot)
+fuzz_packages=(cmake ninja-build pkg-config clang-14 libclang-rt-14-dev libcurl4-openssl-dev libexpat1-dev libglib2.0-dev)
+package_packages=(build-essential dpkg-dev debhelper fakeroot)
 package_test_packages=(lintian debootstrap appstream desktop-file-utils man-db python3 xvfb)
 
 case "${1-}" in
     run) wanted=("${run_packages[@]}") ;;
     pictures) wanted=("${run_packages[@]}" "${picture_packages[@]}") ;;
     test) wanted=("${run_packages[@]}" "${picture_packages[@]}" "${test_packages[@]}") ;;
+    fuzz) wanted=("${fuzz_packages[@]}") ;;
     package) wanted=("${run_packages[@]}" "${package_packages[@]}") ;;
     package-test) wanted=("${run_packages[@]}" "${package_packages[@]}" "${package_test_packages[@]}") ;;
-    *) sed -n '2,8s/^# \{0,1\}//p' "$0" >&2; exit 2 ;;
+    *) sed -n '2,9s/^# \{0,1\}//p' "$0" >&2; exit 2 ;;
 esac
 
 is_installed() {

@@ -121,10 +121,11 @@ class MonitorDisplay(Display):
         """Monitors are counted from 0."""
         self._configure("--addmode", f"DUMMY{number}", mode)
         self._configure("--output", f"DUMMY{number}", "--mode", mode, "--pos", f"{left}x0")
+        self._configure("--query")  # only now does the driver report the output as connected
 
     def remove_monitor(self, number):
         self._configure("--output", f"DUMMY{number}", "--off")
 
     def _configure(self, *options):
         screen = ["--fb", "2560x1024"] if "--output" in options else []  # as large as the configuration allows
-        subprocess.run(["xrandr", "--display", self.name, *screen, *options], check=True)
+        subprocess.run(["xrandr", "--display", self.name, *screen, *options], check=True, stdout=subprocess.DEVNULL)

@@ -6,9 +6,9 @@
 #include "platform/Log.h"
 #include "platform/RunLoop.h"
 #include "platform/linux/desktop/CanvasBacking.h"
+#include "platform/linux/desktop/CoverWindow.h"
 #include "platform/linux/desktop/CrossFade.h"
 #include "platform/linux/desktop/HostWindow.h"
-#include "platform/linux/desktop/LayerWindow.h"
 #include "platform/linux/desktop/NoticePanel.h"
 #include "platform/linux/desktop/ViewPainter.h"
 
@@ -31,19 +31,6 @@ void hideCursor(GtkWidget* widget) {
     gdk_window_set_cursor(gtk_widget_get_window(widget), none.get());
 }
 
-// Without a window manager, only its own size makes a window full screen.
-void coverMonitor(GtkWindow* window) {
-    GdkDisplay* display = gdk_display_get_default();
-    GdkMonitor* monitor = gdk_display_get_primary_monitor(display);
-    if (!monitor) monitor = gdk_display_get_monitor(display, 0);
-    GdkRectangle area{0, 0, 1280, 720};
-    if (monitor) gdk_monitor_get_geometry(monitor, &area);
-    gtk_window_set_default_size(window, area.width, area.height);
-    gtk_window_move(window, area.x, area.y);
-    gtk_window_fullscreen(window);
-    gtk_window_set_decorated(window, FALSE);  // not every compositor reports the full-screen state
-}
-
 void reportFadeEnded(View& view, bool isVisible) {
     isVisible = isVisible && !view.isHidden();
     view.fadeEnded(isVisible);
@@ -52,22 +39,20 @@ void reportFadeEnded(View& view, bool isVisible) {
 
 }  // namespace
 
-std::unique_ptr<Window> Window::open(const Size& size, bool fullscreen) {
+std::unique_ptr<Window> Window::open(const Size& size) {
     GtkWidget* topLevel = gtk_window_new(GTK_WINDOW_TOPLEVEL);
     gtk_window_set_title(GTK_WINDOW(topLevel), "Tellmar");
     gtk_window_set_default_size(GTK_WINDOW(topLevel), static_cast<int>(size.width),
                                 static_cast<int>(size.height));
-    if (fullscreen) coverMonitor(GTK_WINDOW(topLevel));
     g_signal_connect(topLevel, "key-press-event", G_CALLBACK(quitOnKey), nullptr);
 
-    return std::unique_ptr<Window>(new Window(topLevel, true, fullscreen));
+    return std::unique_ptr<Window>(new Window(topLevel, true));
 }
 
 std::unique_ptr<Window> Window::cover(GdkMonitor* monitor, void (*endAll)()) {
-    GtkWidget* topLevel = gtk_window_new(GTK_WINDOW_TOPLEVEL);
-    coverAsLayer(GTK_WINDOW(topLevel), monitor);
+    GtkWidget* topLevel = createCoverWindow(monitor);
     onAnyInput(topLevel, endAll);
-    return std::unique_ptr<Window>(new Window(topLevel, false, true));
+    return std::unique_ptr<Window>(new Window(topLevel, false));
 }
 
 std::unique_ptr<Window> Window::embed(unsigned long hostWindow) {
@@ -78,17 +63,14 @@ std::unique_ptr<Window> Window::embed(unsigned long hostWindow) {
         log(line);
         return nullptr;
     }
-    std::unique_ptr<Window> window(new Window(gtk_window_new(GTK_WINDOW_POPUP), false, true));
+    std::unique_ptr<Window> window(new Window(gtk_window_new(GTK_WINDOW_POPUP), false));
     window->fillHost(host.get());
     window->mHost = std::move(host);
     return window;
 }
 
-Window::Window(GtkWidget* topLevel, bool takesDialogs, bool hidesCursor)
-    : mTopLevel(topLevel),
-      mArea(gtk_drawing_area_new()),
-      mTakesDialogs(takesDialogs),
-      mHidesCursor(hidesCursor) {
+Window::Window(GtkWidget* topLevel, bool takesDialogs)
+    : mTopLevel(topLevel), mArea(gtk_drawing_area_new()), mTakesDialogs(takesDialogs) {
     gtk_container_add(GTK_CONTAINER(mTopLevel), mArea);
     connectSignals();
     currentWindow = this;
@@ -129,8 +111,9 @@ void Window::fillHost(GdkWindow* host) {
 void Window::show() {
     gtk_widget_realize(mArea);  // a preview is painted as soon as it has a size
     gtk_widget_show_all(mTopLevel);
-    if (mHidesCursor) hideCursor(mTopLevel);
+    if (!mTakesDialogs) hideCursor(mTopLevel);
     RunLoop::runUntil([this] { return mIsPainted; }, kFirstDrawTimeout);
+    if (!mTopLevel) return;  // closed meanwhile
     gdk_display_flush(gtk_widget_get_display(mArea));
 }
 

@@ -20,8 +20,8 @@ class Window {
   public:
     // Each makes a window that is not on the screen yet, or returns null on failure, after writing one line
     // to stderr that says why.
-    static std::unique_ptr<Window> open(const Size& size, bool fullscreen);
-    // Covers everything on the monitor, for a Wayland compositor with layers; any input calls endAll.
+    static std::unique_ptr<Window> open(const Size& size);
+    // Covers everything on the monitor; any input calls endAll.
     static std::unique_ptr<Window> cover(GdkMonitor* monitor, void (*endAll)());
     static std::unique_ptr<Window> embed(unsigned long hostWindow);
     ~Window();
@@ -65,7 +65,7 @@ class Window {
     GtkWindow* gtkWindow() { return GTK_WINDOW(mTopLevel); }
 
   private:
-    Window(GtkWidget* topLevel, bool takesDialogs, bool hidesCursor);
+    Window(GtkWidget* topLevel, bool takesDialogs);
     void connectSignals();
     void fillHost(GdkWindow* host);
     void resized();
@@ -77,7 +77,7 @@ class Window {
     GtkWidget* mTopLevel;  // owned, destroyed with this
     GtkWidget* mArea;      // owned by mTopLevel
     ObjectRef<GdkWindow> mHost;
-    bool mTakesDialogs, mHidesCursor;
+    bool mTakesDialogs;  // and shows the cursor
     bool mIsPainted = false;
     std::unique_ptr<ScreenSaverView> mRoot;
     std::function<void()> mResizeHandler;

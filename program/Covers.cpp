@@ -1,4 +1,4 @@
-#include "program/Overlays.h"
+#include "program/Covers.h"
 
 #include <sys/prctl.h>
 #include <sys/wait.h>
@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
-#include <fstream>
 #include <iterator>
 #include <map>
 #include <set>
@@ -17,6 +16,9 @@
 #include "platform/Log.h"
 #include "platform/RunLoop.h"
 #include "platform/linux/Handles.h"
+#include "platform/linux/desktop/KeyboardFocus.h"
+#include "platform/linux/desktop/SessionBus.h"
+#include "program/Restart.h"
 
 using platform::ErrorRef, platform::Handle, platform::RunLoop;
 
@@ -45,13 +47,6 @@ std::string nameOf(GdkMonitor* monitor) {
     return std::to_string(number) + " of " + std::to_string(all.size());
 }
 
-std::vector<std::string> ownArguments() {
-    std::ifstream file("/proc/self/cmdline", std::ios::binary);
-    std::vector<std::string> arguments;
-    for (std::string argument; std::getline(file, argument, '\0');) arguments.push_back(argument);
-    return arguments;
-}
-
 // A process that covers a monitor must not outlive the first one.
 void followParent(gpointer parent) {
     prctl(PR_SET_PDEATHSIG, SIGTERM);
@@ -59,7 +54,7 @@ void followParent(gpointer parent) {
 }
 
 // Starts the process for the monitor of this name. Returns 0 on failure.
-pid_t startOverlay(const std::string& monitor) {
+pid_t startCover(const std::string& monitor) {
     std::vector<std::string> arguments = ownArguments();
     std::vector<char*> pointers;
     for (std::string& argument : arguments) pointers.push_back(argument.data());
@@ -79,26 +74,26 @@ pid_t startOverlay(const std::string& monitor) {
 }
 
 // The first process's view of the others.
-class Overlays {
+class Covers {
   public:
-    Overlays() {
+    Covers() {
         GdkDisplay* display = gdk_display_get_default();
         g_signal_connect_swapped(display, "monitor-added", G_CALLBACK(cover), this);
         g_signal_connect_swapped(display, "monitor-removed", G_CALLBACK(uncover), this);
         for (GdkMonitor* monitor : monitors()) cover(this, monitor);
     }
 
-    ~Overlays() {
+    ~Covers() {
         g_signal_handlers_disconnect_by_data(gdk_display_get_default(), this);
         for (const auto& [monitor, process] : mProcesses) end(process);
         for (const auto& [monitor, process] : mProcesses) waitpid(process, nullptr, 0);
     }
-    Overlays(const Overlays&) = delete;
-    Overlays& operator=(const Overlays&) = delete;
+    Covers(const Covers&) = delete;
+    Covers& operator=(const Covers&) = delete;
 
   private:
-    static void cover(Overlays* self, GdkMonitor* monitor) {
-        if (const pid_t process = startOverlay(nameOf(monitor))) {
+    static void cover(Covers* self, GdkMonitor* monitor) {
+        if (const pid_t process = startCover(nameOf(monitor))) {
             self->mProcesses[monitor] = process;
             g_child_watch_add(process, forget, self);
         } else {
@@ -106,7 +101,7 @@ class Overlays {
         }
     }
 
-    static void uncover(Overlays* self, GdkMonitor* monitor) {
+    static void uncover(Covers* self, GdkMonitor* monitor) {
         const auto found = self->mProcesses.find(monitor);
         if (found != self->mProcesses.end()) end(found->second);
         self->mProcesses.erase(monitor);
@@ -122,8 +117,8 @@ class Overlays {
 
     // A process that ended normally was asked to, or has told the user why. One that crashed, or did not find
     // its monitor, is replaced.
-    static void forget(GPid ended, gint status, gpointer overlays) {
-        auto* self = static_cast<Overlays*>(overlays);
+    static void forget(GPid ended, gint status, gpointer covers) {
+        auto* self = static_cast<Covers*>(covers);
         const auto found = std::find_if(self->mProcesses.begin(), self->mProcesses.end(),
                                         [ended](const auto& each) { return each.second == ended; });
         if (found == self->mProcesses.end()) return;
@@ -133,12 +128,12 @@ class Overlays {
     }
 
     static gboolean endIfFinished(gpointer self) {
-        if (!static_cast<Overlays*>(self)->mFinished.empty()) RunLoop::stop();
+        if (!static_cast<Covers*>(self)->mFinished.empty()) RunLoop::stop();
         return G_SOURCE_REMOVE;
     }
 
-    static gboolean coverMissing(gpointer overlays) {
-        auto* self = static_cast<Overlays*>(overlays);
+    static gboolean coverMissing(gpointer covers) {
+        auto* self = static_cast<Covers*>(covers);
         if (++self->mRestarts > kMaxRestarts)
             RunLoop::stop();
         else
@@ -160,15 +155,22 @@ class Overlays {
 
 }  // namespace
 
-int runOverlays() {
-    Overlays overlays;
+int runCovers() {
+    platform::closeOverview();
+    if (platform::keyboardIsTaken()) {
+        if (!RunLoop::isStopping())
+            platform::log("a screen locker or an open menu has the keyboard: close it first");
+        return 1;
+    }
+    const platform::FocusKeeper focus;
+    Covers covers;
     RunLoop::run();
     return 0;
 }
 
-bool isOverlay() { return std::getenv(kVariable) != nullptr; }
+bool isCover() { return std::getenv(kVariable) != nullptr; }
 
-GdkMonitor* overlayMonitor() {
+GdkMonitor* coverMonitor() {
     const char* name = std::getenv(kVariable);
     const auto all = monitors();
     const auto found =
@@ -176,7 +178,7 @@ GdkMonitor* overlayMonitor() {
     return found == all.end() ? nullptr : *found;
 }
 
-void endOverlays() {
+void endCovers() {
     RunLoop::stop();
     kill(getppid(), SIGTERM);
 }
