@@ -21,7 +21,8 @@ constexpr int kFirstDrawTimeout = 1000;  // milliseconds
 Window* currentWindow = nullptr;
 
 gboolean quitOnKey(GtkWidget*, GdkEventKey* event, gpointer) {
-    if (event->keyval == GDK_KEY_Escape || event->keyval == GDK_KEY_q) RunLoop::stop();
+    const guint key = gdk_keyval_to_lower(event->keyval);
+    if (key == GDK_KEY_Escape || key == GDK_KEY_q) RunLoop::stop();
     return FALSE;
 }
 
