@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <string_view>
 
 namespace platform {
@@ -43,6 +44,9 @@ class XMLStream {
 
     // Whether the document type so far declares attributes or entities.
     bool hasDeclarations() const;
+
+    // Where and why the document was refused, human-readable.
+    const std::string& failure() const;
 
   private:
     class Parser;

@@ -32,7 +32,9 @@ constexpr OptionEntry kTable[] = {
      "Tick N times as often.\nN is above 0 and at most 1000; by default there is one tick every 15 seconds. "
      "Below 1, the first earthquake comes no later than usual."},
 
-    {Option::List, "list", nullptr, kCommands, "print the earthquakes in the order they are shown", nullptr},
+    {Option::List, "list", nullptr, kCommands, "print the earthquakes in the order they are shown",
+     "Print the earthquakes in the order they are shown, with their times in UTC and in the machine's zone,\n"
+     "or say why there are none."},
     {Option::Configure, "configure", nullptr, kCommands, "open the settings", nullptr},
     {Option::Register, "register", nullptr, kCommands, "add Tellmar to XScreenSaver's list (~/.xscreensaver)",
      "Add Tellmar to the savers listed in ~/.xscreensaver, XScreenSaver's settings, and report what was "

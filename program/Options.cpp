@@ -146,11 +146,13 @@ class Parser {
         const std::string path = platform::pathForResource("sample-feed.xml");
         if (path.empty()) complain("the sample feed is missing");
         mOptions.feed = platform::fileURLWithPath(path.empty() ? "sample-feed.xml" : path);
+        mOptions.demo = true;
     }
 
     void parseFeed(const std::string& value) {
         const bool isURL = value.find("://") != std::string::npos;
         mOptions.feed = isURL ? value : platform::fileURLWithPath(value);
+        mOptions.demo = false;
     }
 
     void parseService(const std::string& value) {

@@ -15,6 +15,7 @@ struct Options {
     bool verbose = false;
     double speed = 1;     // how many times as often to tick
     std::string feed;     // URL of the document to show; empty to ask the service
+    bool demo = false;    // that document is the sample
     std::string service;  // address of the event service; empty for GeoNet's
     bool noCache = false;
     std::optional<unsigned long> hostWindow;  // X11 window of the screen-saver host

@@ -4,6 +4,7 @@
 
 #include "platform/Bundle.h"
 #include "platform/Log.h"
+#include "program/EarthquakesScript.h"
 #include "program/HelpText.h"
 #include "program/ListCommand.h"
 #include "program/Options.h"
@@ -20,22 +21,36 @@ bool acceptComplaints(const Options& options) {
 }
 
 EventFeed::Source sourceOf(const Options& options) {
-    EventFeed::Source source{.document = options.feed, .keepsAnswers = !options.noCache};
+    EventFeed::Source source{
+        .document = options.feed, .isSample = options.demo, .keepsAnswers = !options.noCache};
     if (!options.service.empty()) source.service = options.service;
     return source;
 }
 
-// From now on the feed answers the quake list's query and reports its age to the pages. It must outlive them.
+// From now on the feed answers the quake list's query and tells the pages what is shown. It must outlive
+// them.
 void serve(EventFeed& feed) {
     platform::setURLResponder(
         [&feed](const std::string& url, std::string& data) { return feed.answer(url, data); });
-    platform::setGeneratedResource("as-of.js", [&feed] { return feed.asOfScript(); });
+    platform::setGeneratedResource("earthquakes.js", [&feed] { return earthquakesScript(feed); });
 }
 
-int run(const Options& options) {
+// The command's status, unless what it printed could not be written.
+int written(int status) {
+    if (std::fflush(stdout) == 0 && !std::ferror(stdout)) return status;
+    platform::log("cannot write to standard output");
+    return 1;
+}
+
+int print(const char* text) {
+    std::fputs(text, stdout);
+    return written(0);
+}
+
+int run(const Options& options, const EventFeed& feed) {
     switch (options.command) {
         case Options::Command::List:
-            return listQuakes();
+            return listQuakes(feed);
         case Options::Command::Configure:
             return runSettings();
         case Options::Command::Register:
@@ -55,8 +70,8 @@ int main(int argc, char** argv) {
     std::setlocale(LC_NUMERIC, "C");
 
     const Options options = parseOptions({argv + 1, argv + argc}, std::getenv("XSCREENSAVER_WINDOW"));
-    if (options.command == Options::Command::Help) return std::fputs(helpText().c_str(), stdout) < 0;
-    if (options.command == Options::Command::Version) return std::puts("tellmar " TELLMAR_VERSION) < 0;
+    if (options.command == Options::Command::Help) return print(helpText().c_str());
+    if (options.command == Options::Command::Version) return print("tellmar " TELLMAR_VERSION "\n");
     if (!acceptComplaints(options)) {
         std::fputs("Try tellmar --help.\n", stderr);
         return 2;
@@ -65,5 +80,5 @@ int main(int argc, char** argv) {
     platform::setVerbose(options.verbose);
     EventFeed feed(sourceOf(options));
     serve(feed);
-    return run(options);
+    return written(run(options, feed));
 }

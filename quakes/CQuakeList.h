@@ -20,6 +20,9 @@ class CQuakeList {
 
     void KeepBiggestQuakes(int count);
 
+    // What is left, in the feed's order.
+    const std::vector<CQuakeEvent*>& GetQuakes() const { return mQuakes; }
+
     // Walks the list backwards from its end, over and over. Null for an empty list and for a null entry.
     CQuakeEvent* GetNextQuake();
 

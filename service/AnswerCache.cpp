@@ -15,8 +15,8 @@ namespace fs = std::filesystem;
 
 constexpr char kPrefix[] = "answer-";
 // In the file's name and its first line: versions that keep answers in another way use other files.
-constexpr char kVersion[] = "1";
-constexpr char kFirstLine[] = "Tellmar answer 1\n";
+constexpr char kVersion[] = "2";
+constexpr char kFirstLine[] = "Tellmar answer 2\n";
 constexpr std::size_t kMaxFiles = 4;
 constexpr std::size_t kMaxDocumentBytes = 4 << 20;
 constexpr std::size_t kMaxFileBytes = kMaxDocumentBytes + (64 << 10);

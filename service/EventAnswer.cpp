@@ -1,6 +1,7 @@
 #include "service/EventAnswer.h"
 
 #include "platform/URLLoading.h"
+#include "service/EventChoice.h"
 
 namespace {
 
@@ -14,7 +15,7 @@ constexpr char kHead[] =
 constexpr char kTail[] = "</eventParameters></quakeml>\n";
 
 // The parser takes 255 characters: a text cut here is still too long for it, but does not fill the memory.
-constexpr std::size_t kMaxTextBytes = 4096;
+constexpr std::size_t kMaxTextBytes = 1024;
 // Far more than any event has.
 constexpr std::size_t kMaxCandidates = 1000;
 constexpr std::size_t kMaxDocumentBytes = platform::kMaxResourceBytes;
@@ -42,7 +43,12 @@ bool isOfQuakeML(const XMLStartTag& tag) {
     return tag.namespaceURI.empty() || withoutScheme(tag.namespaceURI).starts_with(kNamespaces);
 }
 
-std::string shortened(std::string_view text) { return std::string(text.substr(0, kMaxTextBytes)); }
+// As many whole UTF-8 characters as there is room for.
+std::string_view shortened(std::string_view text, std::size_t room = kMaxTextBytes) {
+    if (text.size() <= room) return text;
+    while (room > 0 && (static_cast<unsigned char>(text[room]) & 0xc0) == 0x80) --room;
+    return text.substr(0, room);
+}
 
 }  // namespace
 
@@ -63,6 +69,12 @@ void EventAnswer::finish() {
 }
 
 bool EventAnswer::isGood() const { return mIsWellFormed && !mIsTooLarge && mShape != Shape::Other; }
+
+std::string EventAnswer::failure() const {
+    if (isGood()) return {};
+    if (mShape == Shape::Other) return "not QuakeML";
+    return mIsTooLarge ? "larger than 64 MiB" : "not XML, " + mStream.failure();
+}
 
 std::string EventAnswer::document() && { return std::move(mDocument); }
 
@@ -92,7 +104,7 @@ void EventAnswer::endElement() {
 
 void EventAnswer::characters(std::string_view text) {
     const bool isWanted = mText && mPlaces.back() == Place::Text && mSkippedLevels == 0;
-    if (isWanted) (*mText)->append(text.substr(0, kMaxTextBytes - (*mText)->size()));
+    if (isWanted) (*mText)->append(shortened(text, kMaxTextBytes - (*mText)->size()));
 }
 
 // Returns false for an element that is ignored there.
@@ -108,9 +120,11 @@ bool EventAnswer::enter(const XMLStartTag& tag) {
         case Place::Event:
             return enterPartOfEvent(tag);
         case Place::Origin:
-            return enterQuantity(quantityOfOrigin(tag.name));
+            return enterPartOfOrigin(tag.name);
+        case Place::Quality:
+            return tag.name == "usedPhaseCount" && enterText(mEvent.origins.back().usedPhaseCount);
         case Place::Magnitude:
-            return enterQuantity(tag.name == "mag" ? &mEvent.magnitudes.back().mag : nullptr);
+            return enterPartOfMagnitude(tag.name);
         case Place::Quantity:
             if (tag.name != "value" || mHasValue) return false;
             mHasValue = true;
@@ -149,6 +163,23 @@ bool EventAnswer::enterPartOfEvent(const XMLStartTag& tag) {
     return false;
 }
 
+bool EventAnswer::enterPartOfOrigin(std::string_view name) {
+    EventElement::Origin& origin = mEvent.origins.back();
+    if (name == "time") return enterQuantity(origin.time);
+    if (name == "latitude") return enterQuantity(origin.latitude);
+    if (name == "longitude") return enterQuantity(origin.longitude);
+    if (name == "depth") return enterQuantity(origin.depth);
+    if (name == "evaluationMode") return enterText(origin.evaluationMode);
+    if (name == "evaluationStatus") return enterText(origin.evaluationStatus);
+    return name == "quality" && go(Place::Quality);
+}
+
+bool EventAnswer::enterPartOfMagnitude(std::string_view name) {
+    EventElement::Magnitude& magnitude = mEvent.magnitudes.back();
+    if (name == "mag") return enterQuantity(magnitude.mag);
+    return name == "stationCount" && enterText(magnitude.stationCount);
+}
+
 // Only the first element of a name counts.
 bool EventAnswer::enterText(EventElement::Text& text) {
     if (text) return false;
@@ -157,20 +188,12 @@ bool EventAnswer::enterText(EventElement::Text& text) {
     return go(Place::Text);
 }
 
-bool EventAnswer::enterQuantity(EventElement::Text* quantity) {
-    if (!quantity || *quantity) return false;
-    quantity->emplace();
-    mText = quantity;
+bool EventAnswer::enterQuantity(EventElement::Text& quantity) {
+    if (quantity) return false;
+    quantity.emplace();
+    mText = &quantity;
     mHasValue = false;
     return go(Place::Quantity);
-}
-
-EventElement::Text* EventAnswer::quantityOfOrigin(std::string_view name) {
-    EventElement::Origin& origin = mEvent.origins.back();
-    if (name == "time") return &origin.time;
-    if (name == "latitude") return &origin.latitude;
-    if (name == "longitude") return &origin.longitude;
-    return name == "depth" ? &origin.depth : nullptr;
 }
 
 bool EventAnswer::go(Place place) {
@@ -178,4 +201,6 @@ bool EventAnswer::go(Place place) {
     return true;
 }
 
-void EventAnswer::finishEvent() { keep(asQuakeML101(mEvent)); }
+void EventAnswer::finishEvent() {
+    if (isEarthquakeToShow(mEvent)) keep(asQuakeML101(mEvent));
+}

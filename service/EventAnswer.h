@@ -8,7 +8,8 @@
 #include "service/EventElement.h"
 
 // An answer on its way from an event service to the feed's parser. Translates QuakeML 1.2 to QuakeML 1.0.1 as
-// it arrives, holding one event at a time and only what the parser reads. Any other document stays as it is.
+// it arrives, holding one event at a time, and leaves out all but the earthquakes to show. Any other document
+// stays as it is.
 class EventAnswer : private platform::XMLStreamHandler {
   public:
     // The kind of document by its root: today's QuakeML (1.2), the parser's own (1.0, 1.1), or not QuakeML.
@@ -24,6 +25,8 @@ class EventAnswer : private platform::XMLStreamHandler {
     Shape shape() const { return mShape; }
     // Whether the bytes so far are QuakeML, and after finish a complete document.
     bool isGood() const;
+    // What is wrong if it is not good, human-readable.
+    std::string failure() const;
     // Whether the document declares attributes or entities of its own. QuakeML has none.
     bool hasDeclarations() const { return mStream.hasDeclarations(); }
     std::size_t documentSize() const { return mDocument.size(); }
@@ -34,7 +37,7 @@ class EventAnswer : private platform::XMLStreamHandler {
     static std::string withoutEvents();
 
   private:
-    enum class Place { Document, Root, EventParameters, Event, Origin, Magnitude, Quantity, Text };
+    enum class Place { Document, Root, EventParameters, Event, Origin, Quality, Magnitude, Quantity, Text };
 
     void startElement(const platform::XMLStartTag& tag) override;
     void endElement() override;
@@ -44,9 +47,10 @@ class EventAnswer : private platform::XMLStreamHandler {
     bool enterRoot(const platform::XMLStartTag& tag);
     bool enterEvent(const platform::XMLStartTag& tag);
     bool enterPartOfEvent(const platform::XMLStartTag& tag);
-    bool enterQuantity(EventElement::Text* quantity);
+    bool enterPartOfOrigin(std::string_view name);
+    bool enterPartOfMagnitude(std::string_view name);
+    bool enterQuantity(EventElement::Text& quantity);
     bool enterText(EventElement::Text& text);
-    EventElement::Text* quantityOfOrigin(std::string_view name);
     bool go(Place place);
     void finishEvent();
     void keep(std::string_view bytes);

@@ -101,11 +101,15 @@ std::string write(const EventElement::Magnitude& magnitude) {
 
 }  // namespace
 
+const EventElement::Origin* EventElement::origin() const { return preferred(origins, preferredOriginID); }
+
+const EventElement::Magnitude* EventElement::magnitude() const {
+    return preferred(magnitudes, preferredMagnitudeID);
+}
+
 std::string asQuakeML101(const EventElement& event) {
-    std::string result = startTag("event", event.publicID);
-    if (event.type) result += element("type", *event.type);
-    if (const auto* origin = preferred(event.origins, event.preferredOriginID)) result += write(*origin);
-    if (const auto* magnitude = preferred(event.magnitudes, event.preferredMagnitudeID))
-        result += write(*magnitude);
+    std::string result = startTag("event", event.publicID) + element("type", "earthquake");
+    if (const auto* origin = event.origin()) result += write(*origin);
+    if (const auto* magnitude = event.magnitude()) result += write(*magnitude);
     return result + "</event>\n";
 }

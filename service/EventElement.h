@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-// One event of an event service's answer, only as far as the feed's parser reads it. A value is missing if
-// its element is, and empty if the element is.
+// One event of an event service's answer, only as far as the choice of events and the feed's parser need it.
+// A value is missing if its element is, and empty if the element is.
 struct EventElement {
     using Text = std::optional<std::string>;
 
@@ -14,10 +14,13 @@ struct EventElement {
         std::string publicID;
         Text time, latitude, longitude;
         Text depth;  // metres
+        Text evaluationMode, evaluationStatus;
+        Text usedPhaseCount;
     };
     struct Magnitude {
         std::string publicID;
         Text mag;
+        Text stationCount;
     };
 
     std::string publicID;
@@ -25,8 +28,12 @@ struct EventElement {
     Text preferredOriginID, preferredMagnitudeID;
     std::vector<Origin> origins;
     std::vector<Magnitude> magnitudes;
+
+    // The preferred ones, or else the first; null if there are none.
+    const Origin* origin() const;
+    const Magnitude* magnitude() const;
 };
 
-// The event as an element of QuakeML 1.0.1: its type, the preferred origin and magnitude, or else the first
-// ones; depth in kilometres, time in UTC. Drops the value of a depth that is not a number.
+// The event as an earthquake of QuakeML 1.0.1: depth in kilometres, time in UTC. Drops the value of a depth
+// that is not a number.
 std::string asQuakeML101(const EventElement& event);

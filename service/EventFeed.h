@@ -13,8 +13,10 @@ class EventFeed {
     struct Source {
         std::string service = kDefaultEventService;  // the event service's address
         std::string document{};    // URL of a QuakeML document in place of the service's answer; or empty
+        bool isSample = false;     // that document
         bool keepsAnswers = true;  // of the service, between runs
     };
+    enum class Kind { Service, Document, Sample };
 
     explicit EventFeed(Source source);
 
@@ -22,13 +24,18 @@ class EventFeed {
     // returns nothing and leaves data alone.
     std::optional<platform::LoadOutcome> answer(const std::string& url, std::string& data);
 
-    // A script that sets window.TELLMAR_AS_OF to the time of the earlier answer in use, in UTC (ISO 8601), or
-    // to null while the quakes are up to date.
-    std::string asOfScript() const;
+    Kind kind() const;
+    // Who supplies the earthquakes, for a reader: GeoNet, a service's host or a file's name.
+    std::string sourceName() const;
+    // The service's answer in use; empty for a document.
+    std::optional<ServiceAnswer> serviceAnswer() const { return mService.answer(); }
+    // Why the list's query had no answer that its parser can read; empty if it had.
+    const std::string& failure() const { return mFailure; }
 
   private:
-    platform::LoadOutcome loadDocument(std::string& data) const;
+    platform::LoadOutcome loadDocument(std::string& data);
 
-    std::string mDocument;
+    Source mSource;
     EventService mService;
+    std::string mFailure;
 };

@@ -1,6 +1,7 @@
 #include "service/EventQuery.h"
 
 #include <algorithm>
+#include <cctype>
 #include <charconv>
 #include <chrono>
 #include <cstdio>
@@ -27,6 +28,18 @@ std::string_view behindScheme(std::string_view url) {
     for (const std::string_view scheme : {"http://", "https://", "HTTP://", "HTTPS://"})
         if (url.starts_with(scheme)) return url.substr(scheme.size());
     return {};
+}
+
+// In lower case, without a user's name and without the port.
+std::string hostOf(std::string_view url) {
+    std::string_view host = behindScheme(url);
+    host = host.substr(0, host.find_first_of("/?#"));
+    host.remove_prefix(std::min(host.rfind('@') + 1, host.size()));
+    const std::size_t port = host.find(':', host.starts_with('[') ? host.find(']') : 0);
+    std::string name(host.substr(0, port));
+    std::transform(name.begin(), name.end(), name.begin(),
+                   [](unsigned char character) { return static_cast<char>(std::tolower(character)); });
+    return name;
 }
 
 // The value of a parameter in "...?name=value&name=value", if it is there.
@@ -103,6 +116,11 @@ bool isEventServiceAddress(std::string_view text) {
     return hasHost;
 }
 
+std::string eventServiceName(const std::string& service) {
+    const std::string host = hostOf(service);
+    return host == hostOf(kDefaultEventService) ? "GeoNet" : host;
+}
+
 std::string eventServiceQueryAddress(const std::string& service) {
     const std::string whole = service.substr(0, service.find('#'));
     const std::size_t question = std::min(whole.find('?'), whole.size());
@@ -131,7 +149,6 @@ std::string eventServiceURL(std::string_view feedQuery, const std::string& servi
     address.add("endtime", isoTime(startOfLocalDay(*end + days(1))));
     address.add("minmagnitude", decimal(*lower - kMagnitudeStep));
     address.add("maxmagnitude", *upper);
-    address.add("eventtype", "earthquake");
     address.add("format", "xml");
     address.add("nodata", "204");
     return address.text();

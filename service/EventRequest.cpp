@@ -25,8 +25,11 @@ constexpr std::size_t kMaxDocumentBytes = 4 << 20;
 
 bool isConditional(const Validators& known) { return !known.etag.empty() || !known.lastModified.empty(); }
 
-bool isAcceptable(const EventAnswer& answer) {
-    return answer.isGood() && !answer.hasDeclarations() && answer.documentSize() <= kMaxDocumentBytes;
+// Why an answer is refused; empty if it is not.
+std::string whyRefused(const EventAnswer& answer) {
+    if (!answer.isGood()) return answer.failure();
+    if (answer.hasDeclarations()) return "declares attributes or entities";
+    return answer.documentSize() > kMaxDocumentBytes ? "larger than 4 MiB" : "";
 }
 
 HTTPRequest requestFor(const std::string& url, const Validators& known, EventAnswer& answer) {
@@ -35,7 +38,7 @@ HTTPRequest requestFor(const std::string& url, const Validators& known, EventAns
     if (!known.lastModified.empty()) request.headers.push_back({"If-Modified-Since", known.lastModified});
     request.sink = [&answer](std::string_view bytes) {
         answer.take(bytes);
-        return isAcceptable(answer);
+        return whyRefused(answer).empty();
     };
     return request;
 }
@@ -49,18 +52,24 @@ EventReply failed(int errorCode, std::string failure) {
     return {.outcome = {errorCode, std::move(failure), {}}};
 }
 
+// What went wrong, with what the service says about it unless that is a page of HTML.
+std::string inItsWords(const HTTPResponse& response) {
+    const bool hasWords = !response.complaint.empty() && !response.complaint.starts_with('<');
+    return response.failure + (hasWords ? ": " + response.complaint : "");
+}
+
 EventReply translated(const HTTPResponse& response, EventAnswer& answer) {
     answer.finish();
     if (answer.isGood()) return answered(response, std::move(answer).document());
-    return failed(platform::coreFoundationUnknownErr, "not a complete QuakeML document");
+    return failed(platform::coreFoundationUnknownErr, answer.failure());
 }
 
 EventReply replyTo(const HTTPResponse& response, bool wasConditional, EventAnswer& answer) {
     if (response.status == kNoContent) return answered(response, EventAnswer::withoutEvents());
     if (wasConditional && response.status == kNotModified) return {.isUnchanged = true};
     if (response.errorCode == 0) return translated(response, answer);
-    if (!response.complaint.empty()) platform::trace("the service says: " + response.complaint);
-    return failed(response.errorCode, response.failure);
+    const std::string refusal = whyRefused(answer);
+    return failed(response.errorCode, refusal.empty() ? inItsWords(response) : refusal);
 }
 
 bool isWorthAnotherTry(const HTTPResponse& response) {

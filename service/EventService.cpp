@@ -23,13 +23,6 @@ bool isYounger(const KeptAnswer& answer, std::time_t seconds) {
     return age >= 0 && age < seconds;
 }
 
-LoadOutcome loadWithoutCache(const std::string& url, std::string& document) {
-    EventReply reply = askEventService(url, {});
-    document = std::move(reply.document);
-    reply.outcome.source = url;
-    return reply.outcome;
-}
-
 // One question to the service, answered from the cache if possible.
 class Question {
   public:
@@ -49,7 +42,7 @@ class Question {
         return ask(lock);
     }
 
-    std::optional<std::time_t> asOf() const { return mAsOf; }
+    std::optional<ServiceAnswer> serviceAnswer() const { return mAnswer; }
 
   private:
     bool hasFresh() {
@@ -61,6 +54,7 @@ class Question {
         return earlier && isYounger(*earlier, kUsableSeconds);
     }
     LoadOutcome useKept() {
+        mAnswer = {mKept->time, true};
         mDocument = std::move(mKept->document);
         return {0, {}, "the kept answer to " + mKept->url};
     }
@@ -82,6 +76,7 @@ class Question {
     LoadOutcome keep(KeptAnswer answer) {
         answer.time = platform::currentTime();
         if (!mCache.store(answer)) platform::trace("cannot keep the answer in " + mCache.folder());
+        mAnswer = {answer.time, false};
         mDocument = std::move(answer.document);
         return {0, {}, mUrl};
     }
@@ -90,7 +85,6 @@ class Question {
         mKept = mCache.newest(mService);
         if (!mKept || !isYounger(*mKept, kUsableSeconds)) return failed;
         platform::trace("fetch " + mUrl + ": " + failed.failure);
-        mAsOf = mKept->time;
         return useKept();
     }
 
@@ -99,7 +93,7 @@ class Question {
     std::string& mDocument;
     const AnswerCache mCache;
     std::optional<KeptAnswer> mKept;  // the last one looked up
-    std::optional<std::time_t> mAsOf;
+    std::optional<ServiceAnswer> mAnswer;
 };
 
 }  // namespace
@@ -108,13 +102,21 @@ EventService::EventService(std::string address, bool keepsAnswers)
     : mAddress(std::move(address)), mKeepsAnswers(keepsAnswers) {}
 
 LoadOutcome EventService::load(const std::string& feedQuery, std::string& document) {
-    mAsOf.reset();
+    mAnswer.reset();
     const std::string url = eventServiceURL(feedQuery, mAddress);
     if (url.empty())
         return {platform::coreFoundationUnknownErr, "not a query that a service understands", {}};
     if (!mKeepsAnswers) return loadWithoutCache(url, document);
     Question question(mAddress, url, document);
     const LoadOutcome outcome = question.answer();
-    mAsOf = question.asOf();
+    mAnswer = question.serviceAnswer();
     return outcome;
+}
+
+LoadOutcome EventService::loadWithoutCache(const std::string& url, std::string& document) {
+    EventReply reply = askEventService(url, {});
+    document = std::move(reply.document);
+    reply.outcome.source = url;
+    if (reply.outcome.errorCode == 0) mAnswer = {platform::currentTime(), false};
+    return reply.outcome;
 }

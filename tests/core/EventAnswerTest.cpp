@@ -5,7 +5,7 @@
 
 namespace {
 
-using testing::ElementsAre, testing::HasSubstr;
+using testing::ElementsAre, testing::HasSubstr, testing::IsEmpty, testing::SizeIs;
 
 constexpr char kHead[] =
     "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
@@ -31,6 +31,15 @@ const std::string kType = "<type>earthquake</type>";
 const std::string kOrigin = originOf("smi:o1", "-42.69", "<depth><value>15115.5</value></depth>");
 const std::string kMagnitude = magnitudeOf("smi:m1", "7.8");
 const std::string kWhole = documentOf(event(kType + kOrigin + kMagnitude));
+
+// Origin and magnitude of an event with so many phases, this review and so many stations.
+std::string rated(const std::string& phases, const std::string& review, const std::string& stations) {
+    std::string origin = kOrigin, magnitude = kMagnitude;
+    const std::string quality = "<quality><usedPhaseCount>" + phases + "</usedPhaseCount></quality>";
+    origin.insert(origin.rfind("</origin>"), (phases.empty() ? "" : quality) + review);
+    const std::string count = "<stationCount>" + stations + "</stationCount>";
+    return origin + magnitude.insert(magnitude.rfind("</magnitude>"), stations.empty() ? "" : count);
+}
 
 struct Translation {
     bool isGood;
@@ -69,13 +78,17 @@ TEST_F(EventAnswerTest, TheDocumentIsTheSameHoweverItsBytesComeAndNothingWhereTh
 }
 
 TEST_F(EventAnswerTest, PrefixesGoAndNamesOfOthersAreLeftOut) {
+    std::string prefixed = "<x:type>explosion</x:type><x:origin/>" + kType + kOrigin + kMagnitude;
+    for (const std::string name : {"type", "origin", "time", "value", "latitude", "longitude", "depth",
+                                   "magnitude", "mag", "uncertainty"})
+        for (const std::string start : {"<", "</"})
+            for (std::size_t at = 0; (at = prefixed.find(start + name, at)) != prefixed.npos; ++at)
+                prefixed.insert(at + start.size(), "b:");
     const std::string document =
         "<a:quakeml xmlns:a='http://quakeml.org/xmlns/quakeml/1.2' "
-        "xmlns:b='http://quakeml.org/xmlns/bed/1.2'>"
-        "<b:eventParameters><b:event "
-        "xmlns:x='urn:other'><x:type>explosion</x:type><b:type>earthquake</b:type>"
-        "<x:origin/><b:preferredOriginID>o</b:preferredOriginID></b:event></b:eventParameters></a:quakeml>";
-    EXPECT_THAT(translate(document).document, HasSubstr("<event><type>earthquake</type></event>"));
+        "xmlns:b='http://quakeml.org/xmlns/bed/1.2' xmlns:x='urn:other'><b:eventParameters><b:event>" +
+        prefixed + "</b:event></b:eventParameters></a:quakeml>";
+    EXPECT_THAT(quakesIn(translate(document).document), ElementsAre(kTold));
 }
 
 TEST_F(EventAnswerTest, TheSecureSpellingOfANamespaceIsQuakeMLToo) {
@@ -100,12 +113,43 @@ TEST_F(EventAnswerTest, ThePreferredOriginAndMagnitudeAreShownWhereverTheyStandA
         EXPECT_THAT(quake(content), HasSubstr(" M5 at 1, "));
 }
 
-TEST_F(EventAnswerTest, TheTypeIsPassedOnAsItIs) {
-    for (const std::string& type : {std::string("<type>earthquake </type>"), "<type>other</type>" + kType})
-        EXPECT_EQ(quake(type + kOrigin + kMagnitude), "none");
-    EXPECT_EQ(quake("<type>earth<!-- c --><![CDATA[quake]]></type>" + kOrigin + kMagnitude), kTold);
-    EXPECT_THAT(translate(documentOf(event("<type>a &lt; b &amp; c</type>"))).document,
-                HasSubstr("<type>a &lt; b &amp; c</type>"));
+TEST_F(EventAnswerTest, EventsOfOtherTypesAndRejectedOnesAreDropped) {
+    const std::string rest = kOrigin + kMagnitude,
+                      rejected = rated("", "<evaluationStatus>rejected</evaluationStatus>", "");
+    for (const std::string type : {"explosion", "not existing", "duplicate", "Earthquake", "earthquake "})
+        EXPECT_THAT(quakes(event("<type>" + type + "</type>" + rest)), IsEmpty()) << type;
+    EXPECT_THAT(quakes(event("<type>other</type>" + kType + rest)), IsEmpty());
+    EXPECT_THAT(quakes(event(kType + rejected) + event(rejected)), IsEmpty());
+    EXPECT_EQ(quake("<type>earth<!-- c --><![CDATA[quake]]></type>" + rest), kTold);
+}
+
+TEST_F(EventAnswerTest, AnEventWithoutATypeIsKeptWhenItIsReviewedOrWellRecorded) {
+    const auto isKept = [](const std::string& phases, const std::string& review,
+                           const std::string& stations) {
+        return quakes(event("<type> </type>" + rated(phases, review, stations))).size() == 1;
+    };
+    const std::string automatic = "<evaluationMode>automatic</evaluationMode>";
+    EXPECT_TRUE(isKept("", "", ""));  // there is nothing to judge it by
+    EXPECT_TRUE(isKept("5", "<evaluationMode> manual\n</evaluationMode>", ""));
+    EXPECT_TRUE(isKept("5", automatic + "<evaluationStatus>confirmed</evaluationStatus>", ""));
+    EXPECT_TRUE(isKept("20", automatic, "10"));
+    EXPECT_FALSE(isKept("19", automatic, "10"));
+    EXPECT_FALSE(isKept("20", automatic, "9"));
+    EXPECT_FALSE(isKept("20", automatic, ""));
+    EXPECT_FALSE(isKept("", automatic, ""));
+    EXPECT_FALSE(isKept("", "", "9"));
+}
+
+TEST_F(EventAnswerTest, AnEventIsJudgedByItsPreferredOriginAndMagnitude) {
+    const std::string poor = rated("5", "", "5"), good = rated("22", "", "12");
+    const std::string preferred =
+        "<preferredOriginID>smi:o2</preferredOriginID><preferredMagnitudeID>smi:m2</preferredMagnitudeID>";
+    const auto second = [](std::string content) {
+        content.replace(content.find("smi:o1"), 6, "smi:o2");
+        return content.replace(content.find("smi:m1"), 6, "smi:m2");
+    };
+    EXPECT_THAT(quakes(event(preferred + poor + second(good))), SizeIs(1));
+    EXPECT_THAT(quakes(event(preferred + good + second(poor))), IsEmpty());
 }
 
 TEST_F(EventAnswerTest, DepthBecomesKilometresWhereItIsANumber) {
@@ -120,11 +164,19 @@ TEST_F(EventAnswerTest, DepthBecomesKilometresWhereItIsANumber) {
         EXPECT_EQ(inKilometres(none), "0 km") << none;
 }
 
-TEST_F(EventAnswerTest, WhatAnEventLacksStaysMissing) {
-    EXPECT_THAT(quakes(event(kType + kOrigin) + event(kType + kMagnitude) +
-                       event(kType + originOf("o", "1", "") + kMagnitude) + "<event/>" +
-                       event(kType + kOrigin + kMagnitude)),
-                ElementsAre("none", "none", "none", "none", kTold));
+TEST_F(EventAnswerTest, WhatTheParserWouldDeclineIsDropped) {
+    const auto without = [](const std::string& name) {
+        std::string origin = kOrigin;
+        const std::size_t start = origin.find("<" + name + ">"), end = origin.find("</" + name + ">");
+        return event(kType + origin.erase(start, end + name.size() + 3 - start) + kMagnitude);
+    };
+    EXPECT_THAT(quakes(event(kType + kOrigin) + event(kType + kMagnitude) + without("time") +
+                       without("latitude") + without("longitude") + without("depth") + "<event/>" +
+                       event(kType + kOrigin + "<magnitude/>") + event(kType + kOrigin + kMagnitude)),
+                ElementsAre(kTold));
+    // A number without a value is 0 to the parser.
+    EXPECT_EQ(quakes(without("value")).size(), 0u);  // of the time
+    EXPECT_THAT(quake(kType + originOf("o", "1", "<depth/>") + kMagnitude), HasSubstr(", 0 km"));
 }
 
 TEST_F(EventAnswerTest, OtherDocumentsStayAsTheyAre) {
@@ -137,19 +189,25 @@ TEST_F(EventAnswerTest, OtherDocumentsStayAsTheyAre) {
 }
 
 TEST_F(EventAnswerTest, EncodingsAndEntitiesBecomeUTF8) {
-    const auto typeIn = [](const std::string& encoding, const std::string& text) {
-        std::string bytes = documentOf(event("<type>" + text + "</type>"));
+    const auto timeIn = [](const std::string& encoding, const std::string& text) {
+        std::string bytes = kWhole;
+        bytes.replace(bytes.find("2016-11-13T11:02:56.3459Z"), 25, text);
         return translate(bytes.replace(bytes.find("UTF-8"), 5, encoding)).document;
     };
-    EXPECT_THAT(typeIn("windows-1252", "\x80\xe9"), HasSubstr("<type>\xe2\x82\xac\xc3\xa9</type>"));
-    EXPECT_THAT(typeIn("UTF-8", "M&#257;ori&unknown;"), HasSubstr("<type>M\xc4\x81ori</type>"));
+    EXPECT_THAT(timeIn("windows-1252", "\x80\xe9"), HasSubstr("<value>\xe2\x82\xac\xc3\xa9</value>"));
+    EXPECT_THAT(timeIn("UTF-8", "M&#257;ori&unknown; &lt; b"),
+                HasSubstr("<value>M\xc4\x81ori &lt; b</value>"));
+    const std::string cut = timeIn("UTF-8", repeated("\xe6\xbc\xa2", 1000));  // at a whole character
+    EXPECT_TRUE(translate(cut).isGood);
     EXPECT_FALSE(translate(documentOf("\xff\xfe")).isGood);
 }
 
 TEST_F(EventAnswerTest, ThousandsOfEventsPassWithTheirQuotedNames) {
-    const std::string events = repeated("<event publicID='a\"b'></event>", 2000);
-    EXPECT_THAT(translate(documentOf(events)).document,
-                HasSubstr(repeated("<event publicID=\"a&quot;b\"></event>\n", 2000)));
+    const std::string events =
+        repeated("<event publicID='a\"b'>" + kType + kOrigin + kMagnitude + "</event>", 2000);
+    const std::string document = translate(documentOf(events)).document;
+    EXPECT_THAT(document, HasSubstr("<event publicID=\"a&quot;b\">"));
+    EXPECT_THAT(quakesIn(document), SizeIs(2000));
 }
 
 TEST_F(EventAnswerTest, HostileDocumentsAreRefused) {

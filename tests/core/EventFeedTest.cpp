@@ -8,13 +8,14 @@
 #include "service/EventAnswer.h"
 #include "tests/TemporaryFolder.h"
 #include "tests/standins/StandIns.h"
+#include "tests/support/Feed.h"
 
 namespace {
 
 using platform::AdvisoryLock, platform::HTTPRequest, platform::HTTPResponse;
 using standins::desktop;
 using testing::Contains, testing::ElementsAre, testing::Field, testing::FieldsAre;
-using testing::HasSubstr, testing::IsEmpty, testing::SizeIs, testing::StartsWith;
+using testing::HasSubstr, testing::IsEmpty, testing::Optional, testing::SizeIs, testing::StartsWith;
 
 constexpr char kQuery[] =
     "http://magma.geonet.org.nz/services/quake/quakeml/1.0.1/query?"
@@ -23,13 +24,12 @@ constexpr char kService[] = "https://quakes.example/";
 constexpr char kAddress[] = "https://quakes.example/fdsnws/event/1/query?starttime=";
 constexpr std::time_t kMinute = 60, kDay = 24 * 60 * kMinute;
 
-std::string documentWith(const std::string& type) {
+std::string documentWith(const std::string& magnitude) {
     return "<q:quakeml xmlns:q='http://quakeml.org/xmlns/quakeml/1.2' "
-           "xmlns='http://quakeml.org/xmlns/bed/1.2'>"
-           "<eventParameters><event><pick/><type>" +
-           type + "</type></event></eventParameters></q:quakeml>";
+           "xmlns='http://quakeml.org/xmlns/bed/1.2'><eventParameters>" +
+           FeedEvent{.mag = valueOf(magnitude)}.xml() + "</eventParameters></q:quakeml>";
 }
-const std::string kToday = documentWith("earthquake"), kLater = documentWith("other event");
+const std::string kToday = documentWith("5.5"), kLater = documentWith("6.6");
 
 std::string translated(const std::string& document) {
     EventAnswer answer;
@@ -40,7 +40,11 @@ std::string translated(const std::string& document) {
 
 HTTPResponse answerOf(const std::string& document) { return {.status = 200, .body = document}; }
 HTTPResponse failureOf(int status) {
-    return {.errorCode = status, .status = status, .complaint = "status " + std::to_string(status)};
+    const std::string failure = "HTTP status " + std::to_string(status);
+    return {.errorCode = status,
+            .failure = failure,
+            .status = status,
+            .complaint = "status " + std::to_string(status)};
 }
 
 // Lets the service answer with these in turn, and with the last one from then on.
@@ -93,18 +97,25 @@ TEST_F(EventFeedTest, TheServiceIsAskedInItsOwnDialectAndAnswersInTheLists) {
         EXPECT_THAT(std::exchange(desktop.requests, {}),
                     ElementsAre(Field(&HTTPRequest::url, StartsWith(kAddress))));
     }
-    EXPECT_THAT(desktop.traceLines, Contains("the service says: status 413"));
+    EXPECT_EQ(feedWithoutCache.failure(), "HTTP status 413: status 413");
     EXPECT_FALSE(std::filesystem::exists(AnswerCache::userFolder()));
 }
 
 TEST_F(EventFeedTest, ADocumentThatIsIncompleteOrNotQuakeMLIsDiscarded) {
-    for (const std::string& document :
-         {std::string("<html><body>Please log in</body></html>"), kToday.substr(0, kToday.size() - 3),
-          std::string(), "<quakeml>" + std::string(5 << 20, ' ') + "</quakeml>",
-          "<!DOCTYPE a [<!ATTLIST a b CDATA 'c'>]>" + kToday,
-          "<!DOCTYPE a [<!ENTITY b 'c'>]><quakeml/>" + std::string(50, ' ')}) {
+    const std::pair<std::string, std::string> cases[] = {
+        {"<html><body>Please log in</body></html>", "not QuakeML"},
+        {"<q:quakeml\nxmlns:q='http://quakeml.org/xmlns/quakeml/1.2'>\n<q:a></q:quakeml>",
+         "not XML, line 3: mismatched tag"},
+        {kToday.substr(0, kToday.size() - 3), "not XML, line 1: unclosed token"},
+        {"", "not XML, line 1: no element found"},
+        {"<quakeml>" + std::string(5 << 20, ' ') + "</quakeml>", "larger than 4 MiB"},
+        {"<!DOCTYPE a [<!ATTLIST a b CDATA 'c'>]>" + kToday, "declares attributes or entities"},
+        {"<!DOCTYPE a [<!ENTITY b 'c'>]><quakeml/>" + std::string(50, ' '),
+         "declares attributes or entities"}};
+    for (const auto& [document, failure] : cases) {
         serve({answerOf(document)});
         EXPECT_EQ(load(feedWithoutCache), "") << document.substr(0, 80);
+        EXPECT_EQ(feedWithoutCache.failure(), failure);
     }
 }
 
@@ -151,13 +162,13 @@ TEST_F(EventFeedTest, AfterAFailureTheServicesLatestAnswerOf30DaysHasToDo) {
     load();
     pass(30 * kDay - 1);
     EXPECT_EQ(load(), translated(kToday));
-    EXPECT_EQ(feed.asOfScript(), "window.TELLMAR_AS_OF = \"2026-11-21T01:00:00Z\";\n");
+    EXPECT_THAT(feed.serviceAnswer(), Optional(FieldsAre(1795222800, true)));
 
     EventFeed another({.service = "https://elsewhere.example/"});
     EXPECT_EQ(load(another), "");
     pass(1);
     EXPECT_EQ(load(), "");
-    EXPECT_EQ(feed.asOfScript(), "window.TELLMAR_AS_OF = null;\n");
+    EXPECT_FALSE(feed.serviceAnswer());
 }
 
 TEST_F(EventFeedTest, WhoWaitsForAnotherProcessUsesWhatItLearns) {
@@ -199,7 +210,7 @@ TEST_F(EventFeedTest, WhoWaitsLongForAnotherProcessUsesAnEarlierAnswer) {
     EXPECT_EQ(load(), translated(kToday));
     EXPECT_LE(desktop.monotonicMicroseconds - before, 6'000'000);
     EXPECT_THAT(desktop.requests, SizeIs(1));
-    EXPECT_THAT(feed.asOfScript(), Not(HasSubstr("null")));
+    EXPECT_TRUE(feed.serviceAnswer()->isKept);
 }
 
 TEST_F(EventFeedTest, ADamagedFileIsIgnored) {
@@ -211,7 +222,7 @@ TEST_F(EventFeedTest, ADamagedFileIsIgnored) {
     const std::string whole = contentsOf(path);
     std::string changed = whole, later = whole;
     changed[whole.find("earthquake")] = 'E';
-    later[whole.find('1')] = '2';  // the version
+    later[whole.find('2')] = '1';  // the version
     for (const std::string& damaged : {whole.substr(0, whole.size() - 3), changed, later, std::string()}) {
         std::ofstream(path, std::ios::binary) << damaged;
         desktop.requests.clear();
@@ -242,7 +253,7 @@ TEST_F(EventFeedTest, FewFilesAreKeptAndNoneIsBig) {
         return cache.store({.service = kService, .url = url, .time = time, .document = document});
     };
     for (int i = 0; i < 20; ++i) ASSERT_TRUE(store(std::to_string(i), i, "x"));
-    std::ofstream(cache.folder() + "/answer-1-draft.123-1") << "of a process that was killed";
+    std::ofstream(cache.folder() + "/answer-2-draft.123-1") << "of a process that was killed";
     std::ofstream(cache.folder() + "/another program's") << "x";
     ASSERT_TRUE(store("last", 99, "x"));
     EXPECT_EQ(filesIn(cache.folder()), 5);
@@ -254,14 +265,21 @@ TEST_F(EventFeedTest, ADocumentTakesTheServicesPlace) {
     EventFeed substituted({.service = kService, .document = "https://elsewhere.example/feed.xml"});
     std::string data;
     EXPECT_FALSE(substituted.answer("http://quakes.example/", data));
-    for (const auto& [document, expected] : {std::pair{kToday, translated(kToday)},
-                                             {"not XML", "not XML"},
-                                             {kToday.substr(0, kToday.size() - 3), ""}}) {
+    const std::tuple<std::string, std::string, std::string> cases[] = {
+        {kToday, translated(kToday), ""},
+        {"not XML", "not XML", "not XML, line 1: syntax error"},
+        {"<other/>", "<other/>", "not QuakeML"},
+        {kToday.substr(0, kToday.size() - 3), "", "not XML, line 1: unclosed token"}};
+    for (const auto& [document, expected, failure] : cases) {
         serve({answerOf(document)});
         EXPECT_EQ(substituted.answer(kQuery, data)->source, "https://elsewhere.example/feed.xml");
         EXPECT_EQ(data, expected);
+        EXPECT_EQ(substituted.failure(), failure);
         EXPECT_EQ(desktop.requests.back().url, "https://elsewhere.example/feed.xml");
     }
+    serve({failureOf(404)});
+    substituted.answer(kQuery, data);
+    EXPECT_EQ(substituted.failure(), "HTTP status 404");
 }
 
 }  // namespace

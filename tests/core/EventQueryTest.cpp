@@ -25,7 +25,7 @@ TEST_F(EventQueryTest, TheListsQueryIsAskedOfGeoNetsServiceOfToday) {
     EXPECT_EQ(eventServiceURL(query, kDefaultEventService),
               "https://service.geonet.org.nz/fdsnws/event/1/query?"
               "starttime=2009-07-07T00:00:00&endtime=2009-07-16T00:00:00&minmagnitude=3.999999&"
-              "maxmagnitude=10&eventtype=earthquake&format=xml&nodata=204");
+              "maxmagnitude=10&format=xml&nodata=204");
 }
 
 TEST_F(EventQueryTest, DatesAreWholeDaysOfTheMachinesCalendar) {
@@ -44,7 +44,7 @@ TEST_F(EventQueryTest, DatesAreWholeDaysOfTheMachinesCalendar) {
 TEST_F(EventQueryTest, WhatTheServicesAddressNamesItselfIsLeftToIt) {
     const std::string own = "?minmagnitude=5.5&minlatitude=-57&endtime=2020-01-01&starttime=2020-01-01";
     EXPECT_EQ(eventServiceURL(feedQuery("2009-07-07", "2009-07-15"), kService + own + "#x"),
-              kService + own + "&maxmagnitude=10&eventtype=earthquake&format=xml&nodata=204");
+              kService + own + "&maxmagnitude=10&format=xml&nodata=204");
 }
 
 TEST_F(EventQueryTest, AShortAddressGetsTheStandardsPath) {

@@ -87,7 +87,7 @@ TEST(QuakeMapTest, TheBiggestTownGetsItsNameFirst) {
 }
 
 TEST(QuakeMapTest, TheMapSaysWhenItsEarthquakesAreFrom) {
-    platform::setGeneratedResource("as-of.js",
+    platform::setGeneratedResource("earthquakes.js",
                                    [] { return "window.TELLMAR_AS_OF = '2020-02-03T04:05:00Z'"; });
     MapPage page({200, 150});
     checkPage(page, quakeAt(-42.69, 173.02));

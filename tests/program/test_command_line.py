@@ -22,6 +22,33 @@ def test_help_version_and_list_need_no_display(make):
     assert quakes[0].split()[:2] == ["1", "7.80"]
 
 
+def test_the_list_gives_the_local_time_beside_utc(program):
+    program.environment["TZ"] = "NZST-12NZDT,M9.5.0,M4.1.0/3"
+    assert program.run("--demo", "--list") == 0
+    assert program.output().splitlines()[1].endswith("  2016-11-13 11:02:56  2016-11-14 00:02:56 NZDT")
+
+
+def test_the_list_says_why_there_is_nothing(program, server):
+    (program.path / "broken.xml").write_text("<quakeml>\n</quake>")
+    for document, why in (("no/such.xml", "such.xml: no such file"),
+                          ("broken.xml", "broken.xml: not XML, line 2: mismatched tag")):
+        assert program.run("--list", "--feed", str(program.path / document)) == 1
+        assert complaints(program) == [f"tellmar: {why}"]
+    server.serve("Number of events exceeds the limit\nof 10000", 413)
+    assert program.run("--list", "--service", server.url) == 1
+    assert complaints(program) == ["tellmar: 127.0.0.1: HTTP status 413: Number of events exceeds the limit"]
+    server.serve("", 204)
+    assert program.run("--list", "--service", server.url) == 0
+    assert "no earthquakes" in program.output()
+
+
+@pytest.mark.parametrize("option", ["--list", "--help", "--version"])
+def test_output_that_cannot_be_written_is_an_error(program, option):
+    (program.path / "stdout").symlink_to("/dev/full")
+    assert program.run("--demo", option) == 1
+    assert complaints(program) == ["tellmar: cannot write to standard output"]
+
+
 @pytest.mark.parametrize("option, name", [("--demo", ""), ("--configure", ":4711")])
 def test_without_a_display_one_line_says_so(program, option, name):
     program.environment["DISPLAY"] = name

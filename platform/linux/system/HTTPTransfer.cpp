@@ -149,7 +149,7 @@ class Transfer {
         else if (mIsRefused)
             fail(coreFoundationUnknownErr, "not the document asked for");
         else if (mIsTooLarge)
-            fail(CURLE_FILESIZE_EXCEEDED, "too large");
+            fail(CURLE_FILESIZE_EXCEEDED, "larger than the limit");
         else if (result != CURLE_OK)
             fail(result, mDetail[0] != '\0' ? mDetail.data() : curl_easy_strerror(result));
     }

@@ -37,7 +37,7 @@ LoadOutcome fetchFile(const std::string& path, std::string& data) {
         return {CURLE_FILE_COULDNT_READ_FILE, "not a regular file", {}};
     const std::uintmax_t size = std::filesystem::file_size(path, error);
     if (!error && size > static_cast<std::uintmax_t>(kMaxResourceBytes))
-        return {CURLE_FILESIZE_EXCEEDED, "too large", {}};
+        return {CURLE_FILESIZE_EXCEEDED, "larger than 64 MiB", {}};
     if (!readFile(path, data)) return {CURLE_FILE_COULDNT_READ_FILE, "cannot be read", {}};
     return {};
 }

@@ -55,10 +55,12 @@ class XMLStream::Parser {
         mIsGood = mParser && XML_Parse(mParser.get(), bytes.data(), static_cast<int>(bytes.size()), isLast) ==
                                  XML_STATUS_OK;
         mIsGood = mIsGood && mTaken - XML_GetCurrentByteIndex(mParser.get()) <= kMostPendingBytes;
+        if (!mIsGood) noteFailure();
         return mIsGood;
     }
 
     bool hasDeclarations() const { return mDeclarations > 0; }
+    const std::string& failure() const { return mFailure; }
 
   private:
     static Parser& self(void* data) { return *static_cast<Parser*>(data); }
@@ -100,11 +102,19 @@ class XMLStream::Parser {
     void namespaceDeclared(std::string_view uri) {
         if (uri.size() > kMostNamespaceBytes) fail();
     }
+    void noteFailure() {
+        if (!mParser) return void(mFailure = "there is no memory");
+        const XML_Error error = XML_GetErrorCode(mParser.get());
+        const bool isOfXML = error != XML_ERROR_NONE && error != XML_ERROR_ABORTED;
+        mFailure = "line " + std::to_string(XML_GetCurrentLineNumber(mParser.get())) + ": " +
+                   (isOfXML ? XML_ErrorString(error) : "beyond the limits");
+    }
     void fail() { XML_StopParser(mParser.get(), XML_FALSE); }
 
     XMLStreamHandler& mHandler;
     ExpatParser mParser;
     bool mIsGood = true;
+    std::string mFailure;
     int mLevels = 0;
     int mDeclarations = 0;  // of attributes and entities
     long long mTaken = 0;
@@ -121,6 +131,8 @@ bool XMLStream::take(std::string_view bytes) {
 }
 
 bool XMLStream::hasDeclarations() const { return mParser->hasDeclarations(); }
+
+const std::string& XMLStream::failure() const { return mParser->failure(); }
 
 bool XMLStream::finish() { return mParser->parse({}, true); }
 
