@@ -4,6 +4,8 @@
 
 #include "platform/Bundle.h"
 #include "platform/Log.h"
+#include "program/CheckCommand.h"
+#include "program/CoverTask.h"
 #include "program/EarthquakesScript.h"
 #include "program/HelpText.h"
 #include "program/ListCommand.h"
@@ -48,6 +50,7 @@ int print(const char* text) {
 }
 
 int run(const Options& options, const EventFeed& feed) {
+    if (coverTask() == CoverTask::Check) return checkQuakes(feed);
     switch (options.command) {
         case Options::Command::List:
             return listQuakes(feed);

@@ -107,12 +107,20 @@ void Window::fillHost(GdkWindow* host) {
     });
 }
 
+void Window::layOut(const Size& size) {
+    gtk_widget_realize(mArea);
+    gtk_widget_show(mArea);
+    const GtkAllocation area{0, 0, static_cast<int>(size.width), static_cast<int>(size.height)};
+    gtk_widget_size_allocate(mTopLevel, const_cast<GtkAllocation*>(&area));
+}
+
 void Window::show() {
     gtk_widget_realize(mArea);  // a preview is painted as soon as it has a size
     gtk_widget_show_all(mTopLevel);
     if (!mTakesDialogs) hideCursor(mTopLevel);
     RunLoop::runUntil([this] { return mIsPainted; }, kFirstDrawTimeout);
     gdk_display_flush(gtk_widget_get_display(mArea));
+    if (mRoot) reportFadeEnded(*mRoot, true);
 }
 
 Window* Window::current() { return currentWindow; }

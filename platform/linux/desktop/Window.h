@@ -31,6 +31,8 @@ class Window {
     // The window that alerts may use; null when there is none.
     static Window* current();
 
+    // Gives a window that is not to be shown yet the size that it will have.
+    void layOut(const Size& size);
     // Brings the window, which has a content view by then, to the screen. Returns when its first picture is
     // there and its size is known, or after a second.
     void show();
