@@ -115,13 +115,14 @@ void CoverKeeper::advance(Seconds now) {
 }
 
 void CoverKeeper::restart(Entry& entry, Seconds now) {
-    if (entry.second.isFinished) return mHands.endAll();
-    if (mayRestart(now)) {
+    Cover& cover = entry.second;
+    if (!cover.isFinished && mayRestart(now)) {
         mRestarts.push_back(now);
         start(entry, now);
-    } else if (mConduct.persists) {
-        entry.second.startDue = mRestarts.front() + kHour;
+    } else if (!cover.isFinished && mConduct.persists) {
+        cover.startDue = mRestarts.front() + kHour;
     } else {
+        cover.startDue = kNever;
         mHands.endAll();
     }
 }
