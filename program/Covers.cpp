@@ -12,6 +12,7 @@
 #include "platform/Log.h"
 #include "platform/RunLoop.h"
 #include "platform/linux/desktop/KeyboardFocus.h"
+#include "platform/linux/desktop/ScreenAwake.h"
 #include "platform/linux/desktop/SessionBus.h"
 #include "program/ChildProcess.h"
 #include "program/CoverKeeper.h"
@@ -28,7 +29,7 @@ constexpr double kLongestSleep = 24 * 60 * 60;  // seconds
 double now() { return static_cast<double>(platform::monotonicMicroseconds()) / 1e6; }
 
 CoverKeeper::Conduct conductFor(const Options& options) {
-    return {.refreshes = options.feed.empty(), .haste = options.speed};
+    return {.refreshes = options.feed.empty(), .persists = options.kiosk, .haste = options.speed};
 }
 
 // Does what the keeper decides, and passes on what happens to monitors and processes.
@@ -144,6 +145,8 @@ int runCovers(const Options& options) {
         return 1;
     }
     const platform::FocusKeeper focus;
+    std::optional<platform::ScreenAwake> awake;
+    if (options.kiosk) awake.emplace();
     const Covers covers(options);
     RunLoop::run();
     return 0;

@@ -77,17 +77,17 @@ platform::Size sizeOf(GdkMonitor* monitor) {
 }
 
 // Null when monitors have changed in the meantime.
-std::unique_ptr<Window> openCover() {
+std::unique_ptr<Window> openCover(bool isKiosk) {
     prctl(PR_SET_NAME, "tellmar");  // started through /proc/self/exe, it would be named exe
     GdkMonitor* monitor = monitorToCover();
     if (!monitor) return nullptr;
-    auto window = Window::cover(monitor, endCovers);
+    auto window = isKiosk ? Window::coverAsKiosk(monitor, endCovers) : Window::cover(monitor, endCovers);
     if (isSuccessor()) window->layOut(sizeOf(monitor));
     return window;
 }
 
 std::unique_ptr<Window> openWindow(const Options& options) {
-    if (coversMonitor()) return openCover();
+    if (coversMonitor()) return openCover(options.kiosk);
     if (options.hostWindow) return Window::embed(*options.hostWindow);
     return Window::open(options.preview ? kPreviewSize : kWindowSize);
 }

@@ -8,6 +8,7 @@
 #include "program/CoverTask.h"
 #include "program/EarthquakesScript.h"
 #include "program/HelpText.h"
+#include "program/IdleCommand.h"
 #include "program/ListCommand.h"
 #include "program/Options.h"
 #include "program/RegisterCommand.h"
@@ -49,6 +50,12 @@ int print(const char* text) {
     return written(0);
 }
 
+int registerWithNextStep() {
+    const int status = registerSaver(xscreensaverFile(), saverCommand());
+    if (status == 0) std::fputs(nextStep(), stdout);
+    return status;
+}
+
 int run(const Options& options, const EventFeed& feed) {
     if (coverTask() == CoverTask::Check) return checkQuakes(feed);
     switch (options.command) {
@@ -57,9 +64,11 @@ int run(const Options& options, const EventFeed& feed) {
         case Options::Command::Configure:
             return runSettings();
         case Options::Command::Register:
-            return registerSaver(xscreensaverFile(), saverCommand());
+            return registerWithNextStep();
         case Options::Command::Unregister:
             return unregisterSaver(xscreensaverFile());
+        case Options::Command::Idle:
+            return runIdleCommand(options.idle);
         default:
             return runSaver(options);
     }

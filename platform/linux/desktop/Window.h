@@ -23,6 +23,8 @@ class Window {
     static std::unique_ptr<Window> open(const Size& size);
     // Covers everything on the monitor; any input calls endAll.
     static std::unique_ptr<Window> cover(GdkMonitor* monitor, void (*endAll)());
+    // The same, but only Escape or q calls endAll, and the screen stays on.
+    static std::unique_ptr<Window> coverAsKiosk(GdkMonitor* monitor, void (*endAll)());
     static std::unique_ptr<Window> embed(unsigned long hostWindow);
     ~Window();
     Window(const Window&) = delete;

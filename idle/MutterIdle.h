@@ -1,0 +1,26 @@
+#pragma once
+
+#include <chrono>
+#include <memory>
+
+#include "idle/Bus.h"
+#include "idle/IdleSource.h"
+
+// GNOME Shell's own monitor, under Wayland and X11. It does not report a session that a program keeps from
+// being idle.
+class MutterIdle : public IdleSource {
+  public:
+    // Null where there is none.
+    static std::unique_ptr<IdleSource> open(Bus& bus, std::chrono::milliseconds time, IdleListener& listener);
+
+  private:
+    MutterIdle(Bus& bus, std::chrono::milliseconds time, IdleListener& listener);
+    void watchIdle();
+    void watchFired(std::uint32_t watch);
+
+    Bus& mBus;
+    std::chrono::milliseconds mTime;
+    IdleListener& mListener;
+    std::uint32_t mIdleWatch = 0;    // fires each time the session becomes idle
+    std::uint32_t mActiveWatch = 0;  // fires once
+};
