@@ -32,7 +32,7 @@ void CoverKeeper::removed(Monitor monitor, Seconds now) {
 
 void CoverKeeper::start(Entry& entry, Seconds now) {
     auto& [monitor, cover] = entry;
-    cover.quakes.clear();
+    cover.quakes.reset();
     cover.running = mHands.start(monitor, false);
     if (!cover.running) cover.startDue = now + kRetryPause;
 }
@@ -46,9 +46,13 @@ void CoverKeeper::end(Process& process, Seconds now) {
 void CoverKeeper::shown(Process process, const std::string& quakes, Seconds now) {
     for (auto& [monitor, cover] : mCovers) {
         if (process == cover.running) cover.quakes = quakes;
-        if (process == cover.successor) handOver(cover, quakes, now);
+        if (process != cover.successor) continue;
+        if (quakes.empty())
+            end(cover.successor, now);
+        else
+            handOver(cover, quakes, now);
     }
-    mSchedule.firstMapShown(now);
+    if (!quakes.empty()) mSchedule.firstMapShown(now);
 }
 
 void CoverKeeper::handOver(Cover& cover, const std::string& quakes, Seconds now) {
@@ -64,7 +68,7 @@ void CoverKeeper::ended(Process process, bool normally, Seconds now) {
         if (process == cover.predecessor) cover.predecessor = 0;
         if (process == cover.running) {
             cover.running = 0;
-            cover.quakes.clear();
+            cover.quakes.reset();
             cover.isFinished = normally;
         } else if (process == cover.successor) {
             cover.successor = 0;
@@ -80,7 +84,7 @@ void CoverKeeper::answered(const std::optional<std::string>& quakes, Seconds now
     mSchedule.answered(quakes.has_value(), somethingIsShown(), now);
     if (!quakes || quakes->empty()) return;
     for (Entry& entry : mCovers)
-        if (entry.second.quakes != *quakes) startSuccessor(entry, now);
+        if (entry.second.quakes && *entry.second.quakes != *quakes) startSuccessor(entry, now);
 }
 
 void CoverKeeper::startSuccessor(Entry& entry, Seconds now) {
@@ -92,7 +96,7 @@ void CoverKeeper::startSuccessor(Entry& entry, Seconds now) {
 
 bool CoverKeeper::somethingIsShown() const {
     return std::any_of(mCovers.begin(), mCovers.end(),
-                       [](const Entry& each) { return !each.second.quakes.empty(); });
+                       [](const Entry& each) { return each.second.quakes && !each.second.quakes->empty(); });
 }
 
 void CoverKeeper::advance(Seconds now) {

@@ -41,7 +41,8 @@ class CoverKeeper {
 
     void added(Monitor monitor, Seconds now);
     void removed(Monitor monitor, Seconds now);
-    // The first map of the process is on the screen. The text stands for the quakes that it shows.
+    // The first map of the process is on the screen, or it has none to show. The text stands for its quakes
+    // and is empty if there are none.
     void shown(Process process, const std::string& quakes, Seconds now);
     // A process that ended normally was asked to, or has reported an error to the user.
     void ended(Process process, bool normally, Seconds now);
@@ -55,9 +56,9 @@ class CoverKeeper {
   private:
     struct Cover {
         Process running = 0;
-        Seconds startDue = 0;     // if none is running
-        bool isFinished = false;  // the last one ended normally
-        std::string quakes;       // on the screen; empty before the first map
+        Seconds startDue = 0;               // if none is running
+        bool isFinished = false;            // the last one ended normally
+        std::optional<std::string> quakes;  // on the screen; nothing before the first map
 
         Process successor = 0;
         Seconds successorDeadline = 0;

@@ -20,7 +20,8 @@ bool coversMonitor();
 // The monitor to cover; null when monitors have changed since this process was started.
 GdkMonitor* monitorToCover();
 
-// Reports the quakes, which a text stands for: there are these, or their first map is on the screen.
+// Reports quakes, which a text stands for: those there are, or those of which the first map is on the screen.
+// It is empty if there are none.
 void reportQuakes(const std::string& quakes);
 
 // Ends this process, and through the first one all the others.

@@ -21,8 +21,8 @@ class RefreshSchedule {
     double pause(bool somethingIsShown) const;
 
     const double mHaste;
+    int mFailures = 0;  // in a row
     double mDue;
     bool mIsAsking = false;
     bool mHasAsked = false;
-    int mFailures = 0;  // in a row
 };

@@ -173,7 +173,7 @@ int runSaver(const Options& options) {
     CQuakeList::Instance();  // fetches the feed, while the window goes on to be drawn and to follow its
                              // host's
     if (RunLoop::isStopping()) return 0;  // a host that has changed its mind is waiting for this
-    if (isSuccessor() && quakeDigest().empty()) return 1;
+    if (coversMonitor() && quakeDigest().empty()) reportQuakes("");
     if (!saver.start()) return 1;
     RunLoop::run();
     saver.stop();

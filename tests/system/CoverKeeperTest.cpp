@@ -74,12 +74,11 @@ class World : public CoverKeeper::Hands {
         const Process number = ++starts;
         mProcesses[number] = {monitor, now, ""};
         if (isSuccessor) successorStarts.push_back(now);
-        if (answer && !answer->empty())
-            later(secondsToMap, [this, number, quakes = *answer] {
-                if (!mProcesses.contains(number)) return;
-                mProcesses[number].quakes = quakes;
-                mKeeper.shown(number, quakes, now);
-            });
+        later(secondsToMap, [this, number, quakes = mKept = answer.value_or(mKept)] {
+            if (!mProcesses.contains(number)) return;
+            mProcesses[number].quakes = quakes;
+            mKeeper.shown(number, quakes, now);
+        });
         return number;
     }
     void end(Process process) override {
@@ -112,6 +111,7 @@ class World : public CoverKeeper::Hands {
     }
 
     CoverKeeper mKeeper;
+    std::string mKept;  // the last answer
     std::map<Process, Child> mProcesses;
     std::multimap<double, std::function<void()>> mEvents;
 };
