@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
-#include <fstream>
 #include <iterator>
 #include <map>
 #include <set>
@@ -19,6 +18,7 @@
 #include "platform/linux/Handles.h"
 #include "platform/linux/desktop/KeyboardFocus.h"
 #include "platform/linux/desktop/SessionBus.h"
+#include "program/Restart.h"
 
 using platform::ErrorRef, platform::Handle, platform::RunLoop;
 
@@ -45,13 +45,6 @@ std::string nameOf(GdkMonitor* monitor) {
     const auto all = monitors();
     const auto number = std::find(all.begin(), all.end(), monitor) - all.begin();
     return std::to_string(number) + " of " + std::to_string(all.size());
-}
-
-std::vector<std::string> ownArguments() {
-    std::ifstream file("/proc/self/cmdline", std::ios::binary);
-    std::vector<std::string> arguments;
-    for (std::string argument; std::getline(file, argument, '\0');) arguments.push_back(argument);
-    return arguments;
 }
 
 // A process that covers a monitor must not outlive the first one.

@@ -42,6 +42,12 @@ constexpr OptionEntry kTable[] = {
      "The rest of the file stays as it is, and a copy of the old file is kept beside it."},
     {Option::Unregister, "unregister", nullptr, kCommands, "remove it from that list",
      "Remove Tellmar from that list, with the same care."},
+    {Option::Idle, "idle", "[MIN|off]", kCommands, "start Tellmar after MIN minutes without input",
+     "Start Tellmar whenever there has been no input for MIN minutes, from now on and in each session, until "
+     "\"off\" is "
+     "given.\n"
+     "Report how things stand when the value is left out.\n"
+     "For desktops without a screen-saver host, such as GNOME and KDE."},
     {Option::Version, "version", nullptr, kCommands, "print the version", nullptr},
     {Option::Help, "help", nullptr, kCommands, "print this text", "Print the options."},
 
@@ -50,5 +56,7 @@ constexpr OptionEntry kTable[] = {
 };
 
 }  // namespace
+
+bool takesOptionalValue(const OptionEntry& entry) { return entry.valueName && entry.valueName[0] == '['; }
 
 std::span<const OptionEntry> optionTable() { return kTable; }

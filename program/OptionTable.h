@@ -16,6 +16,7 @@ enum class Option {
     Configure,
     Register,
     Unregister,
+    Idle,
     Version,
     Help,
     Verbose
@@ -25,11 +26,13 @@ enum class Option {
 struct OptionEntry {
     Option option;
     const char* name;       // without dashes
-    const char* valueName;  // null when the option takes no value
+    const char* valueName;  // null when the option takes no value, in brackets when it may be left out
     const char* group;      // title under which the option is listed
     const char* help;       // at most 59 columns a line
     const char* man;        // full sentences for the man page; null when the help is enough
 };
+
+bool takesOptionalValue(const OptionEntry& entry);
 
 // All options, group by group.
 std::span<const OptionEntry> optionTable();

@@ -5,7 +5,9 @@
 #include <charconv>
 #include <cmath>
 #include <string_view>
+#include <utility>
 
+#include "idle/IdleTime.h"
 #include "platform/Bundle.h"
 #include "platform/URLLoading.h"
 #include "program/OptionTable.h"
@@ -23,11 +25,16 @@ constexpr char kInOrder[] = "-";
 
 const OptionEntry& entryOf(int code) { return optionTable()[code - kFirstOption]; }
 
+int valueRule(const OptionEntry& entry) {
+    if (takesOptionalValue(entry)) return optional_argument;
+    return entry.valueName ? required_argument : no_argument;
+}
+
 std::vector<option> optionsForGetopt() {
     std::vector<option> options;
     int code = kFirstOption;
     for (const OptionEntry& entry : optionTable())
-        options.push_back({entry.name, entry.valueName ? required_argument : no_argument, nullptr, code++});
+        options.push_back({entry.name, valueRule(entry), nullptr, code++});
     options.push_back({});
     return options;
 }
@@ -76,6 +83,8 @@ class Parser {
 
   private:
     void parseArgument(int code, const std::string& argument) {
+        const bool continuesIdle = std::exchange(mIdleMayContinue, false);
+        if (code == kOtherArgument && continuesIdle) return parseIdle(argument);
         mWritten = argument.substr(0, argument.find('='));
         if (code == kOtherArgument)
             complain("unexpected argument: " + argument);
@@ -96,7 +105,7 @@ class Parser {
 
     void parseOption(const OptionEntry& entry) {
         const std::string value = optarg ? optarg : "";
-        if (entry.valueName && value.empty())
+        if (entry.valueName && value.empty() && !takesOptionalValue(entry))
             complain(mWritten + " needs a value");
         else
             apply(entry.option, value);
@@ -130,6 +139,8 @@ class Parser {
                 return choose(Options::Command::Register);
             case Option::Unregister:
                 return choose(Options::Command::Unregister);
+            case Option::Idle:
+                return chooseIdle(value);
             case Option::Version:
                 return choose(Options::Command::Version);
             case Option::Help:
@@ -172,6 +183,22 @@ class Parser {
             complain(mWritten + " takes a number above 0 and at most 1000, not " + value);
     }
 
+    // getopt takes an optional value only after an equals sign; the next argument may be one as well.
+    void chooseIdle(const std::string& value) {
+        choose(Options::Command::Idle);
+        mOptions.idle.clear();
+        mIdleMayContinue = value.empty();
+        if (!value.empty()) parseIdle(value);
+    }
+
+    void parseIdle(const std::string& value) {
+        const auto time = parseMinutes(value);
+        if (value == "off" || (time && time->count() > 0))
+            mOptions.idle = value;
+        else
+            complain(mWritten + " takes a number of minutes from 0.01 to 1440, or off, not " + value);
+    }
+
     void parseWindow(const std::string& value) {
         if (const auto number = windowNumber(value))
             mOptions.hostWindow = number;
@@ -181,7 +208,8 @@ class Parser {
 
     void complain(const std::string& complaint) { mOptions.complaints.push_back(complaint); }
 
-    std::string mWritten;  // the option as the user wrote it, without its value
+    std::string mWritten;           // the option as the user wrote it, without its value
+    bool mIdleMayContinue = false;  // the next argument may be the value of --idle
     Options mOptions;
 };
 

@@ -7,7 +7,7 @@
 
 // What the command line and the host's environment ask for.
 struct Options {
-    enum class Command { Show, List, Configure, Register, Unregister, Help, Version };
+    enum class Command { Show, List, Configure, Register, Unregister, Idle, Help, Version };
 
     Command command = Command::Show;
     bool fullscreen = false;
@@ -18,6 +18,7 @@ struct Options {
     bool demo = false;    // that document is the sample
     std::string service;  // address of the event service; empty for GeoNet's
     bool noCache = false;
+    std::string idle;                         // minutes, "off", or empty to report how things stand
     std::optional<unsigned long> hostWindow;  // X11 window of the screen-saver host
 
     // What is wrong with the arguments, one line each. All other arguments still count.

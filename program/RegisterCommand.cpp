@@ -1,5 +1,6 @@
 #include "program/RegisterCommand.h"
 
+#include <glib.h>
 #include <pwd.h>
 #include <unistd.h>
 
@@ -11,6 +12,7 @@
 
 #include "platform/Files.h"
 #include "platform/Log.h"
+#include "platform/linux/Handles.h"
 #include "program/XScreenSaverFile.h"
 
 namespace {
@@ -141,4 +143,12 @@ int unregisterSaver(const std::string& file) {
     const int status = save(file, *settings, "is no longer listed in");
     if (status == 0 && movesChoice) std::fputs(kChoiceHint, stdout);
     return status;
+}
+
+const char* nextStep() {
+    const platform::GText dialog(g_find_program_in_path("xscreensaver-settings"));
+    return dialog ? "Next, choose it there: xscreensaver-settings\n"
+                  : "XScreenSaver is not installed. Without it, tellmar --idle 3 starts Tellmar after three "
+                    "minutes "
+                    "without input.\n";
 }

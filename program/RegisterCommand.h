@@ -12,3 +12,6 @@ std::string saverCommand();
 // is written when there is nothing to change. Returns the exit status.
 int registerSaver(const std::string& file, const std::string& command);
 int unregisterSaver(const std::string& file);
+
+// What to do once Tellmar is listed.
+const char* nextStep();

@@ -2,13 +2,13 @@
 
 #include <glib-unix.h>
 #include <gtk/gtk.h>
-#include <sys/prctl.h>
 #include <sys/resource.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/ConfigPanel.h"
 #include "platform/Log.h"
@@ -17,9 +17,11 @@
 #include "program/AnimationTimer.h"
 #include "program/Covers.h"
 #include "program/Options.h"
+#include "program/Restart.h"
 #include "program/WaitingView.h"
 #include "quakes/CQuakeList.h"
 #include "saver/TellmarScreenSaverView.h"
+#include "service/EventFeed.h"
 
 using platform::RunLoop;
 using platform::Window;
@@ -56,13 +58,23 @@ gboolean stop(gpointer) {
 
 // From now on there is something to clean up. Until then a signal may simply kill the process, which is
 // faster than waiting for the display to open.
-void stopOnSignals() {
-    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) g_unix_signal_add(signal, stop, nullptr);
+std::vector<guint> stopOnSignals() {
+    std::vector<guint> sources;
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP})
+        sources.push_back(g_unix_signal_add(signal, stop, nullptr));
+    return sources;
+}
+
+// From here on a signal simply ends the process, so none is lost.
+void startAnew(const std::vector<guint>& signalSources) {
+    platform::trace("there is an answer: starting anew");
+    for (const guint source : signalSources) g_source_remove(source);
+    restartAtExit();
+    RunLoop::stop();
 }
 
 // Null when monitors have changed in the meantime.
 std::unique_ptr<Window> openCover() {
-    prctl(PR_SET_NAME, "tellmar");  // started through /proc/self/exe, it would be named exe
     GdkMonitor* monitor = coverMonitor();
     return monitor ? Window::cover(monitor, endCovers) : nullptr;
 }
@@ -106,6 +118,8 @@ class Saver {
 
     void stop() { mView->stopAnimation(); }
 
+    bool isPreview() const { return mIsPreview; }
+
   private:
     double interval(double speed) const { return mView->animationTimeInterval() / speed; }
 
@@ -127,14 +141,16 @@ class Saver {
 
 }  // namespace
 
-int runSaver(const Options& options) {
+int runSaver(const Options& options, EventFeed& feed) {
     if (options.hostWindow) beNice();
     if (!openDisplay(options.hostWindow.has_value())) return 1;
-    stopOnSignals();
+    const std::vector<guint> signalSources = stopOnSignals();
     if (options.fullscreen && !options.hostWindow && !isCover()) return runCovers();
     std::unique_ptr<Window> window = openWindow(options);
     if (!window) return 1;
     Saver saver(std::move(window), options);
+    // A process that covers a monitor leaves this to the first one.
+    if (!saver.isPreview() && !isCover()) feed.setNewsHandler([&] { startAnew(signalSources); });
     saver.showWaitingView();
     // Fetches the feed, while the window goes on to be drawn and to follow its host's.
     CQuakeList::Instance();

@@ -6,9 +6,11 @@
 #include "platform/Log.h"
 #include "program/EarthquakesScript.h"
 #include "program/HelpText.h"
+#include "program/IdleCommand.h"
 #include "program/ListCommand.h"
 #include "program/Options.h"
 #include "program/RegisterCommand.h"
+#include "program/Restart.h"
 #include "program/SaverCommand.h"
 #include "service/EventFeed.h"
 
@@ -24,6 +26,7 @@ EventFeed::Source sourceOf(const Options& options) {
     EventFeed::Source source{
         .document = options.feed, .isSample = options.demo, .keepsAnswers = !options.noCache};
     if (!options.service.empty()) source.service = options.service;
+    if (const char* text = std::getenv("TELLMAR_MINUTE_MS")) source.minuteMilliseconds = std::atoi(text);
     return source;
 }
 
@@ -47,24 +50,33 @@ int print(const char* text) {
     return written(0);
 }
 
-int run(const Options& options, const EventFeed& feed) {
+int registerWithNextStep() {
+    const int status = registerSaver(xscreensaverFile(), saverCommand());
+    if (status == 0) std::fputs(nextStep(), stdout);
+    return status;
+}
+
+int run(const Options& options, EventFeed& feed) {
     switch (options.command) {
         case Options::Command::List:
             return listQuakes(feed);
         case Options::Command::Configure:
             return runSettings();
         case Options::Command::Register:
-            return registerSaver(xscreensaverFile(), saverCommand());
+            return registerWithNextStep();
         case Options::Command::Unregister:
             return unregisterSaver(xscreensaverFile());
+        case Options::Command::Idle:
+            return runIdleCommand(options.idle);
         default:
-            return runSaver(options);
+            return runSaver(options, feed);
     }
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
+    prepareToRestart();
     // Messages in the user's language, but always a decimal point: the page and the feed need it.
     std::setlocale(LC_ALL, "");
     std::setlocale(LC_NUMERIC, "C");

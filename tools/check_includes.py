@@ -27,10 +27,11 @@ LAYERS = {
     "mappages": ["quakes", "support", *CONTRACTS],
     "saver": ["mappages", "support", *CONTRACTS],
 }
+LAYERS["idle"] = ["platform/linux"]
 LAYERS["program"] = list(LAYERS)
 LAYERS["packaging"] = ["program"]
 TESTING = ["tests", "bench"]  # may include everything
-WITH_TOOLKIT = ["platform/linux", "program", *TESTING]
+WITH_TOOLKIT = ["platform/linux", "idle", "program", *TESTING]
 TOOLKIT = re.compile(
     r"(gtk|gdk|gio|glib|glib-object|gobject|webkit2|jsc|libsoup|curl|X11|cairo|pango)(/|\.h$|-)|(expat|iconv)\.h$"
 )
@@ -50,7 +51,7 @@ def fault(root, path, bracket, header):
     here = layer_of(path)
     if TOOLKIT.match(header):
         has_toolkit = any(f"{here}/".startswith(f"{layer}/") for layer in WITH_TOOLKIT)
-        return None if has_toolkit else "toolkit header outside platform/linux/ and program/"
+        return None if has_toolkit else "toolkit header outside platform/linux/, idle/ and program/"
     if bracket == "<" or here in TESTING:
         return None
     if not (root / header).is_file():

@@ -11,7 +11,8 @@ set -euo pipefail
 
 run_packages=(
     cmake ninja-build g++ pkg-config
-    libgtk-3-dev libwebkit2gtk-4.1-dev libgtk-layer-shell-dev libx11-dev libcurl4-openssl-dev libexpat1-dev
+    libgtk-3-dev libwebkit2gtk-4.1-dev libgtk-layer-shell-dev libx11-dev libxss-dev libwayland-dev wayland-protocols libsystemd-dev
+    libcurl4-openssl-dev libexpat1-dev
     bubblewrap xdg-dbus-proxy fonts-dejavu-core fonts-liberation
 )
 # Where there is no display, pictures of the window are taken on one of our own.
@@ -21,6 +22,7 @@ test_packages=(
     xauth python3-pytest python3-numpy git clang-format clang-tidy imagemagick
     xscreensaver mate-screensaver dbus-daemon sway swayidle procps cage xwayland
     xserver-xorg-core xserver-xorg-video-dummy x11-xserver-utils
+    gnome-shell kwin-wayland openbox i3lock python3-gi gir1.2-gtk-3.0
 )
 fuzz_packages=(cmake ninja-build pkg-config clang-14 libclang-rt-14-dev libcurl4-openssl-dev libexpat1-dev libglib2.0-dev)
 package_packages=(build-essential dpkg-dev debhelper fakeroot)

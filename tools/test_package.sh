@@ -51,8 +51,8 @@ check_files() {
     dpkg-deb --extract "$package" "$work/files"
     desktop-file-validate --no-hints "$work"/files/usr/share/applications/{,screensavers/}*.desktop
     quietly appstreamcli validate-tree --no-net "$work/files"
-    man --warnings=all --local-file "$work/files/usr/share/man/man6/tellmar.6.gz" 2>&1 >/dev/null | { ! grep .; } ||
-        fail "The man page has faults."
+    man --warnings=all --local-file "$work"/files/usr/share/man/man?/*.gz 2>&1 >/dev/null | { ! grep .; } ||
+        fail "A man page has faults."
 }
 
 # Xfce's screen saver takes the settings from the XML of the same name as the saver's entry.
@@ -97,6 +97,8 @@ install_package() {
 
 check_answers() {
     [[ $(as_visitor tellmar --version) == "tellmar 1."* ]] || fail "tellmar --version"
+    [[ $(as_visitor tellmar --idle 3 && as_visitor tellmar --idle off) == *"no longer starts by itself." ]] ||
+        fail "tellmar --idle"
     local quakes
     quakes=$(as_visitor tellmar --list --demo)
     (($(wc -l <<<"$quakes") == 11)) || fail "tellmar --list --demo: $quakes"

@@ -17,7 +17,9 @@ bool takesFile(const OptionEntry& entry) {
     return entry.valueName && std::string_view(entry.valueName).starts_with("FILE");
 }
 
-bool takesOtherValue(const OptionEntry& entry) { return entry.valueName && !takesFile(entry); }
+bool takesOtherValue(const OptionEntry& entry) {
+    return entry.valueName && !takesFile(entry) && !takesOptionalValue(entry);
+}
 
 std::string optionNames(bool (*isWanted)(const OptionEntry&), const char* separator) {
     std::string names;

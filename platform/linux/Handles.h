@@ -3,24 +3,13 @@
 #include <glib-object.h>
 #include <unistd.h>
 
-#include <memory>
 #include <string>
+
+#include "platform/linux/Handle.h"
 
 namespace platform {
 
 // Owners of the objects that C libraries hand out.
-
-template <auto function>
-struct Releaser {
-    template <typename T>
-    void operator()(T* object) const {
-        function(object);
-    }
-};
-
-// Owns one object, released by function.
-template <typename T, auto function>
-using Handle = std::unique_ptr<T, Releaser<function>>;
 
 // One reference to a GObject.
 template <typename T>

@@ -5,6 +5,7 @@ import BASEMAP from "../basemap/vector.json" with {type: "json"};
 export const SANS = '"Inter", "Noto Sans", "Liberation Sans", "DejaVu Sans", sans-serif';
 export const SERIF = '"Noto Serif", "Liberation Serif", "DejaVu Serif", serif';
 export const HALO = "rgba(7, 13, 20, 0.8)";  // around a text
+export const BACKING = "rgba(6, 12, 19, 0.7)";  // under a small text
 export const BOUNDARY = "22, 178, 148";  // of the plates: unlike every colour of a magnitude or a ring, for all eyes
 
 const SOFTENINGS = 3;
@@ -15,6 +16,11 @@ export function stroke(context, path, colour, width, dashes = []) {
   context.setLineDash(dashes);
   context.stroke(path);
   context.setLineDash([]);
+}
+
+export function fillBox(context, {left, top, right, bottom}, style) {
+  context.fillStyle = style;
+  context.fillRect(left, top, right - left, bottom - top);
 }
 
 export function fillCircle(context, {x, y}, radius, style) {

@@ -1,14 +1,14 @@
 // Says what the lines and the triangles on the map are, in one row beside the scale bar: those that the view shows.
 
 import BASEMAP from "../basemap/vector.json" with {type: "json"};
-import {HALO, SANS, meetsView, stroke} from "./drawing.js";
+import {BACKING, HALO, SANS, fillBox, meetsView, stroke} from "./drawing.js";
 import {COLOURS} from "./layers.js";
 import {HIDDEN_EDGE} from "./projection.js";
 
 const TEXT_SIZE = 13;  // units, as all that follows
 const SAMPLE = 20;
 const GAP = 6;  // between sample and text
-const SPACE = 16;  // between two entries, and to the scale bar
+const SPACE = 16;  // between two entries
 const VOLCANO = "#ff8f5e";
 
 // A line of the map is seen through; the short sample would be lost.
@@ -27,8 +27,9 @@ export function createKey(context, view, scale, {isMirrored}) {
   const entries = ENTRIES.filter(entry => isInView(entry, view)).map(entry => (
     {...entry, width: entry.width * unit, length: context.measureText(entry.text).width + (SAMPLE + GAP) * unit}));
   const length = entries.reduce((sum, entry) => sum + entry.length, 0) + (entries.length - 1) * SPACE * unit;
-  const left = isMirrored ? scale.box.right + SPACE * unit : scale.box.left - SPACE * unit - length;
-  const box = {left, top: scale.bottom - 18 * unit, right: left + length, bottom: scale.bottom};
+  const left = isMirrored ? scale.box.right + 4 * unit : scale.box.left - 4 * unit - length;
+  const box = {left: left - 4 * unit, top: scale.bottom - 18 * unit, right: left + length + 4 * unit,
+    bottom: scale.bottom};
   return entries.length > 0 && box.left > HIDDEN_EDGE && box.right < view.width ? {entries, box} : null;
 }
 
@@ -39,8 +40,9 @@ function isInView({shapes, spots}, view) {
 
 export function drawKey(context, view, {entries, box}) {
   const unit = view.unit;
-  const y = box.bottom - 7 * unit;
-  let x = box.left;
+  const y = box.bottom - 8.5 * unit;
+  let x = box.left + 4 * unit;
+  fillBox(context, box, BACKING);
   context.font = `${TEXT_SIZE * unit}px ${SANS}`;
   context.textAlign = "left";
   context.textBaseline = "middle";

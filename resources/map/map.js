@@ -10,7 +10,7 @@ import {drawLabels, layOutLabels} from "./labels.js";
 import {drawLayers} from "./layers.js";
 import {listOf} from "./list.js";
 import {boxOfMark, createMark, drawMark} from "./mark.js";
-import {boxOf, fillKey, fillPanel, fitPanel} from "./panel.js";
+import {boxOf, fillPanel, fitPanel, shortenKey} from "./panel.js";
 import {placesOnLand} from "./places.js";
 import {createView} from "./projection.js";
 import {missingRelief} from "./relief.js";
@@ -61,7 +61,8 @@ function drawPage(view, quake) {
   const obstacles = {...fixed, ...corners.boxes};
   const labels = layOutNames(context, view, facts, obstacles);
   drawLabels(context, labels);
-  shortenKey(facts, corners, labels);
+  shortenKey([...facts.rings.inside, ...(corners.inset ? corners.inset.rings : [])],
+      new Set(labels.map(({item}) => item.ring)));
   drawCorners(context, view, quake, corners, density);
   if (quake.place) {
     drawMark(context, mark);
@@ -96,14 +97,6 @@ function mapContext(view, density) {
   const context = canvas.getContext("2d", {alpha: false});
   context.scale(density, density);
   return context;
-}
-
-// A ring that has its name on the map needs no other.
-function shortenKey({rings}, {inset}, labels) {
-  const isNamed = ({name}) => labels.some(({item}) => item.ring === name);
-  if (!document.getElementById("key").hidden) {
-    fillKey([...rings.inside, ...(inset ? inset.rings : [])].filter(ring => !isNamed(ring)));
-  }
 }
 
 // The scale, the key and the region, where the panel and the mark leave them room.

@@ -70,16 +70,26 @@ function fillDate({ago, date}) {
 }
 
 // Which ring is which.
-export function fillKey(rings) {
+function fillKey(rings) {
   const key = document.getElementById("key");
-  const isEstimateSaid = document.getElementById("shaking").textContent.startsWith("Estimated");
   key.hidden = rings.length === 0;
-  key.replaceChildren(isEstimateSaid ? "" : "Estimated shaking:", ...[...rings].reverse().map(({name, colour}) => {
+  key.replaceChildren(isEstimateSaid() ? "" : "Estimated shaking: ", ...[...rings].reverse().map(({name, colour}) => {
     const part = document.createElement("span");
     part.textContent = name;
     part.style.setProperty("--ring", `rgb(${colour})`);
     return part;
   }));
+}
+
+// A ring that has its name on the map needs no other where the panel says what the rings are.
+export function shortenKey(rings, named) {
+  if (isEstimateSaid() && !document.getElementById("key").hidden) {
+    fillKey(rings.filter(({name}) => !named.has(name)));
+  }
+}
+
+function isEstimateSaid() {
+  return document.getElementById("shaking").textContent.startsWith("Estimated");
 }
 
 function sourceCredit(view, list) {

@@ -1,6 +1,6 @@
 // The scale bar, above bottom and at the side where the credit stands.
 
-import {HALO, SANS} from "./drawing.js";
+import {BACKING, HALO, SANS, fillBox} from "./drawing.js";
 import {EARTH_RADIUS, radians} from "./geometry.js";
 import {HIDDEN_EDGE, latitudeAt} from "./projection.js";
 
@@ -18,7 +18,7 @@ export function createScale(view, bottom, {isMirrored, x}) {
   const margin = (MARGIN + x) * view.unit;
   const right = isMirrored ? HIDDEN_EDGE + margin + length : view.width - margin;
   return {kilometres, length, right, bottom,
-    box: {left: right - length - 2 * view.unit, top: bottom - 26 * view.unit, right: right + 2 * view.unit, bottom}};
+    box: {left: right - length - 4 * view.unit, top: bottom - 24 * view.unit, right: right + 4 * view.unit, bottom}};
 }
 
 function middleLatitude(view) {
@@ -31,9 +31,10 @@ function roundLength(most) {
   return [5, 2, 1].find(digit => digit * power <= most) * power;
 }
 
-export function drawScale(context, view, {kilometres, length, right, bottom}) {
+export function drawScale(context, view, {kilometres, length, right, bottom, box}) {
   const unit = view.unit;
-  const y = bottom - 3 * unit;
+  const y = bottom - 4 * unit;
+  fillBox(context, box, BACKING);
   context.beginPath();
   context.moveTo(right - length, y - 6 * unit);
   context.lineTo(right - length, y);

@@ -60,8 +60,18 @@ void fillMonitor(GtkWindow* window, GdkMonitor* monitor) {
     gtk_window_resize(window, area.width, area.height);
 }
 
+// No window manager gives a pop-up the keyboard.
+void takeFocus(GtkWidget* popup) {
+    GdkWindow* own = gtk_widget_get_window(popup);
+    GdkDisplay* display = gdk_window_get_display(own);
+    gdk_x11_display_error_trap_push(display);
+    XSetInputFocus(GDK_DISPLAY_XDISPLAY(display), GDK_WINDOW_XID(own), RevertToPointerRoot, CurrentTime);
+    gdk_x11_display_error_trap_pop_ignored(display);
+}
+
 void coverAsPopup(GtkWindow* window, GdkMonitor* monitor) {
     fillMonitor(window, monitor);
+    g_signal_connect(window, "map-event", G_CALLBACK(takeFocus), nullptr);
     g_signal_connect_object(monitor, "notify::geometry",
                             G_CALLBACK(+[](GdkMonitor* changed, GParamSpec*, gpointer popup) {
                                 fillMonitor(GTK_WINDOW(popup), changed);
@@ -98,15 +108,6 @@ GtkWidget* createCoverWindow(GdkMonitor* monitor) {
     else
         coverAsFullScreen(window, monitor);
     return widget;
-}
-
-void takeFocus(GtkWidget* window) {
-    GdkWindow* own = gtk_widget_get_window(window);
-    if (!GDK_IS_X11_WINDOW(own)) return;
-    GdkDisplay* display = gdk_window_get_display(own);
-    gdk_x11_display_error_trap_push(display);
-    XSetInputFocus(GDK_DISPLAY_XDISPLAY(display), GDK_WINDOW_XID(own), RevertToPointerRoot, CurrentTime);
-    gdk_x11_display_error_trap_pop_ignored(display);
 }
 
 void onAnyInput(GtkWidget* window, void (*action)()) {

@@ -45,13 +45,13 @@ std::unique_ptr<Window> Window::open(const Size& size) {
                                 static_cast<int>(size.height));
     g_signal_connect(topLevel, "key-press-event", G_CALLBACK(quitOnKey), nullptr);
 
-    return std::unique_ptr<Window>(new Window(topLevel, Kind::OnDesktop));
+    return std::unique_ptr<Window>(new Window(topLevel, true));
 }
 
 std::unique_ptr<Window> Window::cover(GdkMonitor* monitor, void (*endAll)()) {
     GtkWidget* topLevel = createCoverWindow(monitor);
     onAnyInput(topLevel, endAll);
-    return std::unique_ptr<Window>(new Window(topLevel, Kind::Cover));
+    return std::unique_ptr<Window>(new Window(topLevel, false));
 }
 
 std::unique_ptr<Window> Window::embed(unsigned long hostWindow) {
@@ -62,14 +62,14 @@ std::unique_ptr<Window> Window::embed(unsigned long hostWindow) {
         log(line);
         return nullptr;
     }
-    std::unique_ptr<Window> window(new Window(gtk_window_new(GTK_WINDOW_POPUP), Kind::InHost));
+    std::unique_ptr<Window> window(new Window(gtk_window_new(GTK_WINDOW_POPUP), false));
     window->fillHost(host.get());
     window->mHost = std::move(host);
     return window;
 }
 
-Window::Window(GtkWidget* topLevel, Kind kind)
-    : mTopLevel(topLevel), mArea(gtk_drawing_area_new()), mKind(kind) {
+Window::Window(GtkWidget* topLevel, bool takesDialogs)
+    : mTopLevel(topLevel), mArea(gtk_drawing_area_new()), mTakesDialogs(takesDialogs) {
     gtk_container_add(GTK_CONTAINER(mTopLevel), mArea);
     connectSignals();
     currentWindow = this;
@@ -110,10 +110,9 @@ void Window::fillHost(GdkWindow* host) {
 void Window::show() {
     gtk_widget_realize(mArea);  // a preview is painted as soon as it has a size
     gtk_widget_show_all(mTopLevel);
-    if (mKind != Kind::OnDesktop) hideCursor(mTopLevel);
+    if (!mTakesDialogs) hideCursor(mTopLevel);
     RunLoop::runUntil([this] { return mIsPainted; }, kFirstDrawTimeout);
     if (!mTopLevel) return;  // closed meanwhile
-    if (mKind == Kind::Cover) takeFocus(mTopLevel);
     gdk_display_flush(gtk_widget_get_display(mArea));
 }
 
@@ -157,7 +156,20 @@ void Window::tick() {
 }
 
 void Window::setNeedsDisplay() {
+    mHasChanged = true;
     if (mTopLevel && !mFade) gtk_widget_queue_draw(mArea);
+}
+
+void Window::setNeedsDisplay(const View& view, const GdkRectangle& part) {
+    mHasChanged = true;
+    if (!mTopLevel || mFade) return;
+    double x = part.x, y = part.y;
+    for (const View* each = &view; each->superview(); each = each->superview()) {
+        const Rect& frame = each->frame();
+        x += frame.x;
+        y += each->superview()->bounds().height - (frame.y + frame.height);
+    }
+    gtk_widget_queue_draw_area(mArea, static_cast<int>(x), static_cast<int>(y), part.width, part.height);
 }
 
 void Window::draw(cairo_t* cairo) {
@@ -197,13 +209,15 @@ void Window::crossFade(double seconds, const std::function<void()>& applyChange)
     seconds = std::min(seconds, mLongestFade);
     mFade = std::make_unique<CrossFade>(mArea, snapshot(), seconds);
     applyChange();
+    mHasChanged = false;
     mFade->run(snapshot());
 
     char line[80];
     std::snprintf(line, sizeof line, "fade: %.2f s, %d frames", seconds, mFade->frames());
     trace(line);
+    const bool isShown = mFade->isComplete() && !mHasChanged;
     mFade.reset();
-    setNeedsDisplay();
+    if (!isShown) setNeedsDisplay();
     if (mRoot) reportFadeEnded(*mRoot, true);
 }
 

@@ -37,7 +37,7 @@ class Window {
 
     Size size() const;
     // Whether a dialog can appear above it and be answered.
-    bool takesDialogs() const { return mKind == Kind::OnDesktop; }
+    bool takesDialogs() const { return mTakesDialogs; }
     // Whether it lies in a host's settings.
     bool isThumbnail() const;
 
@@ -50,6 +50,8 @@ class Window {
     void tick();
 
     void setNeedsDisplay();
+    // The same for a part of one of its views, counted from the view's upper left corner.
+    void setNeedsDisplay(const View& view, const GdkRectangle& part);
 
     // Limits all fades from now on: ticks that come faster than usual need shorter ones.
     void setLongestFade(double seconds) { mLongestFade = seconds; }
@@ -63,9 +65,7 @@ class Window {
     GtkWindow* gtkWindow() { return GTK_WINDOW(mTopLevel); }
 
   private:
-    enum class Kind { OnDesktop, Cover, InHost };
-
-    Window(GtkWidget* topLevel, Kind kind);
+    Window(GtkWidget* topLevel, bool takesDialogs);
     void connectSignals();
     void fillHost(GdkWindow* host);
     void resized();
@@ -77,12 +77,13 @@ class Window {
     GtkWidget* mTopLevel;  // owned, destroyed with this
     GtkWidget* mArea;      // owned by mTopLevel
     ObjectRef<GdkWindow> mHost;
-    Kind mKind;
+    bool mTakesDialogs;  // and shows the cursor
     bool mIsPainted = false;
     std::unique_ptr<ScreenSaverView> mRoot;
     std::function<void()> mResizeHandler;
     SurfaceRef mPreviewPainting;
     std::unique_ptr<CrossFade> mFade;
+    bool mHasChanged = false;                                       // during a fade
     double mLongestFade = std::numeric_limits<double>::infinity();  // seconds
     std::string mNotice;
 };
