@@ -27,7 +27,7 @@ export function createKey(context, view, scale, {isMirrored}) {
   const entries = ENTRIES.filter(entry => isInView(entry, view)).map(entry => (
     {...entry, width: entry.width * unit, length: context.measureText(entry.text).width + (SAMPLE + GAP) * unit}));
   const length = entries.reduce((sum, entry) => sum + entry.length, 0) + (entries.length - 1) * SPACE * unit;
-  const left = isMirrored ? scale.box.right + 4 * unit : scale.box.left - 4 * unit - length;
+  const left = isMirrored ? scale.box.right + 5 * unit : scale.box.left - 5 * unit - length;
   const box = {left: left - 4 * unit, top: scale.bottom - 18 * unit, right: left + length + 4 * unit,
     bottom: scale.bottom};
   return entries.length > 0 && box.left > HIDDEN_EDGE && box.right < view.width ? {entries, box} : null;
