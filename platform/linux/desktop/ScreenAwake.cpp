@@ -6,7 +6,7 @@
 
 #include <cstring>
 
-#include "idle-inhibit-unstable-v1-client.h"
+#include <idle-inhibit-unstable-v1-client.h>  // generated
 #include "platform/Log.h"
 #include "platform/linux/desktop/SessionBus.h"
 
