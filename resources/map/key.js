@@ -34,8 +34,21 @@ export function createKey(context, view, scale, {isMirrored}) {
 }
 
 function isInView({shapes, spots}, view) {
-  return shapes ? shapes.some(shape => meetsView(shape, view)) :
+  return shapes ? shapes.some(shape => meetsView(shape, view) && hasPartInView(shape, view)) :
       spots.some(([, , x, y]) => x > view.west && x < view.east && y > view.south && y < view.north);
+}
+
+// A long line's box may hold the view beside the line.
+function hasPartInView(shape, view) {
+  let [x, y] = [shape[4], shape[5]];
+  for (let i = 6; i < shape.length; i += 2) {
+    const [toX, toY] = [x + shape[i], y + shape[i + 1]];
+    if (meetsView([Math.min(x, toX), Math.min(y, toY), Math.max(x, toX), Math.max(y, toY)], view)) {
+      return true;
+    }
+    [x, y] = [toX, toY];
+  }
+  return false;
 }
 
 export function drawKey(context, view, {entries, box}) {
