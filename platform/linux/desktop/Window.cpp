@@ -21,7 +21,8 @@ constexpr int kFirstDrawTimeout = 1000;  // milliseconds
 Window* currentWindow = nullptr;
 
 gboolean quitOnKey(GtkWidget*, GdkEventKey* event, gpointer) {
-    if (event->keyval == GDK_KEY_Escape || event->keyval == GDK_KEY_q) RunLoop::stop();
+    const guint key = gdk_keyval_to_lower(event->keyval);
+    if (key == GDK_KEY_Escape || key == GDK_KEY_q) RunLoop::stop();
     return FALSE;
 }
 
@@ -45,13 +46,13 @@ std::unique_ptr<Window> Window::open(const Size& size) {
                                 static_cast<int>(size.height));
     g_signal_connect(topLevel, "key-press-event", G_CALLBACK(quitOnKey), nullptr);
 
-    return std::unique_ptr<Window>(new Window(topLevel, Kind::OnDesktop));
+    return std::unique_ptr<Window>(new Window(topLevel, true));
 }
 
 std::unique_ptr<Window> Window::cover(GdkMonitor* monitor, void (*endAll)()) {
     GtkWidget* topLevel = createCoverWindow(monitor);
     onAnyInput(topLevel, endAll);
-    return std::unique_ptr<Window>(new Window(topLevel, Kind::Cover));
+    return std::unique_ptr<Window>(new Window(topLevel, false));
 }
 
 std::unique_ptr<Window> Window::embed(unsigned long hostWindow) {
@@ -62,14 +63,14 @@ std::unique_ptr<Window> Window::embed(unsigned long hostWindow) {
         log(line);
         return nullptr;
     }
-    std::unique_ptr<Window> window(new Window(gtk_window_new(GTK_WINDOW_POPUP), Kind::InHost));
+    std::unique_ptr<Window> window(new Window(gtk_window_new(GTK_WINDOW_POPUP), false));
     window->fillHost(host.get());
     window->mHost = std::move(host);
     return window;
 }
 
-Window::Window(GtkWidget* topLevel, Kind kind)
-    : mTopLevel(topLevel), mArea(gtk_drawing_area_new()), mKind(kind) {
+Window::Window(GtkWidget* topLevel, bool takesDialogs)
+    : mTopLevel(topLevel), mArea(gtk_drawing_area_new()), mTakesDialogs(takesDialogs) {
     gtk_container_add(GTK_CONTAINER(mTopLevel), mArea);
     connectSignals();
     currentWindow = this;
@@ -110,10 +111,9 @@ void Window::fillHost(GdkWindow* host) {
 void Window::show() {
     gtk_widget_realize(mArea);  // a preview is painted as soon as it has a size
     gtk_widget_show_all(mTopLevel);
-    if (mKind != Kind::OnDesktop) hideCursor(mTopLevel);
+    if (!mTakesDialogs) hideCursor(mTopLevel);
     RunLoop::runUntil([this] { return mIsPainted; }, kFirstDrawTimeout);
     if (!mTopLevel) return;  // closed meanwhile
-    if (mKind == Kind::Cover) takeFocus(mTopLevel);
     gdk_display_flush(gtk_widget_get_display(mArea));
 }
 

@@ -37,7 +37,7 @@ class Window {
 
     Size size() const;
     // Whether a dialog can appear above it and be answered.
-    bool takesDialogs() const { return mKind == Kind::OnDesktop; }
+    bool takesDialogs() const { return mTakesDialogs; }
     // Whether it lies in a host's settings.
     bool isThumbnail() const;
 
@@ -65,9 +65,7 @@ class Window {
     GtkWindow* gtkWindow() { return GTK_WINDOW(mTopLevel); }
 
   private:
-    enum class Kind { OnDesktop, Cover, InHost };
-
-    Window(GtkWidget* topLevel, Kind kind);
+    Window(GtkWidget* topLevel, bool takesDialogs);
     void connectSignals();
     void fillHost(GdkWindow* host);
     void resized();
@@ -79,7 +77,7 @@ class Window {
     GtkWidget* mTopLevel;  // owned, destroyed with this
     GtkWidget* mArea;      // owned by mTopLevel
     ObjectRef<GdkWindow> mHost;
-    Kind mKind;
+    bool mTakesDialogs;  // and shows the cursor
     bool mIsPainted = false;
     std::unique_ptr<ScreenSaverView> mRoot;
     std::function<void()> mResizeHandler;
