@@ -1,161 +1,143 @@
 #include "program/Covers.h"
 
-#include <sys/prctl.h>
-#include <sys/wait.h>
-#include <unistd.h>
+#include <gdk/gdk.h>
 
 #include <algorithm>
-#include <csignal>
-#include <cstdlib>
-#include <iterator>
 #include <map>
-#include <set>
-#include <string>
-#include <vector>
+#include <memory>
+#include <optional>
+#include <utility>
 
+#include "platform/Clock.h"
 #include "platform/Log.h"
 #include "platform/RunLoop.h"
-#include "platform/linux/Handles.h"
 #include "platform/linux/desktop/KeyboardFocus.h"
+#include "platform/linux/desktop/ScreenAwake.h"
 #include "platform/linux/desktop/SessionBus.h"
-#include "program/Restart.h"
+#include "program/ChildProcess.h"
+#include "program/CoverKeeper.h"
+#include "program/CoverTask.h"
+#include "program/Options.h"
 
-using platform::ErrorRef, platform::Handle, platform::RunLoop;
+using platform::RunLoop;
 
 namespace {
 
-// Tells a process which monitor to cover.
-constexpr char kVariable[] = "TELLMAR_MONITOR";
-// A process may end because its monitor was removed, before the first process learns of that. After this time
-// it has.
-constexpr guint kSecondsToRetry = 1;
-constexpr int kMaxRestarts = 10;  // a process that keeps ending will not stay up
+constexpr long long kEndPatience = 2'000'000;   // microseconds
+constexpr double kLongestSleep = 24 * 60 * 60;  // seconds
 
-// In the order they were added, which is the same in every process.
-std::vector<GdkMonitor*> monitors() {
-    GdkDisplay* display = gdk_display_get_default();
-    std::vector<GdkMonitor*> all;
-    for (int i = 0; i < gdk_display_get_n_monitors(display); ++i)
-        all.push_back(gdk_display_get_monitor(display, i));
-    return all;
+double now() { return static_cast<double>(platform::monotonicMicroseconds()) / 1e6; }
+
+CoverKeeper::Conduct conductFor(const Options& options) {
+    return {.refreshes = options.feed.empty(), .persists = options.kiosk, .haste = options.speed};
 }
 
-// The monitor's number and how many there are: a name from before monitors changed matches none.
-std::string nameOf(GdkMonitor* monitor) {
-    const auto all = monitors();
-    const auto number = std::find(all.begin(), all.end(), monitor) - all.begin();
-    return std::to_string(number) + " of " + std::to_string(all.size());
-}
-
-// A process that covers a monitor must not outlive the first one.
-void followParent(gpointer parent) {
-    prctl(PR_SET_PDEATHSIG, SIGTERM);
-    if (getppid() != GPOINTER_TO_INT(parent)) _exit(1);
-}
-
-// Starts the process for the monitor of this name. Returns 0 on failure.
-pid_t startCover(const std::string& monitor) {
-    std::vector<std::string> arguments = ownArguments();
-    std::vector<char*> pointers;
-    for (std::string& argument : arguments) pointers.push_back(argument.data());
-    pointers.push_back(nullptr);
-
-    const Handle<gchar*, g_strfreev> environment(
-        g_environ_setenv(g_get_environ(), kVariable, monitor.c_str(), TRUE));
-    GError* error = nullptr;
-    GPid process = 0;
-    // The program's own file, whatever name it was started by.
-    pointers.insert(pointers.begin(), const_cast<char*>("/proc/self/exe"));
-    g_spawn_async(nullptr, pointers.data(), environment.get(),
-                  static_cast<GSpawnFlags>(G_SPAWN_DO_NOT_REAP_CHILD | G_SPAWN_FILE_AND_ARGV_ZERO),
-                  followParent, GINT_TO_POINTER(getpid()), &process, &error);
-    if (const ErrorRef owned(error); owned) platform::log(owned->message);
-    return process;
-}
-
-// The first process's view of the others.
-class Covers {
+// Does what the keeper decides, and passes on what happens to monitors and processes.
+class Covers : CoverKeeper::Hands {
   public:
-    Covers() {
+    explicit Covers(const Options& options) : mKeeper(*this, conductFor(options), now()) {
         GdkDisplay* display = gdk_display_get_default();
-        g_signal_connect_swapped(display, "monitor-added", G_CALLBACK(cover), this);
-        g_signal_connect_swapped(display, "monitor-removed", G_CALLBACK(uncover), this);
-        for (GdkMonitor* monitor : monitors()) cover(this, monitor);
+        g_signal_connect_swapped(display, "monitor-added", G_CALLBACK(monitorAdded), this);
+        g_signal_connect_swapped(display, "monitor-removed", G_CALLBACK(monitorRemoved), this);
+        for (int i = 0; i < gdk_display_get_n_monitors(display); ++i)
+            monitorAdded(this, gdk_display_get_monitor(display, i));
     }
 
-    ~Covers() {
+    ~Covers() override {
+        if (mTimer) g_source_remove(mTimer);
         g_signal_handlers_disconnect_by_data(gdk_display_get_default(), this);
-        for (const auto& [monitor, process] : mProcesses) end(process);
-        for (const auto& [monitor, process] : mProcesses) waitpid(process, nullptr, 0);
+        for (const auto& [number, child] : mChildren) child->end();
+        const long long deadline = platform::monotonicMicroseconds() + kEndPatience;
+        for (const auto& [number, child] : mChildren) child->waitForEnd(deadline);
     }
     Covers(const Covers&) = delete;
     Covers& operator=(const Covers&) = delete;
 
   private:
-    static void cover(Covers* self, GdkMonitor* monitor) {
-        if (const pid_t process = startCover(nameOf(monitor))) {
-            self->mProcesses[monitor] = process;
-            g_child_watch_add(process, forget, self);
-        } else {
-            g_timeout_add_seconds(kSecondsToRetry, coverMissing, self);
-        }
+    static void monitorAdded(Covers* self, GdkMonitor* monitor) {
+        self->mKeeper.added(monitor, now());
+        self->schedule();
     }
 
-    static void uncover(Covers* self, GdkMonitor* monitor) {
-        const auto found = self->mProcesses.find(monitor);
-        if (found != self->mProcesses.end()) end(found->second);
-        self->mProcesses.erase(monitor);
-        self->mFinished.erase(monitor);
-        self->mRestarts = 0;
+    static void monitorRemoved(Covers* self, GdkMonitor* monitor) {
+        self->mKeeper.removed(monitor, now());
+        self->schedule();
     }
 
-    // SIGCONT lets a stopped process end, too.
-    static void end(pid_t process) {
-        kill(process, SIGTERM);
-        kill(process, SIGCONT);
+    // Calls the keeper when its next step is due.
+    void schedule() {
+        if (mTimer) g_source_remove(mTimer);
+        const double seconds = std::clamp(mKeeper.nextDue() - now(), 0.0, kLongestSleep);
+        mTimer = g_timeout_add(static_cast<guint>(seconds * 1000) + 1, advance, this);
     }
 
-    // A process that ended normally was asked to, or has told the user why. One that crashed, or did not find
-    // its monitor, is replaced.
-    static void forget(GPid ended, gint status, gpointer covers) {
+    static gboolean advance(gpointer covers) {
         auto* self = static_cast<Covers*>(covers);
-        const auto found = std::find_if(self->mProcesses.begin(), self->mProcesses.end(),
-                                        [ended](const auto& each) { return each.second == ended; });
-        if (found == self->mProcesses.end()) return;
-        if (status == 0) self->mFinished.insert(found->first);
-        self->mProcesses.erase(found);
-        g_timeout_add_seconds(kSecondsToRetry, status == 0 ? endIfFinished : coverMissing, self);
-    }
-
-    static gboolean endIfFinished(gpointer self) {
-        if (!static_cast<Covers*>(self)->mFinished.empty()) RunLoop::stop();
+        self->mTimer = 0;
+        self->mKeeper.advance(now());
+        self->schedule();
         return G_SOURCE_REMOVE;
     }
 
-    static gboolean coverMissing(gpointer covers) {
-        auto* self = static_cast<Covers*>(covers);
-        if (++self->mRestarts > kMaxRestarts)
-            RunLoop::stop();
-        else
-            for (GdkMonitor* monitor : self->uncovered()) cover(self, monitor);
-        return G_SOURCE_REMOVE;
+    CoverKeeper::Process start(CoverKeeper::Monitor monitor, bool isSuccessor) override {
+        return run(
+            isSuccessor ? CoverTask::Successor : CoverTask::Cover,
+            static_cast<GdkMonitor*>(const_cast<void*>(monitor)),
+            [this](pid_t process, const std::string& quakes) { mKeeper.shown(process, quakes, now()); },
+            [this](pid_t process, int status) { mKeeper.ended(process, status == 0, now()); });
     }
 
-    std::vector<GdkMonitor*> uncovered() const {
-        auto found = monitors();
-        std::erase_if(found, [this](GdkMonitor* monitor) { return mProcesses.contains(monitor); });
-        return found;
+    void end(CoverKeeper::Process process) override { mChildren.at(process)->end(); }
+    void endByForce(CoverKeeper::Process process) override { mChildren.at(process)->endByForce(); }
+
+    void ask() override {
+        mCheck = run(
+            CoverTask::Check, nullptr,
+            [this](pid_t process, const std::string& quakes) { answer(process, quakes); },
+            [this](pid_t process, int) { answer(process, std::nullopt); });
     }
 
-    // Monitors are only keys here, never dereferenced, and only those that exist.
-    std::map<GdkMonitor*, pid_t> mProcesses;
-    std::set<GdkMonitor*> mFinished;
-    int mRestarts = 0;  // since a monitor was last removed
+    void stopAsking() override {
+        if (mChildren.contains(mCheck)) mChildren.at(mCheck)->endByForce();
+    }
+
+    // Only the first answer of the last process that was asked counts.
+    void answer(pid_t process, const std::optional<std::string>& quakes) {
+        if (process == mCheck) mKeeper.answered(quakes, now());
+    }
+
+    void endAll() override { RunLoop::stop(); }
+
+    // Returns the process's number, 0 on failure.
+    template <typename OnLine, typename OnEnd>
+    pid_t run(CoverTask task, GdkMonitor* monitor, OnLine onLine, OnEnd onEnd) {
+        auto child = ChildProcess::start(kCoverTaskVariable, coverTaskText(task, monitor),
+                                         {.line =
+                                              [this, onLine](pid_t process, const std::string& line) {
+                                                  onLine(process, line);
+                                                  schedule();
+                                              },
+                                          .end =
+                                              [this, onEnd](pid_t process, int status) {
+                                                  mChildren.erase(process);
+                                                  onEnd(process, status);
+                                                  schedule();
+                                              }});
+        if (!child) return 0;
+        const pid_t number = child->number();
+        mChildren[number] = std::move(child);
+        return number;
+    }
+
+    CoverKeeper mKeeper;
+    std::map<pid_t, std::unique_ptr<ChildProcess>> mChildren;
+    pid_t mCheck = 0;
+    guint mTimer = 0;
 };
 
 }  // namespace
 
-int runCovers() {
+int runCovers(const Options& options) {
     platform::closeOverview();
     if (platform::keyboardIsTaken()) {
         if (!RunLoop::isStopping())
@@ -163,22 +145,9 @@ int runCovers() {
         return 1;
     }
     const platform::FocusKeeper focus;
-    Covers covers;
+    std::optional<platform::ScreenAwake> awake;
+    if (options.kiosk) awake.emplace();
+    const Covers covers(options);
     RunLoop::run();
     return 0;
-}
-
-bool isCover() { return std::getenv(kVariable) != nullptr; }
-
-GdkMonitor* coverMonitor() {
-    const char* name = std::getenv(kVariable);
-    const auto all = monitors();
-    const auto found =
-        std::find_if(all.begin(), all.end(), [name](auto each) { return nameOf(each) == name; });
-    return found == all.end() ? nullptr : *found;
-}
-
-void endCovers() {
-    RunLoop::stop();
-    kill(getppid(), SIGTERM);
 }

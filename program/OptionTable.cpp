@@ -9,6 +9,9 @@ constexpr char kOther[] = "Other";
 
 constexpr OptionEntry kTable[] = {
     {Option::Fullscreen, "fullscreen", nullptr, kWhere, "cover every monitor until the next input", nullptr},
+    {Option::Kiosk, "kiosk", nullptr, kWhere, "the same until Escape or q; the screen stays on",
+     "Cover every monitor until Escape or q is pressed, and keep the screen on.\n"
+     "For lobbies and walls: see docs/KIOSK.md in the source."},
     {Option::WindowId, "window-id", "ID", kWhere,
      "run in the X11 window ID (decimal, or hexadecimal with 0x)",
      "Run in the X11 window ID (decimal, or hexadecimal with 0x).\nScreen-saver hosts pass this option."},

@@ -4,6 +4,7 @@
 
 enum class Option {
     Fullscreen,
+    Kiosk,
     WindowId,
     Root,
     Preview,

@@ -115,6 +115,9 @@ class Parser {
         switch (option) {
             case Option::Fullscreen:
                 return turnOn(mOptions.fullscreen);
+            case Option::Kiosk:
+                mOptions.kiosk = true;
+                return turnOn(mOptions.fullscreen);
             case Option::WindowId:
                 return parseWindow(value);
             case Option::Root:

@@ -11,6 +11,7 @@ struct Options {
 
     Command command = Command::Show;
     bool fullscreen = false;
+    bool kiosk = false;  // full screen, only ended by a quit key, and the screen stays on
     bool preview = false;
     bool verbose = false;
     double speed = 1;     // how many times as often to tick

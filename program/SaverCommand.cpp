@@ -8,15 +8,20 @@
 #include <cerrno>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/ConfigPanel.h"
 #include "platform/Log.h"
 #include "platform/RunLoop.h"
+#include "platform/WebView.h"
 #include "platform/linux/desktop/Window.h"
+#include "platform/portable/NotificationCenter.h"
 #include "program/AnimationTimer.h"
+#include "program/CoverTask.h"
 #include "program/Covers.h"
 #include "program/Options.h"
+#include "program/QuakeDigest.h"
 #include "program/Restart.h"
 #include "program/WaitingView.h"
 #include "quakes/CQuakeList.h"
@@ -29,6 +34,9 @@ using platform::Window;
 namespace {
 
 constexpr platform::Size kWindowSize{1280, 720};
+// A window that waits off the screen for its first map ticks this often, once both views have a page.
+constexpr double kHiddenInterval = 0.25;  // seconds
+constexpr int kFirstPages = 2;
 constexpr platform::Size kPreviewSize{565, 317};  // as in XScreenSaver's settings dialog
 
 bool openDisplay(bool forHostWindow) {
@@ -73,14 +81,25 @@ void startAnew(const std::vector<guint>& signalSources) {
     RunLoop::stop();
 }
 
+bool isSuccessor() { return coverTask() == CoverTask::Successor; }
+
+platform::Size sizeOf(GdkMonitor* monitor) {
+    GdkRectangle area;
+    gdk_monitor_get_geometry(monitor, &area);
+    return {static_cast<double>(area.width), static_cast<double>(area.height)};
+}
+
 // Null when monitors have changed in the meantime.
-std::unique_ptr<Window> openCover() {
-    GdkMonitor* monitor = coverMonitor();
-    return monitor ? Window::cover(monitor, endCovers) : nullptr;
+std::unique_ptr<Window> openCover(bool isKiosk) {
+    GdkMonitor* monitor = monitorToCover();
+    if (!monitor) return nullptr;
+    auto window = isKiosk ? Window::coverAsKiosk(monitor, endCovers) : Window::cover(monitor, endCovers);
+    if (isSuccessor()) window->layOut(sizeOf(monitor));
+    return window;
 }
 
 std::unique_ptr<Window> openWindow(const Options& options) {
-    if (isCover()) return openCover();
+    if (coversMonitor()) return openCover(options.kiosk);
     if (options.hostWindow) return Window::embed(*options.hostWindow);
     return Window::open(options.preview ? kPreviewSize : kWindowSize);
 }
@@ -94,7 +113,13 @@ class Saver {
           mSpeed(options.speed) {
         // Only ticks paint a preview, so each size needs one.
         if (mIsPreview) mWindow->setResizeHandler([this] { mWindow->tick(); });
+        platform::NotificationCenter::addObserver(this, platform::WebViewProgressFinishedNotification,
+                                                  [this] { ++mLoadedPages; });
     }
+
+    ~Saver() { platform::NotificationCenter::removeObserver(this); }
+    Saver(const Saver&) = delete;
+    Saver& operator=(const Saver&) = delete;
 
     // What the view shows at first, on the screen before the feed is fetched.
     void showWaitingView() {
@@ -111,7 +136,8 @@ class Saver {
         mView->startAnimation();
 
         mWindow->setLongestFade(interval(mSpeed) / 2);
-        mTimer = std::make_unique<AnimationTimer>(interval(std::max(mSpeed, 1.0)), [this] { tick(); });
+        const double firstInterval = isSuccessor() ? kHiddenInterval : interval(std::max(mSpeed, 1.0));
+        mTimer = std::make_unique<AnimationTimer>(firstInterval, [this] { tick(); });
         if (mIsPreview) tick();
         return true;
     }
@@ -125,10 +151,17 @@ class Saver {
 
     // A speed below 1 shows each earthquake for longer, but not the splash.
     void tick() {
-        if (!mView->isAnimating()) return;
+        if (!mView->isAnimating() || (isSuccessor() && mLoadedPages < kFirstPages)) return;
         platform::trace("tick " + std::to_string(++mTicks));
         mWindow->tick();
-        if (mView->mode() == TellmarScreenSaverView::Mode::Cycling) mTimer->setInterval(interval(mSpeed));
+        if (mView->mode() != TellmarScreenSaverView::Mode::Cycling) return;
+        mTimer->setInterval(interval(mSpeed));
+        if (!std::exchange(mShowsMaps, true) && coversMonitor()) reportFirstMap();
+    }
+
+    void reportFirstMap() {
+        if (isSuccessor()) mWindow->show();
+        reportQuakes(quakeDigest());
     }
 
     std::unique_ptr<Window> mWindow;
@@ -136,7 +169,8 @@ class Saver {
     double mSpeed;
     TellmarScreenSaverView* mView = nullptr;  // owned by mWindow
     std::unique_ptr<AnimationTimer> mTimer;
-    int mTicks = 0;
+    int mTicks = 0, mLoadedPages = 0;
+    bool mShowsMaps = false;
 };
 
 }  // namespace
@@ -145,16 +179,17 @@ int runSaver(const Options& options, EventFeed& feed) {
     if (options.hostWindow) beNice();
     if (!openDisplay(options.hostWindow.has_value())) return 1;
     const std::vector<guint> signalSources = stopOnSignals();
-    if (options.fullscreen && !options.hostWindow && !isCover()) return runCovers();
+    if (options.fullscreen && !options.hostWindow && !coversMonitor()) return runCovers(options);
     std::unique_ptr<Window> window = openWindow(options);
     if (!window) return 1;
     Saver saver(std::move(window), options);
     // A process that covers a monitor leaves this to the first one.
-    if (!saver.isPreview() && !isCover()) feed.setNewsHandler([&] { startAnew(signalSources); });
-    saver.showWaitingView();
+    if (!saver.isPreview() && !coversMonitor()) feed.setNewsHandler([&] { startAnew(signalSources); });
+    if (!isSuccessor()) saver.showWaitingView();
     // Fetches the feed, while the window goes on to be drawn and to follow its host's.
     CQuakeList::Instance();
     if (RunLoop::isStopping()) return 0;  // a host that has changed its mind is waiting for this
+    if (coversMonitor() && quakeDigest().empty()) reportQuakes("");
     if (!saver.start()) return 1;
     RunLoop::run();
     saver.stop();

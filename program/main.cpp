@@ -4,6 +4,8 @@
 
 #include "platform/Bundle.h"
 #include "platform/Log.h"
+#include "program/CheckCommand.h"
+#include "program/CoverTask.h"
 #include "program/EarthquakesScript.h"
 #include "program/HelpText.h"
 #include "program/IdleCommand.h"
@@ -57,6 +59,7 @@ int registerWithNextStep() {
 }
 
 int run(const Options& options, EventFeed& feed) {
+    if (coverTask() == CoverTask::Check) return checkQuakes(feed);
     switch (options.command) {
         case Options::Command::List:
             return listQuakes(feed);

@@ -69,8 +69,15 @@ void takeFocus(GtkWidget* popup) {
     gdk_x11_display_error_trap_pop_ignored(display);
 }
 
+// Without a background the server leaves what is there until the window is drawn: no moment of black.
+void dropBackground(GtkWidget* popup) {
+    GdkWindow* own = gtk_widget_get_window(popup);
+    XSetWindowBackgroundPixmap(GDK_WINDOW_XDISPLAY(own), GDK_WINDOW_XID(own), None);
+}
+
 void coverAsPopup(GtkWindow* window, GdkMonitor* monitor) {
     fillMonitor(window, monitor);
+    g_signal_connect(window, "realize", G_CALLBACK(dropBackground), nullptr);
     g_signal_connect(window, "map-event", G_CALLBACK(takeFocus), nullptr);
     g_signal_connect_object(monitor, "notify::geometry",
                             G_CALLBACK(+[](GdkMonitor* changed, GParamSpec*, gpointer popup) {

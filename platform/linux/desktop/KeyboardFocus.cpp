@@ -45,6 +45,7 @@ FocusKeeper::~FocusKeeper() {
     GdkDisplay* display = gdk_display_get_default();
     gdk_x11_display_error_trap_push(display);
     XSetInputFocus(connection(), mWindow, mRevert, CurrentTime);
+    XSync(connection(), False);
     gdk_x11_display_error_trap_pop_ignored(display);  // the window may be gone
 }
 

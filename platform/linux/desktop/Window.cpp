@@ -10,6 +10,7 @@
 #include "platform/linux/desktop/CrossFade.h"
 #include "platform/linux/desktop/HostWindow.h"
 #include "platform/linux/desktop/NoticePanel.h"
+#include "platform/linux/desktop/ScreenAwake.h"
 #include "platform/linux/desktop/ViewPainter.h"
 
 namespace platform {
@@ -20,10 +21,16 @@ constexpr int kFirstDrawTimeout = 1000;  // milliseconds
 
 Window* currentWindow = nullptr;
 
-gboolean quitOnKey(GtkWidget*, GdkEventKey* event, gpointer) {
+using Action = void (*)();
+
+gboolean quitOnKey(GtkWidget*, GdkEventKey* event, gpointer action) {
     const guint key = gdk_keyval_to_lower(event->keyval);
-    if (key == GDK_KEY_Escape || key == GDK_KEY_q) RunLoop::stop();
+    if (key == GDK_KEY_Escape || key == GDK_KEY_q) reinterpret_cast<Action>(action)();
     return FALSE;
+}
+
+void onQuitKey(GtkWidget* window, Action action) {
+    g_signal_connect(window, "key-press-event", G_CALLBACK(quitOnKey), reinterpret_cast<gpointer>(action));
 }
 
 void hideCursor(GtkWidget* widget) {
@@ -44,7 +51,7 @@ std::unique_ptr<Window> Window::open(const Size& size) {
     gtk_window_set_title(GTK_WINDOW(topLevel), "Tellmar");
     gtk_window_set_default_size(GTK_WINDOW(topLevel), static_cast<int>(size.width),
                                 static_cast<int>(size.height));
-    g_signal_connect(topLevel, "key-press-event", G_CALLBACK(quitOnKey), nullptr);
+    onQuitKey(topLevel, RunLoop::stop);
 
     return std::unique_ptr<Window>(new Window(topLevel, true));
 }
@@ -52,6 +59,13 @@ std::unique_ptr<Window> Window::open(const Size& size) {
 std::unique_ptr<Window> Window::cover(GdkMonitor* monitor, void (*endAll)()) {
     GtkWidget* topLevel = createCoverWindow(monitor);
     onAnyInput(topLevel, endAll);
+    return std::unique_ptr<Window>(new Window(topLevel, false));
+}
+
+std::unique_ptr<Window> Window::coverAsKiosk(GdkMonitor* monitor, void (*endAll)()) {
+    GtkWidget* topLevel = createCoverWindow(monitor);
+    onQuitKey(topLevel, endAll);
+    keepAwakeWhileShown(topLevel);
     return std::unique_ptr<Window>(new Window(topLevel, false));
 }
 
@@ -108,6 +122,13 @@ void Window::fillHost(GdkWindow* host) {
     });
 }
 
+void Window::layOut(const Size& size) {
+    gtk_widget_realize(mArea);
+    gtk_widget_show(mArea);
+    const GtkAllocation area{0, 0, static_cast<int>(size.width), static_cast<int>(size.height)};
+    gtk_widget_size_allocate(mTopLevel, const_cast<GtkAllocation*>(&area));
+}
+
 void Window::show() {
     gtk_widget_realize(mArea);  // a preview is painted as soon as it has a size
     gtk_widget_show_all(mTopLevel);
@@ -115,6 +136,7 @@ void Window::show() {
     RunLoop::runUntil([this] { return mIsPainted; }, kFirstDrawTimeout);
     if (!mTopLevel) return;  // closed meanwhile
     gdk_display_flush(gtk_widget_get_display(mArea));
+    if (mRoot) reportFadeEnded(*mRoot, true);
 }
 
 Window* Window::current() { return currentWindow; }

@@ -23,6 +23,8 @@ class Window {
     static std::unique_ptr<Window> open(const Size& size);
     // Covers everything on the monitor; any input calls endAll.
     static std::unique_ptr<Window> cover(GdkMonitor* monitor, void (*endAll)());
+    // The same, but only Escape or q calls endAll, and the screen stays on.
+    static std::unique_ptr<Window> coverAsKiosk(GdkMonitor* monitor, void (*endAll)());
     static std::unique_ptr<Window> embed(unsigned long hostWindow);
     ~Window();
     Window(const Window&) = delete;
@@ -31,6 +33,8 @@ class Window {
     // The window that alerts may use; null when there is none.
     static Window* current();
 
+    // Gives a window that is not to be shown yet the size that it will have.
+    void layOut(const Size& size);
     // Brings the window, which has a content view by then, to the screen. Returns when its first picture is
     // there and its size is known, or after a second.
     void show();

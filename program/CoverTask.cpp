@@ -1,0 +1,62 @@
+#include "program/CoverTask.h"
+
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <string_view>
+
+#include "platform/RunLoop.h"
+
+namespace {
+
+constexpr char kCover[] = "cover ", kSuccessor[] = "successor ", kCheck[] = "check";
+
+std::string_view ownTask() {
+    const char* text = std::getenv(kCoverTaskVariable);
+    return text ? text : "";
+}
+
+// The monitor's number, in the order in which they were added, and how many there are: the same in every
+// process, and a name from before monitors changed matches none.
+std::string nameOf(GdkDisplay* display, int number) {
+    return std::to_string(number) + " of " + std::to_string(gdk_display_get_n_monitors(display));
+}
+
+}  // namespace
+
+CoverTask coverTask() {
+    if (ownTask().starts_with(kCover)) return CoverTask::Cover;
+    if (ownTask().starts_with(kSuccessor)) return CoverTask::Successor;
+    return ownTask() == kCheck ? CoverTask::Check : CoverTask::None;
+}
+
+bool coversMonitor() { return coverTask() == CoverTask::Cover || coverTask() == CoverTask::Successor; }
+
+GdkMonitor* monitorToCover() {
+    GdkDisplay* display = gdk_display_get_default();
+    for (int i = 0; i < gdk_display_get_n_monitors(display); ++i)
+        if (ownTask().ends_with(' ' + nameOf(display, i))) return gdk_display_get_monitor(display, i);
+    return nullptr;
+}
+
+void reportQuakes(const std::string& quakes) {
+    std::puts(quakes.c_str());
+    std::fflush(stdout);
+}
+
+void endCovers() {
+    platform::RunLoop::stop();
+    kill(getppid(), SIGTERM);
+}
+
+std::string coverTaskText(CoverTask task, GdkMonitor* monitor) {
+    if (task == CoverTask::Check) return kCheck;
+    GdkDisplay* display = gdk_monitor_get_display(monitor);
+    int number = 0;
+    while (number < gdk_display_get_n_monitors(display) &&
+           gdk_display_get_monitor(display, number) != monitor)
+        ++number;
+    return (task == CoverTask::Successor ? kSuccessor : kCover) + nameOf(display, number);
+}

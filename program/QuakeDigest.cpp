@@ -1,0 +1,29 @@
+#include "program/QuakeDigest.h"
+
+#include <cstdio>
+
+#include "platform/Checksum.h"
+#include "quakes/CQuakeEvent.h"
+#include "quakes/CQuakeList.h"
+
+namespace {
+
+constexpr int kShownQuakes = 10;
+
+std::string lineOf(const CQuakeEvent& quake) {
+    char line[400];
+    std::snprintf(line, sizeof line, "%s %.17g %.17g %.17g %.17g\n", quake.mTime, quake.mMagnitude,
+                  quake.mLatitude, quake.mLongitude, quake.mDepth);
+    return line;
+}
+
+}  // namespace
+
+std::string quakeDigest() {
+    CQuakeList* list = CQuakeList::Instance();
+    list->KeepBiggestQuakes(kShownQuakes);
+    std::string text;
+    for (const CQuakeEvent* quake : list->GetQuakes())
+        if (quake) text += lineOf(*quake);
+    return text.empty() ? "" : platform::sha256(text);
+}
