@@ -4,6 +4,7 @@ The start is measured once more with the sample feed as an event service's cache
 
 usage: bench/program.py PROGRAM [--size 1920x1080] [--ticks 200]
        bench/program.py PROGRAM --end 50    only how long the program takes to exit, at that many moments
+       bench/program.py PROGRAM --tick-cost 8    only the frames and the processor time of that many ticks
 """
 import argparse
 import contextlib
@@ -12,6 +13,8 @@ import re
 import statistics
 import sys
 import time
+
+import psutil
 
 sys.dont_write_bytecode = True
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "tests"))
@@ -80,6 +83,32 @@ def measure_fades(saver):
     return rates
 
 
+def measure_ticks(saver, display, count):
+    """For each tick of six seconds the frames of its fade, and the processor time of all processes and the X server: of
+    the fade, and of the next page with all that follows up to the next tick."""
+    server = psutil.Process(display.server.pid)
+
+    def used():
+        return saver.processor_seconds() + sum(server.cpu_times()[:2])
+
+    def used_at(line, number):
+        saver.wait_for(line, number)
+        return used()
+
+    saver.show("--speed", "2.5")
+    saver.wait_for("fade: ")  # the first one is longer
+    first = saver.count("tick ") + 1
+    starts, ends = [], []
+    for number in range(count + 1):
+        starts.append(used_at("tick ", first + number))
+        ends.append(used_at("fade: ", 2 + number))
+    frames = [int(number) for number in re.findall(r"fade: 0.50 s, (\d+)", saver.log())]
+    saver.stop()
+    fades = [end - start for start, end in zip(starts, ends)]
+    pages = [start - end for end, start in zip(ends, starts[1:])]
+    return [*zip(frames, fades, pages)]
+
+
 def measure_memory(saver, ticks):
     saver.show("--speed", "60")
     results = []
@@ -115,6 +144,13 @@ def print_starts(title, starts):
         print(f"{title}: {name} median {median:.2f} s, worst {max(values):.2f} s ({len(values)} runs)", flush=True)
 
 
+def print_ticks(ticks):
+    for title, values in zip(("frames in a fade", "seconds for a fade", "seconds for a page"), zip(*ticks)):
+        print(f"{title}: median {statistics.median(values):.2f}, {min(values):.2f} to {max(values):.2f}", flush=True)
+    mean = statistics.mean(fade + page for _, fade, page in ticks)
+    print(f"seconds for a tick: mean {mean:.2f} ({len(ticks)} ticks)")
+
+
 def print_exits(times):
     print(f"exit: median {statistics.median(times):.0f} ms, worst {max(times):.0f} ms ({len(times)} runs)")
 
@@ -136,6 +172,7 @@ def main():
     parser.add_argument("--size", default="1920x1080")
     parser.add_argument("--ticks", type=int, default=200)
     parser.add_argument("--end", type=int, default=0)
+    parser.add_argument("--tick-cost", type=int, default=0)
     options = parser.parse_args()
 
     display = Display(*map(int, options.size.split("x")))
@@ -143,6 +180,8 @@ def main():
     with contextlib.closing(display), contextlib.closing(saver):
         if options.end:
             print_exits(measure_end(saver, options.end))
+        elif options.tick_cost:
+            print_ticks(measure_ticks(saver, display, options.tick_cost))
         else:
             print_everything(saver, display, options.ticks)
 

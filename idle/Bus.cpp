@@ -5,7 +5,7 @@
 namespace {
 
 constexpr BusObject kDaemon{"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus"};
-constexpr std::uint64_t kMaxWait = 1'000'000;  // microseconds
+constexpr std::uint64_t kMaxWait = 5'000'000;  // microseconds; a shell that is just starting is slow
 
 // Null when there is no bus or it does not answer.
 sd_bus* openBus() {

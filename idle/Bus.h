@@ -37,7 +37,7 @@ class Bus {
     // Calls handler with each signal that fits the rule.
     void onSignal(const std::string& rule, std::function<void(sd_bus_message*)> handler);
 
-    // Waits for the answer, at most a second. Empty when the call fails. types and arguments as for
+    // Waits for the answer, at most five seconds. Empty when the call fails. types and arguments as for
     // sd_bus_call_method.
     template <typename... Arguments>
     Message call(const BusObject& object, const char* method, const char* types = "",

@@ -4,17 +4,18 @@ namespace {
 
 constexpr BusObject kMonitor{"org.gnome.Mutter.IdleMonitor", "/org/gnome/Mutter/IdleMonitor/Core",
                              "org.gnome.Mutter.IdleMonitor"};
+constexpr std::chrono::seconds kPause{1};
 
 }  // namespace
 
-std::unique_ptr<IdleSource> MutterIdle::open(Bus& bus, std::chrono::milliseconds time,
+std::unique_ptr<IdleSource> MutterIdle::open(EventLoop& loop, Bus& bus, std::chrono::milliseconds time,
                                              IdleListener& listener) {
     if (!bus.hasOwner(kMonitor.name)) return nullptr;
-    return std::unique_ptr<IdleSource>(new MutterIdle(bus, time, listener));
+    return std::unique_ptr<IdleSource>(new MutterIdle(loop, bus, time, listener));
 }
 
-MutterIdle::MutterIdle(Bus& bus, std::chrono::milliseconds time, IdleListener& listener)
-    : mBus(bus), mTime(time), mListener(listener) {
+MutterIdle::MutterIdle(EventLoop& loop, Bus& bus, std::chrono::milliseconds time, IdleListener& listener)
+    : mBus(bus), mTime(time), mListener(listener), mRetry(loop, [this] { watchIdle(); }) {
     const std::string name = kMonitor.name;
     bus.onSignal("type='signal',interface='" + name + "',member='WatchFired'",
                  [this](sd_bus_message* signal) { watchFired(numberIn(signal)); });
@@ -30,6 +31,7 @@ MutterIdle::MutterIdle(Bus& bus, std::chrono::milliseconds time, IdleListener& l
 void MutterIdle::watchIdle() {
     const auto milliseconds = static_cast<std::uint64_t>(mTime.count());
     mIdleWatch = numberIn(mBus.call(kMonitor, "AddIdleWatch", "t", milliseconds).get());
+    if (mIdleWatch == 0 && mBus.hasOwner(kMonitor.name)) mRetry.start(kPause);
 }
 
 void MutterIdle::watchFired(std::uint32_t watch) {

@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr std::chrono::seconds kMaxWait{3};
+constexpr std::chrono::seconds kMaxWait{10};
 
 void unblockSignals() {
     sigset_t none;

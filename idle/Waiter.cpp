@@ -11,7 +11,7 @@
 namespace {
 
 // How soon to look again whether a program still keeps the saver away.
-constexpr std::chrono::seconds kPause{5};
+constexpr std::chrono::seconds kPause{2};
 
 }  // namespace
 
@@ -23,7 +23,7 @@ Waiter::Waiter(EventLoop& loop, Bus& bus, std::vector<std::string> saverCommand)
       mRetry(loop, [this] { update(); }) {}
 
 bool Waiter::watch(std::chrono::milliseconds time) {
-    mSource = MutterIdle::open(mBus, time, *this);
+    mSource = MutterIdle::open(mLoop, mBus, time, *this);
     if (!mSource) mSource = WaylandIdle::open(mLoop, time, *this);
     // An X server below a Wayland compositor does not see all input.
     if (!mSource && !std::getenv("WAYLAND_DISPLAY")) mSource = X11Idle::open(mLoop, time, *this);

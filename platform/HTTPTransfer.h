@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -45,9 +46,28 @@ struct HTTPResponse {
     }
 };
 
-// One http or https GET that follows redirects. It runs the main loop while it waits, so the window stays
-// responsive; stopping the main loop aborts the transfer at once. libcurl does not notice a gzip stream that
-// ends too early when HTTP itself ended properly: whoever parses the body has to.
-HTTPResponse get(const HTTPRequest& request);
+// One http or https GET that follows redirects, and goes on while the main loop runs. The main loop runs,
+// too, while a large answer is taken, so the window stays responsive; stopping it aborts the transfer at
+// once. libcurl does not notice a gzip stream that ends too early when HTTP itself ended properly: whoever
+// parses the body has to.
+class HTTPTransfer {
+  public:
+    using Handler = std::function<void(HTTPResponse response)>;
+
+    // The main loop calls handler once the transfer is over, unless it has been stopped. The handler may
+    // destroy the transfer.
+    HTTPTransfer(HTTPRequest request, Handler handler);
+    // Aborts a transfer that is not over.
+    ~HTTPTransfer();
+    HTTPTransfer(const HTTPTransfer&) = delete;
+    HTTPTransfer& operator=(const HTTPTransfer&) = delete;
+
+  private:
+    class Transfer;
+    std::unique_ptr<Transfer> mTransfer;
+};
+
+// The same, blocking: runs the main loop until the transfer is over.
+HTTPResponse get(HTTPRequest request);
 
 }  // namespace platform

@@ -8,25 +8,18 @@
 
 #include <cerrno>
 #include <csignal>
-#include <fstream>
 #include <utility>
 #include <vector>
 
 #include "platform/Clock.h"
 #include "platform/Log.h"
+#include "program/Restart.h"
 
 using platform::ErrorRef, platform::Handle;
 
 namespace {
 
 constexpr useconds_t kWaitPause = 2000;  // microseconds
-
-std::vector<std::string> ownArguments() {
-    std::ifstream file("/proc/self/cmdline", std::ios::binary);
-    std::vector<std::string> arguments;
-    for (std::string argument; std::getline(file, argument, '\0');) arguments.push_back(argument);
-    return arguments;
-}
 
 void endWithParent(gpointer parent) {
     prctl(PR_SET_PDEATHSIG, SIGTERM);

@@ -2,7 +2,6 @@
 
 #include <glib-unix.h>
 #include <gtk/gtk.h>
-#include <sys/prctl.h>
 #include <sys/resource.h>
 
 #include <algorithm>
@@ -10,6 +9,7 @@
 #include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "platform/ConfigPanel.h"
 #include "platform/Log.h"
@@ -22,9 +22,11 @@
 #include "program/Covers.h"
 #include "program/Options.h"
 #include "program/QuakeDigest.h"
+#include "program/Restart.h"
 #include "program/WaitingView.h"
 #include "quakes/CQuakeList.h"
 #include "saver/TellmarScreenSaverView.h"
+#include "service/EventFeed.h"
 
 using platform::RunLoop;
 using platform::Window;
@@ -64,8 +66,19 @@ gboolean stop(gpointer) {
 
 // From now on there is something to clean up. Until then a signal may simply kill the process, which is
 // faster than waiting for the display to open.
-void stopOnSignals() {
-    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) g_unix_signal_add(signal, stop, nullptr);
+std::vector<guint> stopOnSignals() {
+    std::vector<guint> sources;
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP})
+        sources.push_back(g_unix_signal_add(signal, stop, nullptr));
+    return sources;
+}
+
+// From here on a signal simply ends the process, so none is lost.
+void startAnew(const std::vector<guint>& signalSources) {
+    platform::trace("there is an answer: starting anew");
+    for (const guint source : signalSources) g_source_remove(source);
+    restartAtExit();
+    RunLoop::stop();
 }
 
 bool isSuccessor() { return coverTask() == CoverTask::Successor; }
@@ -78,7 +91,6 @@ platform::Size sizeOf(GdkMonitor* monitor) {
 
 // Null when monitors have changed in the meantime.
 std::unique_ptr<Window> openCover(bool isKiosk) {
-    prctl(PR_SET_NAME, "tellmar");  // started through /proc/self/exe, it would be named exe
     GdkMonitor* monitor = monitorToCover();
     if (!monitor) return nullptr;
     auto window = isKiosk ? Window::coverAsKiosk(monitor, endCovers) : Window::cover(monitor, endCovers);
@@ -132,6 +144,8 @@ class Saver {
 
     void stop() { mView->stopAnimation(); }
 
+    bool isPreview() const { return mIsPreview; }
+
   private:
     double interval(double speed) const { return mView->animationTimeInterval() / speed; }
 
@@ -161,17 +175,19 @@ class Saver {
 
 }  // namespace
 
-int runSaver(const Options& options) {
+int runSaver(const Options& options, EventFeed& feed) {
     if (options.hostWindow) beNice();
     if (!openDisplay(options.hostWindow.has_value())) return 1;
-    stopOnSignals();
+    const std::vector<guint> signalSources = stopOnSignals();
     if (options.fullscreen && !options.hostWindow && !coversMonitor()) return runCovers(options);
     std::unique_ptr<Window> window = openWindow(options);
     if (!window) return 1;
     Saver saver(std::move(window), options);
+    // A process that covers a monitor leaves this to the first one.
+    if (!saver.isPreview() && !coversMonitor()) feed.setNewsHandler([&] { startAnew(signalSources); });
     if (!isSuccessor()) saver.showWaitingView();
-    CQuakeList::Instance();  // fetches the feed, while the window goes on to be drawn and to follow its
-                             // host's
+    // Fetches the feed, while the window goes on to be drawn and to follow its host's.
+    CQuakeList::Instance();
     if (RunLoop::isStopping()) return 0;  // a host that has changed its mind is waiting for this
     if (coversMonitor() && quakeDigest().empty()) reportQuakes("");
     if (!saver.start()) return 1;

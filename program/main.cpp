@@ -12,6 +12,7 @@
 #include "program/ListCommand.h"
 #include "program/Options.h"
 #include "program/RegisterCommand.h"
+#include "program/Restart.h"
 #include "program/SaverCommand.h"
 #include "service/EventFeed.h"
 
@@ -27,6 +28,7 @@ EventFeed::Source sourceOf(const Options& options) {
     EventFeed::Source source{
         .document = options.feed, .isSample = options.demo, .keepsAnswers = !options.noCache};
     if (!options.service.empty()) source.service = options.service;
+    if (const char* text = std::getenv("TELLMAR_MINUTE_MS")) source.minuteMilliseconds = std::atoi(text);
     return source;
 }
 
@@ -56,7 +58,7 @@ int registerWithNextStep() {
     return status;
 }
 
-int run(const Options& options, const EventFeed& feed) {
+int run(const Options& options, EventFeed& feed) {
     if (coverTask() == CoverTask::Check) return checkQuakes(feed);
     switch (options.command) {
         case Options::Command::List:
@@ -70,13 +72,14 @@ int run(const Options& options, const EventFeed& feed) {
         case Options::Command::Idle:
             return runIdleCommand(options.idle);
         default:
-            return runSaver(options);
+            return runSaver(options, feed);
     }
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
+    prepareToRestart();
     // Messages in the user's language, but always a decimal point: the page and the feed need it.
     std::setlocale(LC_ALL, "");
     std::setlocale(LC_NUMERIC, "C");

@@ -103,8 +103,10 @@ void EventAnswer::endElement() {
 }
 
 void EventAnswer::characters(std::string_view text) {
-    const bool isWanted = mText && mPlaces.back() == Place::Text && mSkippedLevels == 0;
-    if (isWanted) (*mText)->append(shortened(text, kMaxTextBytes - (*mText)->size()));
+    if (!mText || mPlaces.back() != Place::Text || mSkippedLevels > 0) return;
+    const std::string_view kept = shortened(text, kMaxTextBytes - (*mText)->size());
+    (*mText)->append(kept);
+    if (kept.size() < text.size()) mText = nullptr;  // the rest does not fit either
 }
 
 // Returns false for an element that is ignored there.

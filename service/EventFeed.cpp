@@ -16,7 +16,8 @@ std::string fileName(const std::string& url) {
 }  // namespace
 
 EventFeed::EventFeed(Source source)
-    : mSource(std::move(source)), mService(mSource.service, mSource.keepsAnswers) {}
+    : mSource(std::move(source)),
+      mService(mSource.service, mSource.keepsAnswers, mSource.minuteMilliseconds) {}
 
 std::optional<platform::LoadOutcome> EventFeed::answer(const std::string& url, std::string& data) {
     if (!isFeedQuery(url)) return std::nullopt;

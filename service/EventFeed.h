@@ -1,7 +1,9 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "platform/URLLoading.h"
 #include "service/EventQuery.h"
@@ -15,6 +17,7 @@ class EventFeed {
         std::string document{};    // URL of a QuakeML document in place of the service's answer; or empty
         bool isSample = false;     // that document
         bool keepsAnswers = true;  // of the service, between runs
+        int minuteMilliseconds = 60'000;  // between two requests; less for a test of the whole program
     };
     enum class Kind { Service, Document, Sample };
 
@@ -23,6 +26,14 @@ class EventFeed {
     // Answers the quake list's query with QuakeML that the list's parser reads. Blocks. For any other URL
     // returns nothing and leaves data alone.
     std::optional<platform::LoadOutcome> answer(const std::string& url, std::string& data);
+
+    // If there is a handler, a request to the service that failed is repeated in the background, and the
+    // handler called once there is an answer.
+    void setNewsHandler(std::function<void()> handler) { mService.setNewsHandler(std::move(handler)); }
+
+    // Waits for a request of the service that took so long that an earlier answer was used. Returns whether
+    // its own is in the cache now.
+    bool finishRequest() { return mService.finishRequest(); }
 
     Kind kind() const;
     // Who supplies the earthquakes, for a reader: GeoNet, a service's host or a file's name.

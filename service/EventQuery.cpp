@@ -95,9 +95,12 @@ class Address {
 
     void add(std::string_view name, std::string_view value) {
         if (parameter(mAddress, name)) return;
-        const bool isFirst = mAddress.find('?') == mAddress.npos;
-        const bool isJoined = mAddress.ends_with('?') || mAddress.ends_with('&');
-        if (isFirst || !isJoined) mAddress += isFirst ? '?' : '&';
+        const std::size_t question = mAddress.find('?');
+        const bool isJoined = question + 1 == mAddress.size() || mAddress.ends_with('&');
+        if (question == mAddress.npos)
+            mAddress += '?';
+        else if (!isJoined)
+            mAddress += '&';
         mAddress.append(name).append("=").append(value);
     }
     const std::string& text() const { return mAddress; }

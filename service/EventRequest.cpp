@@ -1,10 +1,9 @@
 #include "service/EventRequest.h"
 
 #include <algorithm>
+#include <utility>
 
-#include "platform/HTTPTransfer.h"
 #include "platform/Log.h"
-#include "platform/RunLoop.h"
 #include "service/EventAnswer.h"
 
 using platform::HTTPRequest, platform::HTTPResponse;
@@ -22,8 +21,6 @@ constexpr long long kMaxAnswerBytes = 1LL << 30;
 // Room for 10,000 events, the most that a service gives. The list's parser needs up to fifty times as much
 // memory.
 constexpr std::size_t kMaxDocumentBytes = 4 << 20;
-
-bool isConditional(const Validators& known) { return !known.etag.empty() || !known.lastModified.empty(); }
 
 // Why an answer is refused; empty if it is not.
 std::string whyRefused(const EventAnswer& answer) {
@@ -85,16 +82,23 @@ int pauseMilliseconds(const HTTPResponse& response) {
 
 }  // namespace
 
-EventReply askEventService(const std::string& url, const Validators& known) {
-    const auto ask = [&](HTTPResponse& response) {
-        EventAnswer answer;
-        response = platform::get(requestFor(url, known, answer));
-        return replyTo(response, isConditional(known), answer);
-    };
-    HTTPResponse response;
-    EventReply reply = ask(response);
-    if (!isWorthAnotherTry(response)) return reply;
-    platform::trace("fetch " + url + ": " + reply.outcome.failure + "; trying once more");
-    platform::RunLoop::runFor(pauseMilliseconds(response));
-    return platform::RunLoop::isStopping() ? reply : ask(response);
+EventRequest::EventRequest(std::string url, Validators known, Handler handler)
+    : mUrl(std::move(url)), mKnown(std::move(known)), mHandler(std::move(handler)) {
+    ask();
+}
+
+EventRequest::~EventRequest() = default;
+
+void EventRequest::ask() {
+    mAnswer = std::make_unique<EventAnswer>();
+    mTransfer = std::make_unique<platform::HTTPTransfer>(
+        requestFor(mUrl, mKnown, *mAnswer), [this](const HTTPResponse& response) { take(response); });
+}
+
+void EventRequest::take(const HTTPResponse& response) {
+    EventReply reply = replyTo(response, isConditional(), *mAnswer);
+    if (mHasPaused || !isWorthAnotherTry(response)) return std::exchange(mHandler, nullptr)(std::move(reply));
+    platform::trace("fetch " + mUrl + ": " + reply.outcome.failure + "; trying once more");
+    mHasPaused = true;
+    mPause = std::make_unique<platform::Timer>(pauseMilliseconds(response), [this] { ask(); });
 }

@@ -14,8 +14,6 @@ using platform::RunLoop;
 namespace {
 
 constexpr int kPollMilliseconds = 20;
-// The holder may be stopped, or its service silent.
-constexpr long long kLongestWaitMicroseconds = 5'000'000;
 
 std::string lockFile(const std::string& folder) {
     platform::makePrivateFolder(folder);
@@ -24,11 +22,11 @@ std::string lockFile(const std::string& folder) {
 
 }  // namespace
 
-RequestLock::RequestLock(const std::string& folder)
+RequestLock::RequestLock(const std::string& folder, int milliseconds)
     : mLock(lockFile(folder)), mStart(platform::monotonicMicroseconds()) {
     mState = mLock.tryToLock();
     while (mState == State::TakenByAnother && !RunLoop::isStopping() &&
-           platform::monotonicMicroseconds() - mStart <= kLongestWaitMicroseconds) {
+           platform::monotonicMicroseconds() - mStart < 1000LL * milliseconds) {
         RunLoop::runFor(kPollMilliseconds);
         mState = mLock.tryToLock();
     }

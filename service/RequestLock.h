@@ -7,9 +7,9 @@
 // Lets one of the user's processes ask while the others wait for its result.
 class RequestLock {
   public:
-    // Tries for five seconds at most, while the main loop runs. A process that does not get the lock, because
-    // there is no folder or its holder takes too long, goes on without it.
-    explicit RequestLock(const std::string& folder);
+    // Tries for so long, while the main loop runs. A process that does not get the lock, because there is no
+    // folder or its holder takes too long, goes on without it.
+    RequestLock(const std::string& folder, int milliseconds);
 
     bool isHeld() const { return mState == platform::AdvisoryLock::State::Held; }
     bool isTakenByAnother() const { return mState == platform::AdvisoryLock::State::TakenByAnother; }

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
 # Configures and builds a preset. Shows the end of the output, but only when it fails.
 #
-#     tools/build.sh release|dev|sanitize
+#     tools/build.sh release|dev|sanitize|fuzz
 set -euo pipefail
 cd "$(dirname "$0")/.."
-preset=${1:?which preset: release, dev or sanitize}
+preset=${1:?which preset: release, dev, sanitize or fuzz}
 
 mkdir -p build
 log=build/$preset.log

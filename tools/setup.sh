@@ -4,6 +4,7 @@
 #     tools/setup.sh run             what building and running needs
 #     tools/setup.sh pictures        that, and what tools/take_pictures.py needs
 #     tools/setup.sh test            that, and what the tests, tools/lint and tools/draw_images.sh need
+#     tools/setup.sh fuzz            what tools/fuzz.sh needs
 #     tools/setup.sh package         what building and running needs, and building the package
 #     tools/setup.sh package-test    that, and what testing the package needs
 set -euo pipefail
@@ -23,16 +24,18 @@ test_packages=(
     xserver-xorg-core xserver-xorg-video-dummy x11-xserver-utils
     gnome-shell kwin-wayland openbox i3lock python3-gi gir1.2-gtk-3.0
 )
-package_packages=(dpkg-dev debhelper fakeroot)
+fuzz_packages=(cmake ninja-build pkg-config clang-14 libclang-rt-14-dev libcurl4-openssl-dev libexpat1-dev libglib2.0-dev)
+package_packages=(build-essential dpkg-dev debhelper fakeroot)
 package_test_packages=(lintian debootstrap appstream desktop-file-utils man-db python3 xvfb)
 
 case "${1-}" in
     run) wanted=("${run_packages[@]}") ;;
     pictures) wanted=("${run_packages[@]}" "${picture_packages[@]}") ;;
     test) wanted=("${run_packages[@]}" "${picture_packages[@]}" "${test_packages[@]}") ;;
+    fuzz) wanted=("${fuzz_packages[@]}") ;;
     package) wanted=("${run_packages[@]}" "${package_packages[@]}") ;;
     package-test) wanted=("${run_packages[@]}" "${package_packages[@]}" "${package_test_packages[@]}") ;;
-    *) sed -n '2,8s/^# \{0,1\}//p' "$0" >&2; exit 2 ;;
+    *) sed -n '2,9s/^# \{0,1\}//p' "$0" >&2; exit 2 ;;
 esac
 
 is_installed() {

@@ -1,8 +1,12 @@
 #!/usr/bin/env bash
-# Builds the Debian package, looks it over, and installs, runs and removes it in a bare Debian 12 of its own, which
-# takes root, the network and some minutes. MIRROR names a Debian mirror in place of debootstrap's own.
+# Builds the Debian package in a bare Debian, checks it, and installs, runs and removes it in another one. Takes root, the
+# network and some minutes. MIRROR names a Debian mirror in place of debootstrap's own.
+#
+#     tools/test_package.sh [RELEASE...]    bookworm (12) and trixie (13) if none is named
 set -euo pipefail
 cd "$(dirname "$0")/.."
+releases=("$@")
+((${#releases[@]})) || releases=(bookworm trixie)
 host_folder=usr/libexec/xscreensaver
 
 if ((EUID != 0)); then
@@ -11,7 +15,8 @@ if ((EUID != 0)); then
 fi
 
 work=$(mktemp -d)
-bare=$work/bare
+bare=$work/bare        # where the package is installed
+builder=$work/builder  # where it is built
 xvfb_pid=
 end() {
     [[ -z $xvfb_pid ]] || kill "$xvfb_pid" 2>/dev/null || true
@@ -19,7 +24,7 @@ end() {
 }
 trap end EXIT
 
-step() { echo "== $1"; }
+step() { echo "== $release: $1"; }
 fail() { echo "FAILED: $1" >&2; exit 1; }
 
 quietly() {  # COMMAND...: shows the output only when the command fails
@@ -28,11 +33,13 @@ quietly() {  # COMMAND...: shows the output only when the command fails
 
 # A mount namespace of its own rather than chroot, in which the sandbox of the web process could not work. Everything
 # that was started in there ends with the command.
-inside() {
-    bwrap --bind "$bare" / --dev /dev --proc /proc --tmpfs /dev/shm --tmpfs /run --unshare-pid --die-with-parent \
+in_tree() {  # TREE COMMAND...
+    bwrap --bind "$1" / --dev /dev --proc /proc --tmpfs /dev/shm --tmpfs /run --unshare-pid --die-with-parent \
         --cap-add ALL --clearenv --setenv PATH /usr/sbin:/usr/bin:/sbin:/bin --setenv HOME /root \
-        --setenv DEBIAN_FRONTEND noninteractive "$@"
+        --setenv DEBIAN_FRONTEND noninteractive "${@:2}"
 }
+
+inside() { in_tree "$bare" "$@"; }
 
 as_visitor() {
     inside --setenv DISPLAY "${DISPLAY-}" setpriv --reuid visitor --regid visitor --clear-groups \
@@ -63,11 +70,22 @@ PYTHON
 }
 
 make_bare() {
-    quietly debootstrap --variant=minbase bookworm "$bare" ${MIRROR:+"$MIRROR"}
+    quietly debootstrap --variant=minbase "$release" "$bare" ${MIRROR:+"$MIRROR"}
     cp /etc/resolv.conf "$bare/etc/resolv.conf"
     echo 'APT::Sandbox::User "root";' >"$bare/etc/apt/apt.conf.d/99root"
     quietly inside apt-get update
+    cp -a "$bare" "$builder"
     quietly inside useradd --create-home visitor
+}
+
+build_package() {
+    mkdir "$builder/source"
+    tar --create --exclude=./.git --exclude=./build --exclude=./out . | tar --extract --directory "$builder/source"
+    quietly in_tree "$builder" /source/tools/setup.sh package
+    quietly in_tree "$builder" /source/tools/build_package.sh
+    cp "$builder"/source/out/tellmar_*.deb "$work/tellmar.deb"
+    package=$work/tellmar.deb
+    rm -rf "$builder"
 }
 
 install_package() {
@@ -108,7 +126,6 @@ start_display() {
 
 # Runs until two quakes have come to the screen.
 check_run() {
-    start_display
     # A signal is an ordinary end, so the status is 0.
     as_visitor sh -c 'cd || exit
         timeout --preserve-status 60 tellmar --demo --fullscreen --speed 8 --verbose 2>trace &
@@ -138,23 +155,31 @@ check_removal() {
     [[ ! -s $work/left ]] || { cat "$work/left" >&2; fail "This is left after the removal."; }
 }
 
-step "building"
-package=$(tools/build_package.sh)
-step "files"
-check_files
-check_hosts_files
-step "a bare Debian 12"
-make_bare
-step "installation"
-install_package
-step "answers"
-check_answers
-step "registration"
-check_registration
-step "a run"
-check_run
-step "mate-screensaver's dialog"
-check_listing
-step "removal"
-check_removal
+test_release() {
+    step "a bare Debian"
+    make_bare
+    step "building"
+    build_package
+    step "files"
+    check_files
+    check_hosts_files
+    step "installation"
+    install_package
+    step "answers"
+    check_answers
+    step "registration"
+    check_registration
+    step "a run"
+    check_run
+    step "mate-screensaver's dialog"
+    check_listing
+    step "removal"
+    check_removal
+}
+
+start_display
+for release in "${releases[@]}"; do
+    test_release
+    rm -rf "$bare" "$work/files"
+done
 echo "The package passes."

@@ -1,6 +1,7 @@
 // What the page is told: the call in the body's onload attribute, and the quake that is made of it.
 
 import {EARTH_RADIUS} from "./geometry.js";
+import {asShown} from "./list.js";
 import {wrapLongitude} from "./projection.js";
 
 const HIGHEST_GROUND = 10;  // kilometres above the sea
@@ -12,7 +13,7 @@ const USUAL_ZOOM = 8;
 export function quakeFrom(latitude, longitude, magnitude, depthText, dateText, zoom) {
   return {
     place: placeFrom(latitude, longitude),
-    magnitude: Math.abs(magnitude) <= LARGEST_MAGNITUDE ? magnitude : null,
+    magnitude: Math.abs(magnitude) <= LARGEST_MAGNITUDE ? asShown(magnitude) : null,
     depth: depthFrom(depthText),
     date: dateFrom(dateText),
     zoom: Number.isFinite(zoom) ? Math.min(Math.max(zoom, 0), 12) : USUAL_ZOOM,

@@ -6,6 +6,10 @@ export function radians(degrees) {
   return degrees * Math.PI / 180;
 }
 
+function degrees(angle) {
+  return angle * 180 / Math.PI;
+}
+
 // Along the great circle, in kilometres.
 export function distanceBetween(from, to) {
   const halfLatitude = Math.sin(radians(to.latitude - from.latitude) / 2);
@@ -21,7 +25,17 @@ export function bearingBetween(from, to) {
   const east = Math.sin(turn) * Math.cos(radians(to.latitude));
   const north = Math.cos(radians(from.latitude)) * Math.sin(radians(to.latitude)) -
       Math.sin(radians(from.latitude)) * Math.cos(radians(to.latitude)) * Math.cos(turn);
-  return (Math.atan2(east, north) * 180 / Math.PI + 360) % 360;
+  return (degrees(Math.atan2(east, north)) + 360) % 360;
+}
+
+// The place so many kilometres from another one; its longitude may lie beyond 0 or 360.
+export function placeAt({latitude, longitude}, distance, bearing) {
+  const angle = distance / EARTH_RADIUS;
+  const sine = Math.sin(radians(latitude)) * Math.cos(angle) +
+      Math.cos(radians(latitude)) * Math.sin(angle) * Math.cos(radians(bearing));
+  const east = Math.sin(radians(bearing)) * Math.sin(angle) * Math.cos(radians(latitude));
+  const turn = Math.atan2(east, Math.cos(angle) - Math.sin(radians(latitude)) * sine);
+  return {latitude: degrees(Math.asin(sine)), longitude: longitude + degrees(turn)};
 }
 
 export function boxesMeet(one, other) {

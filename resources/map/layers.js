@@ -1,10 +1,10 @@
 // The map under the names: sea, land, water, faults and plates, drawn in this order.
 
 import BASEMAP from "../basemap/vector.json" with {type: "json"};
-import {pathOf, stroke} from "./drawing.js";
+import {BOUNDARY, between, curvesOf, pathOf, pathOfCurves, stroke} from "./drawing.js";
 import {drawRelief, reliefBounds} from "./relief.js";
 
-const COLOURS = {
+export const COLOURS = {
   sea: "#0a1a2e",
   seaClear: "rgba(10, 26, 46, 0)",
   calm: "rgba(5, 16, 32, 0.24)",  // over the sea floor, whose shallows are bright
@@ -15,13 +15,15 @@ const COLOURS = {
   lake: "#173a52",
   lakeShore: "rgba(140, 185, 205, 0.45)",
   river: "rgba(104, 160, 192, 0.55)",
-  fault: "rgba(255, 186, 110, 0.34)",
-  plate: "rgba(255, 116, 90, 0.46)",
-  trench: "rgba(255, 96, 72, 0.85)",
-  trenchGlow: "rgba(255, 80, 56, 0.16)",
+  fault: "rgba(206, 228, 220, 0.36)",
+  plate: `rgba(${BOUNDARY}, 0.8)`,
+  trench: `rgb(${BOUNDARY})`,
+  trenchGlow: `rgba(${BOUNDARY}, 0.16)`,
   darkness: "2, 6, 12",
 };
 
+const TOOTH_SPACING = 44;  // units
+const TOOTH_SIZE = 5;
 const RELIEF_FADE = 4;  // degrees of longitude
 const GRAIN_SIZE = 128;  // pixels
 const GRAIN_ALPHA = 9;  // of 255
@@ -90,12 +92,43 @@ export function drawWater(context, view, density) {
 
 function drawTectonics(context, view, density) {
   const unit = lineUnit(view);
-  const trench = pathOf(view, BASEMAP.plates.trench, density);
+  const {trench, spreading, sliding} = BASEMAP.plates;
+  const pathOfLines = lines => pathOfCurves(curvesOf(view, lines));
   stroke(context, pathOf(view, BASEMAP.faults, density), COLOURS.fault, 0.9 * unit);
-  stroke(context, pathOf(view, BASEMAP.plates.spreading, density), COLOURS.plate, 1.3 * unit);
-  stroke(context, pathOf(view, BASEMAP.plates.sliding, density), COLOURS.plate, 1.3 * unit, [7 * unit, 5 * unit]);
-  stroke(context, trench, COLOURS.trenchGlow, 9 * unit);
-  stroke(context, trench, COLOURS.trench, 2 * unit);
+  stroke(context, pathOfLines(spreading), COLOURS.plate, 1.3 * unit);
+  stroke(context, pathOfLines(sliding), COLOURS.plate, 1.3 * unit, [7 * unit, 5 * unit]);
+  drawTrenches(context, curvesOf(view, trench), unit);
+}
+
+function drawTrenches(context, curves, unit) {
+  const path = pathOfCurves(curves);
+  stroke(context, path, COLOURS.trenchGlow, 9 * unit);
+  stroke(context, path, COLOURS.trench, 2 * unit);
+  context.fillStyle = COLOURS.trench;
+  curves.forEach(curve => context.fill(teethOf(curve, unit)));
+}
+
+// Triangles at the left of a line, where the upper plate is: they point the way that the lower one goes down.
+function teethOf(curve, unit) {
+  const teeth = new Path2D();
+  let untilNext = TOOTH_SPACING * unit / 2;
+  curve.slice(1).forEach((to, i) => {
+    const from = curve[i];
+    const length = Math.hypot(to.x - from.x, to.y - from.y);
+    for (; untilNext < length; untilNext += TOOTH_SPACING * unit) {
+      const base = between(from, to, untilNext / length);
+      addTooth(teeth, base, (to.x - from.x) / length * TOOTH_SIZE * unit, (to.y - from.y) / length * TOOTH_SIZE * unit);
+    }
+    untilNext -= length;
+  });
+  return teeth;
+}
+
+function addTooth(path, {x, y}, dx, dy) {
+  path.moveTo(x - dx, y - dy);
+  path.lineTo(x + 1.5 * dy, y - 1.5 * dx);
+  path.lineTo(x + dx, y + dy);
+  path.closePath();
 }
 
 function drawGrid(context, view) {

@@ -1,22 +1,31 @@
 // The page of one earthquake: reads its call, draws everything once, and then rests.
 
+import {arrangementAt} from "./arrangement.js";
 import {quakeFrom, quakeFromCall} from "./call.js";
-import {createInset, createScale, drawInset, drawScale} from "./corners.js";
 import {startEntrance} from "./entrance.js";
 import {boxesMeet} from "./geometry.js";
+import {createInset, drawInset} from "./inset.js";
+import {createKey, drawKey} from "./key.js";
 import {drawLabels, layOutLabels} from "./labels.js";
 import {drawLayers} from "./layers.js";
+import {listOf} from "./list.js";
 import {boxOfMark, createMark, drawMark} from "./mark.js";
-import {boxOf, fillPanel, fitPanel} from "./panel.js";
+import {boxOf, fillPanel, fitPanel, shortenKey} from "./panel.js";
+import {placesOnLand} from "./places.js";
 import {createView} from "./projection.js";
 import {missingRelief} from "./relief.js";
+import {drawRings, layOutRingNames, ringsBesideMark, ringsOf} from "./rings.js";
+import {createScale, drawScale} from "./scale.js";
+import {placesToTell, shakingOf} from "./shaking.js";
 
 let shown = null;  // the quake on the page
 let currentMark = null;
 let drawing = null;  // the promise of the last draw
+let opened = null;  // the time of the first draw
 
 function show(quake) {
   shown = quake;
+  opened ??= new Date(Date.now());
   drawing = draw();
 }
 
@@ -40,21 +49,43 @@ function drawPage(view, quake) {
   const density = window.devicePixelRatio || 1;
   const context = mapContext(view, density);
   const mark = createMark(view, quake);
-  fillPanel(view, quake);
+  const arrangement = arrangementAt(opened.getTime());
+  const facts = factsOf(view, quake, mark);
+  fillPanel(view, facts, arrangement, opened);
   fitPanel(view, mark);
   drawLayers(context, view, density);
+  drawRings(context, facts.rings.inside, view.unit);
   const fixed = {mark: quake.place && boxOfMark(mark), panel: boxOf(document.getElementById("panel")),
     credit: boxOf(document.getElementById("credit"))};
-  const corners = placeCorners(view, quake, fixed);
+  const corners = placeCorners(context, view, facts, fixed, arrangement);
   const obstacles = {...fixed, ...corners.boxes};
-  const labels = layOutLabels(context, view, obstacles);
+  const labels = layOutNames(context, view, facts, obstacles);
   drawLabels(context, labels);
-  drawCorners(context, view, quake, mark, corners, density);
+  shortenKey([...facts.rings.inside, ...(corners.inset ? corners.inset.rings : [])],
+      new Set(labels.map(({item}) => item.ring)));
+  drawCorners(context, view, quake, corners, density);
   if (quake.place) {
     drawMark(context, mark);
   }
   currentMark = quake.place ? mark : null;
-  tellLayout(view, obstacles, labels);
+  tellLayout(view, obstacles, labels, facts, corners);
+}
+
+// What is known of the quake, and what follows.
+function factsOf(view, quake, mark) {
+  const list = listOf(quake, window.TELLMAR_EARTHQUAKES);
+  const shaking = quake.place && shakingOf(quake.magnitude, quake.depth);
+  return {
+    quake, list, told: shaking && placesToTell(shaking, quake.place, placesOnLand()),
+    rings: ringsBesideMark(view, quake.place, shaking ? ringsOf(shaking) : [], mark),
+  };
+}
+
+// The names of the map, and those of the rings where there is room left.
+function layOutNames(context, view, facts, obstacles) {
+  const names = layOutLabels(context, view, obstacles, facts.rings.inside);
+  const taken = [...Object.values(obstacles).filter(Boolean), ...names.flatMap(({boxes}) => boxes)];
+  return [...names, ...layOutRingNames(context, view, facts.rings.inside, taken)];
 }
 
 function mapContext(view, density) {
@@ -68,30 +99,36 @@ function mapContext(view, density) {
   return context;
 }
 
-// The scale and the region, where the panel and the mark leave them room.
-function placeCorners(view, quake, fixed) {
+// The scale, the key and the region, where the panel and the mark leave them room.
+function placeCorners(context, view, facts, fixed, arrangement) {
   const taken = Object.values(fixed).filter(Boolean);
   const firstFree = corners =>
       corners.find(corner => corner && !taken.some(box => boxesMeet(box, corner.box))) || null;
-  const inset = firstFree([createInset(view, quake)]);
-  const scale = firstFree([fixed.credit, fixed.panel].map(({top}) => createScale(view, top - 4 * view.unit)));
-  return {inset, scale, boxes: {inset: inset && inset.box, scale: scale && scale.box}};
+  const inset = firstFree([createInset(view, facts, arrangement)]);
+  const scale = firstFree([fixed.credit, fixed.panel].map(({top}) => createScale(view, top - 4 * view.unit, arrangement)));
+  const key = firstFree([scale && createKey(context, view, scale, arrangement)]);
+  return {inset, scale, key, boxes: {inset: inset && inset.box, scale: scale && scale.box, key: key && key.box}};
 }
 
-function drawCorners(context, view, quake, mark, {inset, scale}, density) {
+function drawCorners(context, view, quake, {inset, scale, key}, density) {
   if (inset) {
-    drawInset(context, view, quake, mark, inset, density);
+    drawInset(context, view, quake, inset, density);
   }
   if (scale) {
     drawScale(context, view, scale);
   }
+  if (key) {
+    drawKey(context, view, key);
+  }
 }
 
 // What stands where, for those who check the page.
-function tellLayout(view, boxes, labels) {
+function tellLayout(view, boxes, labels, facts, {inset}) {
   window.tellmarLayout = Object.freeze({
     width: view.width, height: view.height, place: shown.place, middle: view.middle, boxes,
-    labels: labels.map(({item, boxes: own}) => ({text: item.lines.join("\n"), boxes: own})),
+    labels: labels.map(label => ({...label, text: label.item.lines.join("\n")})),
+    rings: {view: facts.rings.inside.map(({name, box}) => ({name, box})),
+      inset: inset ? inset.rings.map(({name}) => name) : []},
     missing: missingRelief(view).length,
   });
 }

@@ -1,59 +1,104 @@
 // The panel with what is known of the quake, and the credit lines.
 
+import {ageInWords, whenInWords} from "./dates.js";
 import {boxesMeet} from "./geometry.js";
+import {rankOf} from "./list.js";
 import {boxOfMark, markColour} from "./mark.js";
-import {namedPlaces, nearestPlace} from "./places.js";
-import {HIDDEN_EDGE} from "./projection.js";
-import {asOfInWords, coordinatesInWords, depthInWords, magnitudeClass, magnitudeInWords, meaningInWords, placeInWords}
+import {isOnLand, namedPlaces, nearestPlace} from "./places.js";
+import {HIDDEN_EDGE, isInRegion} from "./projection.js";
+import {depthInWords, listInWordsOf, magnitudeClass, magnitudeInWords, placeInWords, rankInWords, shakingInWords}
   from "./words.js";
 
 const CREDITS = {
-  whole: "Sea floor: Natural Earth. Land relief: LINZ, CC BY 4.0. Coast: GSHHG. Faults: GEM, CC BY-SA 4.0. " +
-      "Plates: Bird 2003, ODC-By. Places: GeoNames, CC BY 4.0. Earthquakes: GeoNet, CC BY 3.0 NZ.",
-  short: "Natural Earth · LINZ · GSHHG · GEM · Bird 2003 · GeoNames · GeoNet",
+  whole: "Sea floor: NASA Blue Marble. Land relief: LINZ, CC BY 4.0. Coast: GSHHG. Faults: GEM, CC BY-SA 4.0. " +
+      "Plates: Bird 2003, ODC-By. Places: GeoNames, CC BY 4.0.",
+  short: "NASA · LINZ · GSHHG · GEM · Bird 2003 · GeoNames",
 };
+const LICENCES = {GeoNet: ", CC BY 3.0 NZ"};
 const LEAST_WHOLE_CREDIT = 640;  // CSS pixels
-const GAUGE_DEPTH = 700;  // kilometres
 
 // On a low screen the panel gives up these lines, in this order, until it leaves the mark free.
-const LEAST_NEEDED = ["meaning", "size", "date", "gauge", "depth"];
+const LEAST_NEEDED = ["key", "size", "depth", "list", "shaking", "date"];
 const SMALL = 0.5;  // unit of a view below which the panel is a strip
 const SMALLEST_UNIT = 0.36;  // pixels
+const TEXT_HEIGHT = 720;  // CSS pixels of a screen whose text is as large as the style sheet says
+const WIDE = 1.2;  // sides of a screen on which the panel stands beside the middle
 
-export function fillPanel(view, quake) {
-  const style = document.documentElement.style;
-  style.setProperty("--unit", Math.max(SMALLEST_UNIT, view.unit) + "px");
-  document.body.classList.toggle("small", view.unit < SMALL);
-  style.setProperty("--quake", `rgb(${markColour(quake.magnitude)})`);
-
+// arrangement is what arrangementAt gives, list what listOf gives, and told the places of placesToTell or null.
+export function fillPanel(view, {quake, list, told, rings}, arrangement, now) {
+  styleRoot(view, quake, arrangement);
   const kind = magnitudeClass(quake.magnitude);
   setText("#magnitude", magnitudeInWords(quake.magnitude));
   setText("#size b", kind ? `${kind.name} earthquake` : quake.magnitude === null ? "Earthquake" : "Magnitude");
-  setText("#size span", kind ? kind.often : "");
+  setText("#size span", rankText(quake, list) || (kind ? kind.often : ""));
   setText("#place", placeInWords(quake.place, quake.place && nearestPlace(quake.place, namedPlaces())));
-  setText("#depth", [depthInWords(quake.depth), depthIsPlaced(quake)].filter(Boolean).join(" · "));
-  fillGauge(quake.depth);
-  setText("#date", quake.date);
-  setText("#meaning", meaningInWords(quake.magnitude, quake.depth));
-  setText("#as-of", asOfInWords(window.TELLMAR_AS_OF));
-  setText("#sources", view.width < LEAST_WHOLE_CREDIT ? CREDITS.short : CREDITS.whole);
+  fillDate(whenInWords(quake.date, now));
+  setText("#depth", depthInWords(quake.depth, quake.depth < 0 && quake.place && isOnLand(quake.place)));
+  setText("#shaking", isSaid(quake, told) ? shakingInWords(told) : "");
+  fillKey([...rings.inside, ...rings.outside]);
+  setText("#list", list ? listInWordsOf(list, ageInWords(list.answerTime, now)) : "");
+  setText("#sources", ((view.width < LEAST_WHOLE_CREDIT ? CREDITS.short : CREDITS.whole) + sourceCredit(view, list)).replaceAll("-", "\u2011"));
 }
 
-// The coordinates, unless they stand for the place already.
-function depthIsPlaced(quake) {
-  if (!quake.place) {
+function styleRoot(view, quake, {isMirrored, x, y}) {
+  const style = document.documentElement.style;
+  style.setProperty("--unit", Math.max(SMALLEST_UNIT, view.unit) + "px");
+  style.setProperty("--text", Math.max(SMALLEST_UNIT, view.unit, view.height / TEXT_HEIGHT) + "px");
+  style.setProperty("--quake", `rgb(${markColour(quake.magnitude)})`);
+  style.setProperty("--shift-x", x);
+  style.setProperty("--shift-y", y);
+  const {classList} = document.body;
+  classList.toggle("small", view.unit < SMALL);
+  classList.toggle("wide", view.width > WIDE * view.height);
+  classList.toggle("mirrored", isMirrored);
+}
+
+function rankText(quake, list) {
+  const rank = list && list.index >= 0 ? rankOf(quake, list) : null;
+  return rank === null ? "" : rankInWords(rank, list);
+}
+
+// The map knows the places of its region alone, so it cannot say that nobody elsewhere felt a quake.
+function isSaid(quake, told) {
+  return told && (told.length > 0 || isInRegion(quake.place));
+}
+
+function fillDate({ago, date}) {
+  setText("#ago", ago);
+  setText("#day", date);
+  document.getElementById("date").hidden = ago + date === "";
+}
+
+// Which ring is which.
+function fillKey(rings) {
+  const key = document.getElementById("key");
+  key.hidden = rings.length === 0;
+  key.replaceChildren(isEstimateSaid() ? "" : "Estimated shaking: ", ...[...rings].reverse().map(({name, colour}) => {
+    const part = document.createElement("span");
+    part.textContent = name;
+    part.style.setProperty("--ring", `rgb(${colour})`);
+    return part;
+  }));
+}
+
+// A ring that has its name on the map needs no other where the panel says what the rings are.
+export function shortenKey(rings, named) {
+  if (isEstimateSaid() && !document.getElementById("key").hidden) {
+    fillKey(rings.filter(({name}) => !named.has(name)));
+  }
+}
+
+function isEstimateSaid() {
+  return document.getElementById("shaking").textContent.startsWith("Estimated");
+}
+
+function sourceCredit(view, list) {
+  if (!list) {
     return "";
   }
-  const coordinates = coordinatesInWords(quake.place);
-  return document.querySelector("#place").textContent === coordinates ? "" : coordinates;
-}
-
-// A scale from the surface down to the deepest quakes; the upper part is drawn out, for most of them are there.
-function fillGauge(depth) {
-  const gauge = document.getElementById("gauge");
-  gauge.hidden = depth === null;
-  const part = Math.sqrt(Math.min(Math.max(depth, 0) / GAUGE_DEPTH, 1));
-  gauge.querySelector("i").style.top = 100 * part + "%";
+  const source = list.kind === "sample" ? "made-up samples" : list.source + (LICENCES[list.source] || "");
+  return view.width < LEAST_WHOLE_CREDIT ? ` · ${list.kind === "sample" ? "samples" : list.source}` :
+      ` Earthquakes: ${source}.`;
 }
 
 function setText(selector, text) {

@@ -2,54 +2,106 @@
 
 import {boxesMeet} from "./geometry.js";
 
-// Gives each item, in their order, the first of its positions that is free; leaves out items that have none.
-// Returns {item, x, y (the middle of the text), boxes}. touchesLand keeps the names of the sea off the land.
-export function placeLabels(items, bounds, obstacles, touchesLand) {
+// Gives each item, in their order, the first of its positions that is free; leaves out items that have none, and further
+// ones of the same name. Returns {item, x, y (the middle of the text), boxes, leader (its ends, if there is one)}.
+// isCrossed keeps names of the sea off what they must not cross.
+export function placeLabels(items, bounds, obstacles, isCrossed) {
   const taken = [...obstacles];
-  const placed = [];
+  const placed = new Map();
   for (const item of items) {
-    const label = placeLabel(item, bounds, taken, touchesLand);
+    const name = item.lines.join("\n");
+    const label = placed.has(name) ? null : placeLabel(item, bounds, taken, isCrossed);
     if (label) {
-      placed.push(label);
-      taken.push(...label.boxes);
+      placed.set(name, label);
+      taken.push(...label.boxes, ...leaderBoxes(item, label.leader));
     }
   }
-  return placed;
+  return [...placed.values()];
 }
 
-function placeLabel(item, bounds, taken, touchesLand) {
-  const symbol = item.symbol ? [boxAround(item.x, item.y, 2 * item.symbolSize, 2 * item.symbolSize)] : [];
-  const isFree = box => isInside(box, bounds) && !taken.some(other => boxesMeet(box, other));
-  if (!symbol.every(isFree)) {
+function placeLabel(item, bounds, taken, isCrossed) {
+  const isFree = (box, others, room = 0) =>
+      isInside(box, bounds) && !others.some(other => boxesMeet(grown(box, room), other));
+  const symbol = boxAround(item.x, item.y, 2 * (item.symbolSize || 0), 2 * (item.symbolSize || 0));
+  const takenBesideMark = taken.filter(other => other !== item.mark);
+  const isCovered = Boolean(item.mark) && boxesMeet(symbol, item.mark);
+  if (item.symbol && !isFree(symbol, isCovered ? takenBesideMark : taken)) {
     return null;
   }
-  for (const [x, y] of positionsOf(item)) {
+  for (const [x, y] of positionsOf(item, isCovered)) {
     const text = textBoxes(item, x, y);
-    if (text.every(isFree) && !(item.sea && text.some(touchesLand))) {
-      return {item, x, y, boxes: [...symbol, ...text]};
+    const leader = isCovered ? [item, nearestIn(text[0], item)] : null;
+    if (text.every(box => isFree(box, [...taken, ...(item.avoid || [])], item.room)) && !(item.sea && text.some(isCrossed)) &&
+        leaderBoxes(item, leader).every(box => isFree(box, takenBesideMark))) {
+      return {item, x, y, leader, boxes: isCovered || !item.symbol ? text : [symbol, ...text]};
     }
   }
   return null;
 }
 
-// The middles that a label's text may have: beside its place, or on it and then a little farther around it.
-function positionsOf({x, y, width, height, offset, sea, angle}) {
+// The middles that a label's text may have, the best first.
+function positionsOf(item, isCovered) {
+  const {x, y, height, offset, stray, sea, beside} = item;
+  if (isCovered) {
+    return positionsAroundMark(item);
+  }
+  if (beside) {
+    return beside.map(([across, down]) => [x + across * height, y + down * height]);
+  }
   if (offset) {
-    const dx = offset + width / 2;
-    const dy = offset + height * 0.4;
-    return [[x + dx, y], [x - dx, y], [x, y - dy], [x, y + dy],
-      [x + dx * 0.8, y - dy], [x + dx * 0.8, y + dy], [x - dx * 0.8, y - dy], [x - dx * 0.8, y + dy]];
+    return sea ? [[x, y], ...positionsBeside(item)] : positionsBeside(item);
   }
-  if (!sea) {
-    return [[x, y]];
+  return stray ? [[x, y], ...positionsNear(item)] : [[x, y]];
+}
+
+function positionsBeside({x, y, width, height, offset}) {
+  const dx = offset + width / 2;
+  const dy = offset + height * 0.4;
+  return [[x + dx, y], [x - dx, y], [x, y - dy], [x, y + dy],
+    [x + dx * 0.8, y - dy], [x + dx * 0.8, y + dy], [x - dx * 0.8, y - dy], [x - dx * 0.8, y + dy]];
+}
+
+function positionsNear({x, y, height, angle, stray}) {
+  return [0.3, 0.6, 1].flatMap(part => {
+    const dx = Math.cos(angle || 0) * part * stray * height;
+    const dy = Math.sin(angle || 0) * part * stray * height;
+    return [[x + dx, y + dy], [x - dx, y - dy], [x - dy, y + dx], [x + dy, y - dx]];
+  });
+}
+
+// Beside the mark and then a little farther out, the nearest to the place first.
+function positionsAroundMark({mark, x, y, width, height}) {
+  const [middleX, middleY] = [(mark.left + mark.right) / 2, (mark.top + mark.bottom) / 2];
+  const reach = (mark.right - mark.left) / 2;
+  const positions = [0.4, 1.6, 3.2].flatMap(gap => {
+    const dx = reach + gap * height + width / 2;
+    const dy = reach + (gap + 0.5) * height;
+    return [-1, 1].flatMap(side => [
+      ...[-0.8, 0, 0.8].map(part => [middleX + side * dx, middleY + part * reach]),
+      ...[-0.6, 0, 0.6].map(part => [middleX + part * width, middleY + side * dy]),
+    ]);
+  });
+  const distance = ([left, top]) => {
+    const end = nearestIn(boxAround(left, top, width, height), {x, y});
+    return Math.hypot(end.x - x, end.y - y);
+  };
+  return positions.sort((one, other) => distance(one) - distance(other));
+}
+
+function nearestIn(box, {x, y}) {
+  return {x: Math.min(Math.max(x, box.left), box.right), y: Math.min(Math.max(y, box.top), box.bottom)};
+}
+
+// A leader is covered by a chain of small boxes.
+function leaderBoxes({height}, leader) {
+  if (!leader) {
+    return [];
   }
-  const positions = [[x, y]];
-  for (const step of [1.2, 2.4, 4]) {
-    const dx = Math.cos(angle || 0) * step * height;
-    const dy = Math.sin(angle || 0) * step * height;
-    positions.push([x + dx, y + dy], [x - dx, y - dy], [x - dy, y + dx], [x + dy, y - dx]);
-  }
-  return positions;
+  const [from, to] = leader;
+  const size = height / 3;
+  const count = Math.ceil(Math.hypot(to.x - from.x, to.y - from.y) / size);
+  return Array.from({length: count}, (_, i) => boxAround(
+      from.x + (to.x - from.x) * (i + 0.5) / count, from.y + (to.y - from.y) * (i + 0.5) / count, size, size));
 }
 
 // A slanting text is covered by a chain of small boxes.
@@ -68,6 +120,10 @@ function textBoxes({width, height, angle}, x, y) {
 
 function boxAround(x, y, width, height) {
   return {left: x - width / 2, top: y - height / 2, right: x + width / 2, bottom: y + height / 2};
+}
+
+function grown({left, top, right, bottom}, room) {
+  return {left: left - room, top: top - room, right: right + room, bottom: bottom + room};
 }
 
 function isInside(box, bounds) {

@@ -2,43 +2,30 @@
 
 const DIRECTIONS =
     ["north", "north-east", "east", "south-east", "south", "south-west", "west", "north-west"];
-const MONTHS = ["January", "February", "March", "April", "May", "June", "July", "August", "September", "October",
-  "November", "December"];
 const NEAR = 5;  // kilometres
 
-// Classes and effects after the earthquake magnitude scale of UPSeis (Michigan Tech), numbers a year after the
-// earthquake statistics of the U.S. Geological Survey. What can happen, not what did: the feed does not tell that.
+// Classes after the earthquake magnitude scale of UPSeis (Michigan Tech), numbers after the earthquake statistics of the
+// U.S. Geological Survey.
 const MAGNITUDE_CLASSES = [
-  {least: 8, name: "Great", often: "about one a year worldwide",
-    effect: "Great earthquakes can destroy whole communities near their source."},
-  {least: 7, name: "Major", often: "about 15 a year worldwide",
-    effect: "Major earthquakes can do serious damage over a large area."},
-  {least: 6, name: "Strong", often: "about 130 a year worldwide",
-    effect: "Strong earthquakes can do much damage where many people live."},
-  {least: 5, name: "Moderate", often: "about 1,300 a year worldwide",
-    effect: "Moderate earthquakes are widely felt and can slightly damage buildings."},
-  {least: 4, name: "Light", often: "about 13,000 a year worldwide",
-    effect: "Light earthquakes are often felt and seldom do damage."},
-  {least: 3, name: "Minor", often: "about 130,000 a year worldwide",
-    effect: "Minor earthquakes are often felt and hardly ever do damage."},
-  {least: -Infinity, name: "Very small", often: "thousands a day worldwide",
-    effect: "Earthquakes as small as this are seldom felt."},
+  {least: 9, name: "Giant", often: "five since 1900 worldwide"},
+  {least: 8, name: "Great", often: "about one a year worldwide"},
+  {least: 7, name: "Major", often: "about 15 a year worldwide"},
+  {least: 6, name: "Strong", often: "about 130 a year worldwide"},
+  {least: 5, name: "Moderate", often: "about 1,300 a year worldwide"},
+  {least: 4, name: "Light", often: "about 13,000 a year worldwide"},
+  {least: 3, name: "Minor", often: "about 130,000 a year worldwide"},
+  {least: -Infinity, name: "Very small", often: "thousands a day worldwide"},
 ];
 const LARGEST_CLASSED = 10;  // none of a larger magnitude is known or expected
 
 // The depth classes of the U.S. Geological Survey, in kilometres.
-const DEPTH_CLASSES = [
-  {most: 70, name: "shallow", effect: "Shallow ones, down to 70 km, do most of the damage."},
-  {most: 300, name: "intermediate", effect: "From 70 to 300 km down, less of the shaking reaches the surface."},
-  {most: 800, name: "deep", effect: "From more than 300 km down, they are felt far away but seldom do damage."},
-];
+const DEPTH_CLASSES = [{most: 70, name: "shallow"}, {most: 300, name: "intermediate"}, {most: 800, name: "deep"}];
 
 export function magnitudeClass(magnitude) {
   if (magnitude === null || magnitude > LARGEST_CLASSED) {
     return null;
   }
-  // As it is shown: 6.96 reads 7.0 and is a major one.
-  return MAGNITUDE_CLASSES.find(({least}) => Math.round(magnitude * 10) / 10 >= least);
+  return MAGNITUDE_CLASSES.find(({least}) => magnitude >= least);
 }
 
 export function depthClass(depth) {
@@ -49,20 +36,17 @@ export function magnitudeInWords(magnitude) {
   return magnitude === null ? "" : magnitude.toFixed(1).replace(/^-0\.0$/, "0.0").replace("-", "\u2212");
 }
 
-export function depthInWords(depth) {
+// Above the sea level there is ground on land alone.
+export function depthInWords(depth, isOnLand) {
   if (depth === null) {
     return "";
   }
   const size = Math.abs(depth) < 9.95 ? Math.round(Math.abs(depth) * 10) / 10 : Math.round(Math.abs(depth));
   if (depth < 0 && size > 0) {
-    return `${size} km above sea level`;
+    return isOnLand ? `${size} km above sea level` : "At the surface";
   }
   const depthName = depthClass(depth);
   return `Depth ${size} km` + (depthName ? ` · ${depthName.name}` : "");
-}
-
-export function meaningInWords(magnitude, depth) {
-  return [magnitudeClass(magnitude), depthClass(depth)].filter(Boolean).map(({effect}) => effect).join(" ");
 }
 
 function directionInWords(bearing) {
@@ -105,13 +89,39 @@ function degreesInWords(degrees, positive, negative) {
   return size + "°" + (isOnTheLine ? "" : " " + (degrees < 0 ? negative : positive));
 }
 
-// When the earthquakes were asked for, in the machine's zone, written like the page's other date. The time is
-// null while they are up to date.
-export function asOfInWords(time) {
-  const date = new Date(time);
-  if (time === null || Number.isNaN(date.getTime())) {
-    return "";
+// told is what placesToTell gives: strong in Culverden, light in Christchurch and Wellington.
+export function shakingInWords(told) {
+  if (told.length === 0) {
+    return "Probably not felt on land";
   }
-  const clock = [date.getHours(), date.getMinutes()].map(part => String(part).padStart(2, "0")).join(":");
-  return `Earthquakes as of ${date.getDate()}. ${MONTHS[date.getMonth()]} ${date.getFullYear()}, ${clock}`;
+  const groups = [];
+  for (const place of told) {
+    const start = `${place.level.name} ${place.isIsland ? "on" : "in"} `;
+    const names = groups.find(group => group.start === start)?.names || [];
+    if (names.length === 0) {
+      groups.push({start, names});
+    }
+    names.push(withArticle(place.name));
+  }
+  return "Estimated shaking: " + groups.map(({start, names}) => start + listInWords(names)).join(", ");
+}
+
+function listInWords(names) {
+  return names.join(", ").replace(/, ([^,]*)$/, " and $1");
+}
+
+const ORDINALS = ["", "2nd ", "3rd "];
+
+// rank is what rankOf gives.
+export function rankInWords(rank, {kind, shown}) {
+  const ordinal = ORDINALS[rank - 1] ?? `${rank}th `;
+  const all = {service: "of the last eight days", sample: `of ${shown.length} sample earthquakes`};
+  const words = `${ordinal}biggest ${all[kind] || `of these ${shown.length}`}`;
+  return words[0].toUpperCase() + words.slice(1);
+}
+
+// Where the quake stands in the list, whose it is, and the answer's age where it is old.
+export function listInWordsOf({index, shown, kind, source}, age) {
+  const place = index < 0 ? "" : `${index + 1} of ${shown.length}`;
+  return [place, kind === "sample" ? "sample earthquakes" : source, age && `as of ${age}`].filter(Boolean).join(" · ");
 }

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "platform/RunLoop.h"
 #include "service/AnswerCache.h"
 #include "service/EventAnswer.h"
 #include "tests/TemporaryFolder.h"
@@ -13,6 +14,7 @@
 namespace {
 
 using platform::AdvisoryLock, platform::HTTPRequest, platform::HTTPResponse;
+using platform::RunLoop;
 using standins::desktop;
 using testing::Contains, testing::ElementsAre, testing::Field, testing::FieldsAre;
 using testing::HasSubstr, testing::IsEmpty, testing::Optional, testing::SizeIs, testing::StartsWith;
@@ -74,7 +76,8 @@ class EventFeedTest : public standins::Test {
         desktop.whileWaiting = [this] {
             desktop.whileWaiting = nullptr;
             desktop.lock = AdvisoryLock::State::Held;
-            load();
+            EventFeed another({.service = kService});
+            load(another);
         };
     }
     static void pass(std::time_t seconds) { desktop.now += seconds; }
@@ -211,6 +214,65 @@ TEST_F(EventFeedTest, WhoWaitsLongForAnotherProcessUsesAnEarlierAnswer) {
     EXPECT_LE(desktop.monotonicMicroseconds - before, 6'000'000);
     EXPECT_THAT(desktop.requests, SizeIs(1));
     EXPECT_TRUE(feed.serviceAnswer()->isKept);
+}
+
+TEST_F(EventFeedTest, ASilentServiceIsLeftForAnEarlierAnswerAndStillAsked) {
+    serve({answerOf(kToday), answerOf(kLater)});
+    load();
+    pass(10 * kMinute);
+    desktop.serviceMilliseconds = 20'000;
+    const long long before = desktop.monotonicMicroseconds;
+    EXPECT_EQ(load(), translated(kToday));
+    EXPECT_EQ(desktop.monotonicMicroseconds - before, 5'000'000);
+    EXPECT_TRUE(feed.serviceAnswer()->isKept);
+    RunLoop::runFor(20'000);
+    EventFeed next({.service = kService});
+    EXPECT_EQ(load(next), translated(kLater));  // from the cache
+    EXPECT_THAT(desktop.requests, SizeIs(2));
+}
+
+TEST_F(EventFeedTest, WithoutAnEarlierAnswerASilentServiceIsWaitedFor) {
+    serve({answerOf(kToday)});
+    desktop.serviceMilliseconds = 20'000;
+    EXPECT_EQ(load(), translated(kToday));
+    EXPECT_FALSE(feed.serviceAnswer()->isKept);
+}
+
+TEST_F(EventFeedTest, AFailedRequestIsRepeatedUntilThereIsNews) {
+    serve({failureOf(404)});
+    std::vector<long long> minutes;
+    int news = 0;
+    feed.setNewsHandler([&] { ++news; });
+    load();
+    const long long start = desktop.monotonicMicroseconds;
+    desktop.service = [&](const HTTPRequest&) {
+        minutes.push_back((desktop.monotonicMicroseconds - start) / 60'000'000);
+        return minutes.size() < 7 ? failureOf(404) : answerOf(kToday);
+    };
+    RunLoop::runFor(100 * 60'000);
+    EXPECT_THAT(minutes, ElementsAre(1, 3, 8, 18, 28, 38, 48));
+    EXPECT_EQ(news, 1);
+    EXPECT_EQ(load(), translated(kToday));  // from the cache
+}
+
+TEST_F(EventFeedTest, AnotherProcessesAnswerIsNewsAndItsStopIsNot) {
+    serve({failureOf(404)});
+    int news = 0;
+    for (EventFeed* each : {&feed, &feedWithoutCache}) {
+        each->setNewsHandler([&] { ++news; });
+        load(*each);
+    }
+    desktop.lock = AdvisoryLock::State::TakenByAnother;
+    desktop.requests.clear();
+    RunLoop::runFor(70'000);
+    EXPECT_THAT(desktop.requests, SizeIs(2));
+    serve({answerOf(kToday)});
+    EventFeed another({.service = kService});
+    load(another);
+    desktop.requests.clear();
+    RunLoop::runFor(130'000);
+    EXPECT_EQ(news, 2);
+    EXPECT_THAT(desktop.requests, SizeIs(1));  // of the one without a cache
 }
 
 TEST_F(EventFeedTest, ADamagedFileIsIgnored) {

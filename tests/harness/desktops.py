@@ -2,47 +2,96 @@
 import time
 
 from harness.display import Display, MonitorDisplay
-from harness.processes import wait_until
+from harness.processes import descendants, kill, wait_until
 from harness.program import PROGRAM, ROOT
 from harness.session import BUS, Compositor, Session
-from harness.sights import is_map, shows
+from harness.sights import is_map, wait_to_see
 
 MONITORS = [(0, 0, 1280, 720), (1280, 0, 1280, 720)]
 IDLE_SECONDS = 1.2
-TYPING_WINDOW = ROOT / "tests/harness/typing_window.py"
+HARNESS = ROOT / "tests/harness"
+
+
+def wide_display(make):
+    return make(Display, 2560, 720)
+
+
+def two_monitors(make):
+    display = make(MonitorDisplay)
+    display.set_monitor(1, 1280, "1280x720")
+    return display
 
 
 class Desktop(Session):
     """A session in which the waiter runs."""
 
     REQUIRED = [*Session.REQUIRED, "/usr/lib/python3/dist-packages/gi"]
+    display_of = staticmethod(wide_display)
 
     def __init__(self, display):
         super().__init__(display)
-        (self.path / "temporary/.X11-unix").mkdir()
-        (self.path / "temporary/.X11-unix").chmod(0o1777)
-        display.move_pointer(640, 600)  # keys go to the monitor under the pointer
+        sockets = self.path / "temporary/.X11-unix"
+        sockets.mkdir()
+        sockets.chmod(0o1777)
+        display.move_pointer(640, 600)  # nested compositors get the keys of the window under the pointer
         self.launch()
 
-    def wait_when_idle(self):
-        options = "--demo --speed 40 --no-cache"
-        return self.start_and_stay(f"{PROGRAM}-idle {IDLE_SECONDS / 60} {options}")
+    def start_waiter(self):
+        self._waiter = self.start_and_stay(f"{PROGRAM}-idle {IDLE_SECONDS / 60} --demo --speed 40 --no-cache")
 
-    def open_window(self, *options):
-        """Opens a window that reports what is typed into it."""
-        window = self.start("/usr/bin/python3", TYPING_WINDOW, *options)
-        wait_until(lambda: "shown" in self.log())
-        return window
+    def kill_waiter(self):
+        kill(descendants(self._waiter, "tellmar-idle"))
 
-    def is_covered(self):
-        return all(shows(self.display, is_map, monitor) for monitor in MONITORS)
+    def wait_until_covered(self):
+        for monitor in MONITORS:
+            wait_to_see(is_map, self.display, monitor)
+        assert len(self.savers()) == 1 + len(MONITORS)
 
     def stays_uncovered(self):
         """Whether no saver starts for longer than the idle time."""
-        end = time.monotonic() + IDLE_SECONDS + 0.8
+        end = time.monotonic() + IDLE_SECONDS + 1
         while time.monotonic() < end and not self.savers():
             time.sleep(0.05)
         return not self.savers()
+
+    def wait_for_end(self):
+        """Waits until nothing of the saver is left, and keeps the session in use meanwhile."""
+
+        def has_ended():
+            self.display.press("Shift_L")
+            return not self.savers() and not self.remains()
+
+        wait_until(has_ended)
+
+    def open_window(self, *options):
+        """Opens a user's window that reports what is typed into it."""
+        return self._start_script("typing_window.py", "shown", *options)
+
+    def type_until_seen(self, key):
+        """Types into the user's window, which gets the focus some time after it was covered."""
+
+        def is_seen():
+            self.display.press(key)
+            return f"typed {key}\n" in self.log()
+
+        wait_until(is_seen)
+
+    def lock(self):
+        self._locker = self._start_script("bus_service.py", "locker is there", "locker")
+
+    def unlock(self):
+        for each in descendants(self._locker, "python3"):
+            each.terminate()
+
+    def play(self):
+        """Starts what a player is to the desktop. Returns its process."""
+        return self._start_script("bus_service.py", "inhibitor is there", "inhibitor")
+
+    def _start_script(self, script, sign, *options):
+        count = self.log().count(sign)
+        started = self.start("/usr/bin/python3", str(HARNESS / script), *options)
+        wait_until(lambda: self.log().count(sign) > count)
+        return started
 
 
 class GnomeShell(Compositor, Desktop):
@@ -66,7 +115,7 @@ class KWin(Compositor, Desktop):
         display = self.environment["DISPLAY"]
         self.environment |= {"KWIN_COMPOSE": "Q", "QT_LOGGING_RULES": "*=false"}
         size = "--width 1280 --height 720 --output-count 2"
-        super().launch("wayland-0", f"kwin_wayland --x11-display {display} {size}")
+        super().launch("wayland-0", f"kwin_wayland --x11-display {display} --no-lockscreen {size}")
         wait_until(self._monitors_are_shown)
         self._windows()[1].configure(x=1280)
 
@@ -74,11 +123,21 @@ class KWin(Compositor, Desktop):
         return self.display.root.query_tree().children
 
     def _monitors_are_shown(self):
-        return len(self._windows()) == 2 and all(w.get_attributes().map_state for w in self._windows())
+        return len(self._windows()) == 2 and all(each.get_attributes().map_state for each in self._windows())
 
 
 class Openbox(Desktop):
-    REQUIRED = [*Desktop.REQUIRED, *MonitorDisplay.REQUIRED, "/usr/bin/openbox"]
+    REQUIRED = [*Desktop.REQUIRED, *MonitorDisplay.REQUIRED, "/usr/bin/openbox", "/usr/bin/i3lock"]
+    display_of = staticmethod(two_monitors)
 
     def launch(self):
         self.start_and_stay(f"{BUS}; openbox")
+
+    def lock(self):
+        self._locker = self.start("i3lock", "--nofork", "--color=ff00ff")
+
+    def unlock(self):
+        kill([self._locker])
+
+    def play(self):
+        return self.open_window("--fullscreen")

@@ -1,9 +1,11 @@
+#include <gio/gio.h>
 #include <gtest/gtest.h>
 
 #include <fstream>
 #include <string>
 
 #include "platform/WebView.h"
+#include "platform/linux/Handles.h"
 #include "tests/TemporaryFolder.h"
 #include "tests/map/MapPage.h"
 
@@ -39,6 +41,26 @@ TEST_F(PageLoadTest, ALoadIsReportedOnceThePromisedPictureIsThereHoweverThePromi
         EXPECT_EQ(mPage.loads(), mPages) << script;
         mPage.evaluate("document.body.style.background = 'blue'");
     }
+}
+
+TEST_F(PageLoadTest, APageOpensNoConnection) {
+    const platform::ObjectRef<GSocketService> listener(g_socket_service_new());
+    const auto port =
+        g_socket_listener_add_any_inet_port(G_SOCKET_LISTENER(listener.get()), nullptr, nullptr);
+    int connections = 0;
+    g_signal_connect_swapped(listener.get(), "incoming",
+                             G_CALLBACK(+[](int* count) -> gboolean { return ++*count; }), &connections);
+    const std::string url = "http://127.0.0.1:" + std::to_string(port) + "/";
+    std::string links;
+    for (const std::string kind :
+         {"preconnect", "dns-prefetch", "prefetch", "preload", "prerender", "stylesheet"})
+        links += "<link rel='" + kind + "' href='" + url + "' as='script'>";
+    const std::string path =
+        pageThat("fetch('" + url + "').catch(() => {}); navigator.sendBeacon('" + url + "')");
+    std::ofstream(path, std::ios::app) << links << "<img src='" << url << "'>";
+    ASSERT_TRUE(mPage.load(path));
+    ASSERT_TRUE(mPage.load(pageThat(kRedLater)));
+    EXPECT_EQ(connections, 0);
 }
 
 TEST_F(PageLoadTest, ANewerLoadTakesThePlaceOfOneThatIsWaitedFor) {

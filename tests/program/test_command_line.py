@@ -80,3 +80,35 @@ def test_a_program_is_registered_by_its_path_unless_a_list_cannot_hold_it(make, 
     settings = program.path / "home" / ".xscreensaver"
     assert settings.exists() == (status == 0)
     assert status or f"{tmp_path}/plain/tellmar --root" in settings.read_text()
+
+
+def test_starting_when_idle_is_switched_on_for_later_sessions_and_off(make):
+    program = make(Program)
+    entry = program.path / "settings/autostart/tellmar-idle.desktop"
+    for arguments, answer in (
+        (["--idle"], "does not start by itself"),
+        (["--idle", "3"], "after 3 minutes without input, from your next session on"),
+        (["--idle"], "after 3 minutes without input, but not in this session"),
+        (["--idle=1"], "after 1 minute without input"),
+    ):
+        assert program.run(*arguments) == 0
+        assert answer in program.output()
+    lines = entry.read_text().splitlines()
+    assert f'Exec="{PROGRAM}-idle" 1' in lines and "NotShowIn=MATE;XFCE;" in lines
+    for answer in "no longer starts by itself", "nothing was changed":
+        assert program.run("--idle", "off") == 0
+        assert answer in program.output()
+        assert not entry.exists()
+
+
+def test_starting_when_idle_is_not_switched_on_where_it_cannot_work(make, display):
+    program = make(Program)
+    program.environment["DISPLAY"] = ":4711"
+    assert program.run("--idle", "3") == 1
+    assert program.count("does not report when it is idle") == 1
+    assert not list(program.path.glob("settings/autostart/*"))
+    (program.path / "settings/autostart").rmdir()
+    (program.path / "settings/autostart").write_text("in the way")
+    program.environment["DISPLAY"] = display.name
+    assert program.run("--idle", "3") == 1
+    assert "cannot be written; nothing was changed" in complaints(program)[0]

@@ -2,7 +2,7 @@
 import numpy
 
 from harness.processes import wait_until
-from harness.sights import MIDDLE, is_black, is_dark, is_light, is_map, is_splash, picture, wait_to_see
+from harness.sights import MIDDLE, is_black, is_dark, is_light, is_map, is_pink, is_splash, picture, wait_to_see
 
 
 def edges(display):
@@ -46,8 +46,19 @@ def test_no_frame_of_a_fade_has_an_unpainted_or_a_white_edge(display, program):
     wait_to_see(is_map, display)
 
 
+def test_a_fade_ends_in_what_the_window_draws_anew(display, program):
+    program.start("--demo", "--verbose", "--speed", "7")
+    program.wait_for("fade: ", 2)
+    panel_at_rest(display)
+    after_fade = picture(display)
+    display.destroy(display.create_window(1280, 720))
+    wait_until(lambda: not is_pink(picture(display)).any())
+    assert program.count("fade: ") == 2
+    assert (picture(display) == after_fade).all()
+
+
 def test_ten_quakes_appear_and_then_the_first_comes_again(display, program):
-    program.start("--demo", "--verbose", "--speed", "12")
+    program.start("--demo", "--verbose", "--speed", "8")
     seen = []
     for fade in range(1, 12):
         program.wait_for("fade: ", fade)

@@ -1,4 +1,4 @@
-"""What the program does without a part of its bundle, or without a folder to write in."""
+"""What the program does without a part of its bundle, a folder to write in, or a message bus."""
 import signal
 
 import pytest
@@ -40,3 +40,10 @@ def test_folders_that_cannot_be_created_keep_no_map_away(display, program, names
     program.start("--demo", "--verbose", "--speed", "50")
     program.wait_for("fade: ", 2)
     wait_to_see(is_map, display)
+
+
+@pytest.mark.parametrize("bus", ["AT_SPI_BUS_ADDRESS", "DBUS_SESSION_BUS_ADDRESS"])
+def test_a_message_bus_that_is_gone_keeps_no_page_away(program, bus):
+    program.environment[bus] = f"unix:path={program.path}/gone/bus,guid=0"
+    program.start("--demo", "--verbose")
+    program.wait_for("page: loaded", 2)

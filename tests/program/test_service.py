@@ -1,8 +1,10 @@
 """Processes that ask an event service, whose answer is the sample feed."""
+import psutil
 import pytest
 
 from harness.processes import wait_until
 from harness.program import SAMPLE_FEED, Program
+from harness.sights import is_map, wait_to_see
 
 
 def lines(program):
@@ -38,3 +40,19 @@ def test_an_answer_is_kept_in_the_users_cache_unless_that_is_off(make, server):
         assert lines(program) == 1 + 10
         assert server.request_count == requests
     assert (program.path / "home/.cache/tellmar").exists()
+
+
+@pytest.mark.parametrize("in_a_hosts_window", [True, False])
+def test_an_answer_after_a_failure_starts_the_program_anew_in_place(display, program, server, in_a_hosts_window):
+    server.serve("", 404)
+    program.environment["TELLMAR_MINUTE_MS"] = "300"
+    window = ["--window-id", hex(display.create_window(1280, 720).id)] if in_a_hosts_window else []
+    program.start("--verbose", "--speed", "20", "--service", server.url, *window)
+    program.wait_for("still no answer")
+    server.serve(SAMPLE_FEED)
+    wait_to_see(is_map, display)
+    assert program.count("starting anew") == 1
+    assert (program.process.name(), len(program.remains())) == ("tellmar", 1)
+    assert psutil.STATUS_ZOMBIE not in [child.status() for child in program.process.children()]
+    assert program.end() == 0
+    assert not program.remains()

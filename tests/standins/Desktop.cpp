@@ -1,5 +1,6 @@
 #include "tests/standins/Desktop.h"
 
+#include <climits>
 #include <cstdlib>
 #include <filesystem>
 #include <utility>
@@ -9,6 +10,7 @@
 #include "platform/Files.h"
 #include "platform/Log.h"
 #include "platform/RunLoop.h"
+#include "platform/Timer.h"
 #include "platform/portable/View.h"
 
 using standins::desktop;
@@ -74,7 +76,7 @@ std::tm localTime(std::time_t time) {
 }
 
 // The body reaches a sink in pieces, as from a wire.
-HTTPResponse get(const HTTPRequest& request) {
+HTTPResponse get(HTTPRequest request) {
     desktop.requests.push_back(request);
     HTTPResponse response = desktop.service(request);
     if (response.errorCode != 0 || !request.sink) return response;
@@ -84,8 +86,43 @@ HTTPResponse get(const HTTPRequest& request) {
     return response;
 }
 
+class HTTPTransfer::Transfer : public Timer {
+    using Timer::Timer;
+};
+
+HTTPTransfer::HTTPTransfer(HTTPRequest request, Handler handler)
+    : mTransfer(std::make_unique<Transfer>(desktop.serviceMilliseconds, [=] { handler(get(request)); })) {}
+HTTPTransfer::~HTTPTransfer() = default;
+
+struct Timer::Source {};
+
+Timer::Timer(int milliseconds, std::function<void()> function) : mSource(std::make_unique<Source>()) {
+    const long long time = desktop.monotonicMicroseconds + 1000LL * milliseconds;
+    desktop.timers.insert({time, {mSource.get(), std::move(function)}});
+}
+Timer::~Timer() {
+    std::erase_if(desktop.timers, [this](const auto& each) { return each.second.first == mSource.get(); });
+}
+
+void RunLoop::runUntil(const std::function<bool()>& done) { runUntil(done, INT_MAX); }
+
+// Time passes from one timer to the next.
+bool RunLoop::runUntil(const std::function<bool()>& done, int milliseconds) {
+    const long long end = desktop.monotonicMicroseconds + 1000LL * milliseconds;
+    while (!done() && !desktop.isStopping) {
+        const auto next = desktop.timers.begin();
+        const bool isDue = next != desktop.timers.end() && next->first <= end;
+        desktop.monotonicMicroseconds = isDue ? next->first : end;
+        if (!isDue) return false;
+        const auto function = std::move(next->second.second);
+        desktop.timers.erase(next);
+        function();
+    }
+    return done();
+}
+
 void RunLoop::runFor(int milliseconds) {
-    desktop.monotonicMicroseconds += 1000LL * milliseconds;
+    runUntil([] { return false; }, milliseconds);
     if (desktop.whileWaiting) desktop.whileWaiting();
 }
 

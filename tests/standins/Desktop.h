@@ -3,9 +3,11 @@
 #include <ctime>
 #include <functional>
 #include <list>
+#include <map>
 #include <memory>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/AdvisoryLock.h"
@@ -87,12 +89,14 @@ struct Desktop {
     std::function<platform::HTTPResponse(const platform::HTTPRequest&)> service = [](const auto&) {
         return platform::HTTPResponse{.errorCode = platform::coreFoundationUnknownErr};
     };
+    int serviceMilliseconds = 0;  // that an answer takes
     std::vector<platform::HTTPRequest> requests;
 
     // Other processes, and what happens while the main loop runs.
     platform::AdvisoryLock::State lock = platform::AdvisoryLock::State::Held;
     std::string lockNote;
     long long monotonicMicroseconds = 1;
+    std::multimap<long long, std::pair<const void*, std::function<void()>>> timers;
     std::function<void()> whileWaiting;
     bool isStopping = false;
 

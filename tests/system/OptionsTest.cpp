@@ -65,3 +65,20 @@ TEST(Options, TheHostsEnvironmentNamesTheWindowUnlessAnOptionDoes) {
     EXPECT_THAT(parse({}, "").complaints, IsEmpty());
     EXPECT_THAT(parse({}, "wayland-token-42").complaints, ElementsAre(EndsWith(": wayland-token-42")));
 }
+
+TEST(Options, TheMinutesOfIdleMayFollowInEitherFormOrBeLeftOut) {
+    for (const auto& [arguments, value] :
+         {std::pair<std::vector<std::string>, std::string>{{"--idle", "3"}, "3"},
+          {{"-idle=0.5"}, "0.5"},
+          {{"--idle", "off", "--verbose"}, "off"},
+          {{"--idle", "--verbose"}, ""},
+          {{"--idle=7", "--idle"}, ""}}) {
+        const Options options = parse(arguments);
+        EXPECT_EQ(Options::Command::Idle, options.command);
+        EXPECT_EQ(value, options.idle);
+        EXPECT_THAT(options.complaints, IsEmpty());
+    }
+    for (const std::string value : {"0", "1e9", "1441", "0.009", "-1.5e1x", "on"})
+        EXPECT_THAT(parse({"--idle=" + value}).complaints, ElementsAre(EndsWith("not " + value)));
+    EXPECT_THAT(parse({"--idle", "3", "4"}).complaints, ElementsAre("unexpected argument: 4"));
+}

@@ -10,6 +10,7 @@
 
 #include "platform/Bundle.h"
 #include "platform/linux/Handles.h"
+#include "platform/linux/desktop/LostBuses.h"
 
 namespace platform {
 
@@ -102,11 +103,24 @@ struct SandboxFolders {
     }
 };
 
+// No content policy keeps a page's <link rel="preconnect"> from opening a connection. There is no such kind
+// of proxy.
+void refuseNetwork(WebKitWebContext* context) {
+    const Handle<WebKitNetworkProxySettings, webkit_network_proxy_settings_free> settings(
+        webkit_network_proxy_settings_new("refuse://everything", nullptr));
+    webkit_website_data_manager_set_network_proxy_settings(
+        webkit_web_context_get_website_data_manager(context), WEBKIT_NETWORK_PROXY_MODE_CUSTOM,
+        settings.get());
+}
+
 WebKitWebContext* makeContext() {
     static const SandboxFolders removedAtExit;
     WebKitWebContext* context = webkit_web_context_new_ephemeral();
     webkit_web_context_set_cache_model(context, WEBKIT_CACHE_MODEL_DOCUMENT_VIEWER);
-    webkit_web_context_set_sandbox_enabled(context, sandboxWorks());
+    const bool isSandboxed = sandboxWorks();
+    if (isSandboxed) replaceLostBuses();
+    webkit_web_context_set_sandbox_enabled(context, isSandboxed);
+    refuseNetwork(context);
     webkit_web_context_register_uri_scheme(context, kScheme, serveResource, nullptr, nullptr);
     WebKitSecurityManager* security = webkit_web_context_get_security_manager(context);
     webkit_security_manager_register_uri_scheme_as_secure(security, kScheme);

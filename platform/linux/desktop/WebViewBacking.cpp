@@ -39,6 +39,8 @@ constexpr char kPictureIsThere[] = R"js(
     for (let frame = 0; frame < 2; ++frame) await new Promise(requestAnimationFrame);
 )js";
 
+constexpr char kBackingKey[] = "tellmar-backing";
+
 constexpr int kMaxRestarts = 3;        // of the web process, for one page
 constexpr guint kRestartPause = 1000;  // milliseconds
 
@@ -69,6 +71,7 @@ WebView::Backing::Backing(WebView& owner)
     resize(mView.bounds().size());
     connectSignals();
     gtk_widget_show_all(mWindow);
+    watchDamage();
 }
 
 WebView::Backing::~Backing() {
@@ -112,11 +115,19 @@ void WebView::Backing::connectSignals() {
                      this);
     g_signal_connect(mWeb, "context-menu", G_CALLBACK(refuse), nullptr);
     g_signal_connect(mWeb, "permission-request", G_CALLBACK(deny), nullptr);
-    g_signal_connect_swapped(mWindow, "damage-event", G_CALLBACK(+[](gpointer self) -> gboolean {
-                                 static_cast<Backing*>(self)->damaged();
-                                 return FALSE;
-                             }),
-                             this);
+}
+
+// Nobody sees the window off the screen, so GTK need not draw it. Only what would be drawn counts.
+void WebView::Backing::watchDamage() {
+    gdk_window_freeze_updates(gtk_widget_get_window(mWindow));
+    g_object_set_data(G_OBJECT(mWeb), kBackingKey, this);
+    gdk_window_set_invalidate_handler(gtk_widget_get_window(GTK_WIDGET(mWeb)),
+                                      [](GdkWindow* window, cairo_region_t* region) {
+                                          gpointer web = nullptr;
+                                          gdk_window_get_user_data(window, &web);
+                                          const gpointer self = g_object_get_data(G_OBJECT(web), kBackingKey);
+                                          static_cast<Backing*>(self)->damaged(region);
+                                      });
 }
 
 void WebView::Backing::resize(const Size& size) {
@@ -245,9 +256,12 @@ void WebView::Backing::processEnded() {
         this);
 }
 
-void WebView::Backing::damaged() {
+void WebView::Backing::damaged(const cairo_region_t* region) {
     const View* parent = mView.superview();
-    if (parent && !parent->isHidden() && mView.window()) mView.window()->setNeedsDisplay();
+    if (!parent || parent->isHidden() || !mView.window()) return;
+    cairo_rectangle_int_t part;
+    cairo_region_get_extents(region, &part);
+    mView.window()->setNeedsDisplay(mView, part);
 }
 
 }  // namespace platform

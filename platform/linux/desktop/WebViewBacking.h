@@ -28,6 +28,7 @@ class WebView::Backing {
   private:
     void configure();
     void connectSignals();
+    void watchDamage();
     void load();
     void loadChanged(WebKitLoadEvent event);
     void waitForPicture();
@@ -36,7 +37,7 @@ class WebView::Backing {
     void endLoad();
     gboolean decidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
     void processEnded();
-    void damaged();
+    void damaged(const cairo_region_t* region);
 
     WebView& mView;
     GtkWidget* mWindow;   // owned

@@ -134,6 +134,7 @@ void Window::show() {
     gtk_widget_show_all(mTopLevel);
     if (!mTakesDialogs) hideCursor(mTopLevel);
     RunLoop::runUntil([this] { return mIsPainted; }, kFirstDrawTimeout);
+    if (!mTopLevel) return;  // closed meanwhile
     gdk_display_flush(gtk_widget_get_display(mArea));
     if (mRoot) reportFadeEnded(*mRoot, true);
 }
@@ -178,7 +179,20 @@ void Window::tick() {
 }
 
 void Window::setNeedsDisplay() {
+    mHasChanged = true;
     if (mTopLevel && !mFade) gtk_widget_queue_draw(mArea);
+}
+
+void Window::setNeedsDisplay(const View& view, const GdkRectangle& part) {
+    mHasChanged = true;
+    if (!mTopLevel || mFade) return;
+    double x = part.x, y = part.y;
+    for (const View* each = &view; each->superview(); each = each->superview()) {
+        const Rect& frame = each->frame();
+        x += frame.x;
+        y += each->superview()->bounds().height - (frame.y + frame.height);
+    }
+    gtk_widget_queue_draw_area(mArea, static_cast<int>(x), static_cast<int>(y), part.width, part.height);
 }
 
 void Window::draw(cairo_t* cairo) {
@@ -218,13 +232,15 @@ void Window::crossFade(double seconds, const std::function<void()>& applyChange)
     seconds = std::min(seconds, mLongestFade);
     mFade = std::make_unique<CrossFade>(mArea, snapshot(), seconds);
     applyChange();
+    mHasChanged = false;
     mFade->run(snapshot());
 
     char line[80];
     std::snprintf(line, sizeof line, "fade: %.2f s, %d frames", seconds, mFade->frames());
     trace(line);
+    const bool isShown = mFade->isComplete() && !mHasChanged;
     mFade.reset();
-    setNeedsDisplay();
+    if (!isShown) setNeedsDisplay();
     if (mRoot) reportFadeEnded(*mRoot, true);
 }
 

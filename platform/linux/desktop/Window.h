@@ -54,6 +54,8 @@ class Window {
     void tick();
 
     void setNeedsDisplay();
+    // The same for a part of one of its views, counted from the view's upper left corner.
+    void setNeedsDisplay(const View& view, const GdkRectangle& part);
 
     // Limits all fades from now on: ticks that come faster than usual need shorter ones.
     void setLongestFade(double seconds) { mLongestFade = seconds; }
@@ -85,6 +87,7 @@ class Window {
     std::function<void()> mResizeHandler;
     SurfaceRef mPreviewPainting;
     std::unique_ptr<CrossFade> mFade;
+    bool mHasChanged = false;                                       // during a fade
     double mLongestFade = std::numeric_limits<double>::infinity();  // seconds
     std::string mNotice;
 };

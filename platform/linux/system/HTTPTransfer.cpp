@@ -1,12 +1,16 @@
 #include "platform/HTTPTransfer.h"
 
 #include <curl/curl.h>
+#include <glib-unix.h>
 
-#include <algorithm>
 #include <array>
 #include <csignal>
+#include <map>
+#include <optional>
+#include <utility>
 
 #include "platform/Clock.h"
+#include "platform/PrintableText.h"
 #include "platform/RunLoop.h"
 #include "platform/linux/Handles.h"
 
@@ -20,6 +24,8 @@ constexpr long kMaxRedirects = 5;
 // The longest that an event of the main loop has to wait.
 constexpr int kPollMilliseconds = 10;
 constexpr std::size_t kMaxComplaintBytes = 1024;
+// What is on the screen comes first.
+constexpr int kPriority = G_PRIORITY_DEFAULT_IDLE;
 
 using EasyHandle = Handle<CURL, curl_easy_cleanup>;
 using MultiHandle = Handle<CURLM, curl_multi_cleanup>;
@@ -43,12 +49,6 @@ HeaderList headerList(const std::vector<HTTPHeader>& headers) {
     return list;
 }
 
-std::string printable(std::string line) {
-    const auto isControl = [](unsigned char character) { return character < ' ' || character == 0x7f; };
-    std::replace_if(line.begin(), line.end(), isControl, ' ');
-    return line;
-}
-
 class Stopwatch {
   public:
     long long milliseconds() const { return (monotonicMicroseconds() - mStart) / 1000; }
@@ -57,34 +57,51 @@ class Stopwatch {
     long long mStart = monotonicMicroseconds();
 };
 
-class Transfer {
+GIOCondition conditionOf(int what) {
+    int condition = 0;
+    if (what & CURL_POLL_IN) condition |= G_IO_IN;
+    if (what & CURL_POLL_OUT) condition |= G_IO_OUT;
+    return static_cast<GIOCondition>(condition);
+}
+
+int eventsOf(GIOCondition condition) {
+    int events = 0;
+    if (condition & (G_IO_IN | G_IO_HUP)) events |= CURL_CSELECT_IN;
+    if (condition & G_IO_OUT) events |= CURL_CSELECT_OUT;
+    if (condition & (G_IO_ERR | G_IO_NVAL)) events |= CURL_CSELECT_ERR;
+    return events;
+}
+
+}  // namespace
+
+// Curl says which sockets and what time it waits for, and sources of the main loop wake it.
+class HTTPTransfer::Transfer {
   public:
-    explicit Transfer(const HTTPRequest& request)
-        : mRequest(request),
-          mHeaders(headerList(request.headers)),
+    Transfer(HTTPRequest request, Handler handler)
+        : mRequest(std::move(request)),
+          mHandler(std::move(handler)),
+          mHeaders(headerList(mRequest.headers)),
           mEasy(curl_easy_init()),
           mMulti(curl_multi_init()) {
-        if (!mEasy || !mMulti) return;
+        if (!isReady()) {
+            wakeAfter(0);
+            return;
+        }
         ignoreBrokenPipes();
         configure(mEasy.get());
+        listenTo(mMulti.get());
         curl_multi_add_handle(mMulti.get(), mEasy.get());
     }
     ~Transfer() {
-        if (mEasy && mMulti) curl_multi_remove_handle(mMulti.get(), mEasy.get());
+        if (isReady()) curl_multi_remove_handle(mMulti.get(), mEasy.get());
+        removeSources();
     }
     Transfer(const Transfer&) = delete;
     Transfer& operator=(const Transfer&) = delete;
 
-    HTTPResponse run() {
-        const CURLcode result = mEasy && mMulti ? perform() : CURLE_FAILED_INIT;
-        if (mGivenUp != CURLE_OK) mDetail = {};  // only says that the bytes were not taken
-        if (mEasy) readAnswer();
-        judge(mGivenUp != CURLE_OK ? mGivenUp : result);
-        if (mResponse.errorCode != 0) mResponse.body = {};
-        return std::move(mResponse);
-    }
-
   private:
+    bool isReady() const { return mEasy && mMulti; }
+
     template <typename Value>
     void set(CURLoption option, Value value) {
         curl_easy_setopt(mEasy.get(), option, value);
@@ -111,15 +128,75 @@ class Transfer {
         set(CURLOPT_WRITEDATA, this);
     }
 
-    CURLcode perform() {
-        int running = 1;
-        while (!RunLoop::isStopping()) {
-            if (curl_multi_perform(mMulti.get(), &running) != CURLM_OK) return CURLE_FAILED_INIT;
-            if (running == 0) return finishedWith();
-            RunLoop::pump();
-            curl_multi_poll(mMulti.get(), nullptr, 0, kPollMilliseconds, nullptr);
-        }
-        return CURLE_ABORTED_BY_CALLBACK;
+    void listenTo(CURLM* multi) {
+        const auto onSocket = +[](CURL*, curl_socket_t socket, int what, void* self, void*) {
+            static_cast<Transfer*>(self)->watch(socket, what);
+            return 0;
+        };
+        const auto onTimer = +[](CURLM*, long milliseconds, void* self) {
+            static_cast<Transfer*>(self)->wakeAfter(milliseconds);
+            return 0;
+        };
+        curl_multi_setopt(multi, CURLMOPT_SOCKETFUNCTION, onSocket);
+        curl_multi_setopt(multi, CURLMOPT_SOCKETDATA, this);
+        curl_multi_setopt(multi, CURLMOPT_TIMERFUNCTION, onTimer);
+        curl_multi_setopt(multi, CURLMOPT_TIMERDATA, this);
+    }
+
+    void watch(curl_socket_t socket, int what) {
+        if (const auto old = mWatches.extract(socket)) g_source_remove(old.mapped());
+        if (what == CURL_POLL_REMOVE) return;
+        const auto proceed = [](gint ready, GIOCondition condition, gpointer self) -> gboolean {
+            static_cast<Transfer*>(self)->proceed(ready, eventsOf(condition));
+            return G_SOURCE_CONTINUE;
+        };
+        mWatches[socket] = g_unix_fd_add_full(kPriority, socket, conditionOf(what), proceed, this, nullptr);
+    }
+
+    // Below zero: not at all.
+    void wakeAfter(long milliseconds) {
+        if (mTimer != 0) g_source_remove(std::exchange(mTimer, 0));
+        if (milliseconds < 0) return;
+        const auto wake = [](gpointer self) { return static_cast<Transfer*>(self)->wake(); };
+        mTimer = g_timeout_add_full(kPriority, static_cast<guint>(milliseconds), wake, this, nullptr);
+    }
+
+    gboolean wake() {
+        if (mIsInCurl) return G_SOURCE_CONTINUE;
+        mTimer = 0;
+        proceed(CURL_SOCKET_TIMEOUT, 0);
+        return G_SOURCE_REMOVE;
+    }
+
+    // Taking bytes runs the main loop, which may come here again.
+    void proceed(curl_socket_t socket, int events) {
+        if (!isReady()) return finish(CURLE_FAILED_INIT);
+        if (mIsInCurl) return;
+        mIsInCurl = true;
+        int running = 0;
+        const CURLMcode code = curl_multi_socket_action(mMulti.get(), socket, events, &running);
+        mIsInCurl = false;
+        if (code != CURLM_OK)
+            finish(CURLE_FAILED_INIT);
+        else if (running == 0)
+            finish(finishedWith());
+    }
+
+    // The handler may destroy this.
+    void finish(CURLcode result) {
+        removeSources();
+        if (RunLoop::isStopping() || !mHandler) return;
+        if (mGivenUp != CURLE_OK) mDetail = {};  // only says that the bytes were not taken
+        if (mEasy) readAnswer();
+        judge(mGivenUp != CURLE_OK ? mGivenUp : result);
+        if (mResponse.errorCode != 0) mResponse.body = {};
+        std::exchange(mHandler, nullptr)(std::move(mResponse));
+    }
+
+    void removeSources() {
+        wakeAfter(-1);
+        for (const auto& [socket, source] : mWatches) g_source_remove(source);
+        mWatches.clear();
     }
 
     CURLcode finishedWith() {
@@ -206,7 +283,11 @@ class Transfer {
         return static_cast<Transfer*>(transfer)->take(all) ? all.size() : CURL_WRITEFUNC_ERROR;
     }
 
-    const HTTPRequest& mRequest;
+    const HTTPRequest mRequest;
+    Handler mHandler;  // empty once it has been called
+    std::map<curl_socket_t, guint> mWatches;
+    guint mTimer = 0;
+    bool mIsInCurl = false;
     HeaderList mHeaders;
     EasyHandle mEasy;
     MultiHandle mMulti;
@@ -220,8 +301,17 @@ class Transfer {
     bool mIsRefused = false;  // by the sink
 };
 
-}  // namespace
+HTTPTransfer::HTTPTransfer(HTTPRequest request, Handler handler)
+    : mTransfer(std::make_unique<Transfer>(std::move(request), std::move(handler))) {}
 
-HTTPResponse get(const HTTPRequest& request) { return Transfer(request).run(); }
+HTTPTransfer::~HTTPTransfer() = default;
+
+HTTPResponse get(HTTPRequest request) {
+    std::optional<HTTPResponse> response;
+    const HTTPTransfer transfer(std::move(request), [&](HTTPResponse given) { response = std::move(given); });
+    RunLoop::runUntil([&] { return response.has_value(); });
+    if (response) return *std::move(response);
+    return {.errorCode = CURLE_ABORTED_BY_CALLBACK, .failure = curl_easy_strerror(CURLE_ABORTED_BY_CALLBACK)};
+}
 
 }  // namespace platform

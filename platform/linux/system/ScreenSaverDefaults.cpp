@@ -33,7 +33,9 @@ class KeyFile {
         const auto flags =
             static_cast<GKeyFileFlags>(G_KEY_FILE_KEEP_COMMENTS | G_KEY_FILE_KEEP_TRANSLATIONS);
         const bool good = g_key_file_load_from_data(mKeys.get(), text.data(), text.size(), flags, nullptr);
-        return good ? FileState::Good : FileState::Damaged;
+        if (good) return FileState::Good;
+        mKeys.reset(g_key_file_new());  // it keeps what stands before the damage
+        return FileState::Damaged;
     }
     int integer(const std::string& key) const {
         return g_key_file_get_integer(mKeys.get(), kGroup, key.c_str(), nullptr);

@@ -1,0 +1,37 @@
+"""The waiter on desktops without a screen-saver host."""
+import pytest
+
+from harness.desktops import GnomeShell, KWin, Openbox
+from harness.processes import kill
+
+
+@pytest.fixture(params=[GnomeShell, KWin, Openbox])
+def desktop(make, request):
+    return make(request.param, request.param.display_of(make))
+
+
+def test_an_idle_session_is_covered_until_a_key_which_goes_nowhere_else(desktop):
+    desktop.open_window()
+    desktop.start_waiter()
+    for key, next_key in ("a", "x"), ("b", "y"):
+        desktop.wait_until_covered()
+        desktop.display.press(key)
+        desktop.wait_for_end()
+        desktop.type_until_seen(next_key)
+    assert not {"typed a", "typed b"} & set(desktop.log().splitlines())
+
+
+def test_it_stays_away_while_the_session_is_locked_or_a_player_plays(desktop):
+    desktop.start_waiter()
+    desktop.wait_until_covered()
+    desktop.lock()
+    desktop.display.press("Shift_L")  # not on every desktop a locker ends the saver at once
+    desktop.wait_for_savers(0)
+    assert desktop.stays_uncovered()
+    player = desktop.play()
+    desktop.unlock()
+    assert desktop.stays_uncovered()
+    kill([player])
+    desktop.wait_until_covered()
+    desktop.kill_waiter()
+    desktop.wait_for_savers(0)
