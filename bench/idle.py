@@ -68,7 +68,7 @@ def measure_waiting(desktop):
 
 def seconds_to_the_end(desktop):
     """From a key to the end of the last process of the saver, the web engine's included."""
-    first = desktop.savers()[0]
+    first = desktop.wait_for_savers(1 + len(desktops.MONITORS))[0]
     family = [os.pidfd_open(each.pid) for each in [first, *first.children(recursive=True)]]
     begin = time.monotonic()
     desktop.display.press("a")
@@ -82,7 +82,6 @@ def measure_ends(desktop):
     start_waiter(desktop, desktops.IDLE_SECONDS / 60)
     times = []
     for _ in range(options.rounds):
-        desktop.wait_for_savers(1 + len(desktops.MONITORS))
         wait_until_covered(desktop)
         times.append(seconds_to_the_end(desktop))
     milliseconds = [1000 * each for each in times]

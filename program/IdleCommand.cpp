@@ -59,14 +59,23 @@ bool waiterRuns() {
     return runs;
 }
 
-// Who started the command from a menu sees it as a notification.
+void notify(const std::string& text) {
+    constexpr char kName[] = "org.freedesktop.Notifications", kPath[] = "/org/freedesktop/Notifications";
+    constexpr int kTimeout = 5000;  // milliseconds; the bus may have to start the service
+    GVariant* notice =
+        g_variant_ref_sink(g_variant_new("(susssasa{sv}i)", "Tellmar", 0u, "org.tellmar.Tellmar", "Tellmar",
+                                         text.c_str(), nullptr, nullptr, -1));
+    if (const auto bus = platform::sessionBus())
+        platform::Reply(g_dbus_connection_call_sync(bus.get(), kName, kPath, kName, "Notify", notice, nullptr,
+                                                    G_DBUS_CALL_FLAGS_NONE, kTimeout, nullptr, nullptr));
+    g_variant_unref(notice);
+}
+
+// Who started the command from a menu sees a notification.
 void say(const std::string& text) {
     std::puts(text.c_str());
-    if (isatty(STDIN_FILENO) || isatty(STDOUT_FILENO)) return;
-    platform::callService("org.freedesktop.Notifications", "/org/freedesktop/Notifications",
-                          "org.freedesktop.Notifications", "Notify",
-                          g_variant_new("(susssasa{sv}i)", "Tellmar", 0u, "org.tellmar.Tellmar", "Tellmar",
-                                        text.c_str(), nullptr, nullptr, -1));
+    std::fflush(stdout);
+    if (!isatty(STDIN_FILENO) && !isatty(STDOUT_FILENO)) notify(text);
 }
 
 std::string inMinutes(double number) {

@@ -27,15 +27,28 @@ export function createKey(context, view, scale, {isMirrored}) {
   const entries = ENTRIES.filter(entry => isInView(entry, view)).map(entry => (
     {...entry, width: entry.width * unit, length: context.measureText(entry.text).width + (SAMPLE + GAP) * unit}));
   const length = entries.reduce((sum, entry) => sum + entry.length, 0) + (entries.length - 1) * SPACE * unit;
-  const left = isMirrored ? scale.box.right + 4 * unit : scale.box.left - 4 * unit - length;
+  const left = isMirrored ? scale.box.right + 5 * unit : scale.box.left - 5 * unit - length;
   const box = {left: left - 4 * unit, top: scale.bottom - 18 * unit, right: left + length + 4 * unit,
     bottom: scale.bottom};
   return entries.length > 0 && box.left > HIDDEN_EDGE && box.right < view.width ? {entries, box} : null;
 }
 
 function isInView({shapes, spots}, view) {
-  return shapes ? shapes.some(shape => meetsView(shape, view)) :
+  return shapes ? shapes.some(shape => meetsView(shape, view) && hasPartInView(shape, view)) :
       spots.some(([, , x, y]) => x > view.west && x < view.east && y > view.south && y < view.north);
+}
+
+// A long line's box may hold the view beside the line.
+function hasPartInView(shape, view) {
+  let [x, y] = [shape[4], shape[5]];
+  for (let i = 6; i < shape.length; i += 2) {
+    const [toX, toY] = [x + shape[i], y + shape[i + 1]];
+    if (meetsView([Math.min(x, toX), Math.min(y, toY), Math.max(x, toX), Math.max(y, toY)], view)) {
+      return true;
+    }
+    [x, y] = [toX, toY];
+  }
+  return false;
 }
 
 export function drawKey(context, view, {entries, box}) {

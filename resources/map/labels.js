@@ -23,10 +23,15 @@ export function layOutLabels(context, view, obstacles, rings) {
 }
 
 function measureItems(context, items) {
+  const widths = new Map();  // names along a line come many times
   for (const item of items) {
-    context.font = item.font;
-    context.letterSpacing = item.spacing + "px";
-    item.width = Math.max(...item.lines.map(line => context.measureText(line).width)) + 2 * item.unit;
+    const key = item.font + item.lines;
+    if (!widths.has(key)) {
+      context.font = item.font;
+      context.letterSpacing = item.spacing + "px";
+      widths.set(key, Math.max(...item.lines.map(line => context.measureText(line).width)));
+    }
+    item.width = widths.get(key) + 2 * item.unit;
     item.height = item.size * 1.2 * item.lines.length;
   }
 }

@@ -10,7 +10,7 @@ import {drawLabels, layOutLabels} from "./labels.js";
 import {drawLayers} from "./layers.js";
 import {listOf} from "./list.js";
 import {boxOfMark, createMark, drawMark} from "./mark.js";
-import {boxOf, fillPanel, fitPanel, shortenKey} from "./panel.js";
+import {boxOf, fillPanel, fitPanel, shortenLevels} from "./panel.js";
 import {placesOnLand} from "./places.js";
 import {createView} from "./projection.js";
 import {missingRelief} from "./relief.js";
@@ -61,7 +61,7 @@ function drawPage(view, quake) {
   const obstacles = {...fixed, ...corners.boxes};
   const labels = layOutNames(context, view, facts, obstacles);
   drawLabels(context, labels);
-  shortenKey([...facts.rings.inside, ...(corners.inset ? corners.inset.rings : [])],
+  shortenLevels([...facts.rings.inside, ...(corners.inset ? corners.inset.rings : [])],
       new Set(labels.map(({item}) => item.ring)));
   drawCorners(context, view, quake, corners, density);
   if (quake.place) {

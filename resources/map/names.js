@@ -50,10 +50,14 @@ const SYMBOL_SIZE = 4.6;
 export function labelItems(view, mark) {
   const unit = Math.max(SMALLEST_TEXT_UNIT, view.unit);
   const crowd = Math.min(Math.max(unit * USUAL_WORLD / view.world - 1, 0), 2);
-  const items = [...BASEMAP.places.map(place => townItem(unit, crowd, place)), ...BASEMAP.labels.map(label => nameItem(unit, label)),
-    ...volcanoItems(unit)]
-      .map(item => ({...item, x: view.x(item.longitude), y: view.y(item.latitude)}))
-      .filter(({x, y}) => x > HIDDEN_EDGE && x < view.width && y > HIDDEN_EDGE && y < view.height);
+  const isSeen = entry => {
+    const [x, y] = [view.x(entry.at(-2)), view.y(entry.at(-1))];
+    return x > HIDDEN_EDGE && x < view.width && y > HIDDEN_EDGE && y < view.height;
+  };
+  const items = [...BASEMAP.places.filter(isSeen).map(place => townItem(unit, crowd, place)),
+    ...BASEMAP.labels.filter(isSeen).map(label => nameItem(unit, label)),
+    ...volcanoes().filter(isSeen).map(volcano => volcanoItem(unit, volcano))]
+      .map(item => ({...item, x: view.x(item.longitude), y: view.y(item.latitude)}));
   const fromMiddle = ({x, y}) => Math.hypot(x - view.middle.x, y - view.middle.y);
   items.sort((one, other) => one.priority - other.priority || fromMiddle(one) - fromMiddle(other));
   return mark ? withStruck(items, view.place, mark) : items;
@@ -109,8 +113,11 @@ function slope(direction, beside) {
 }
 
 // Volcanoes that bear the name of an island, a mountain or a town on the map are left to it.
-function volcanoItems(unit) {
+function volcanoes() {
   const named = new Set([...BASEMAP.labels, ...BASEMAP.places].map(([name]) => name));
-  return BASEMAP.volcanoes.filter(([name]) => !named.has(name)).map(([name, isUnderSea, longitude, latitude]) =>
-      nameItem(unit, [name, isUnderSea ? "seamount" : "volcano", 1, 0, longitude, latitude]));
+  return BASEMAP.volcanoes.filter(([name]) => !named.has(name));
+}
+
+function volcanoItem(unit, [name, isUnderSea, longitude, latitude]) {
+  return nameItem(unit, [name, isUnderSea ? "seamount" : "volcano", 1, 0, longitude, latitude]);
 }

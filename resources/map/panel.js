@@ -18,7 +18,7 @@ const LICENCES = {GeoNet: ", CC BY 3.0 NZ"};
 const LEAST_WHOLE_CREDIT = 640;  // CSS pixels
 
 // On a low screen the panel gives up these lines, in this order, until it leaves the mark free.
-const LEAST_NEEDED = ["key", "size", "depth", "list", "shaking", "date"];
+const LEAST_NEEDED = ["levels", "size", "depth", "list", "shaking", "date"];
 const SMALL = 0.5;  // unit of a view below which the panel is a strip
 const SMALLEST_UNIT = 0.36;  // pixels
 const TEXT_HEIGHT = 720;  // CSS pixels of a screen whose text is as large as the style sheet says
@@ -35,9 +35,9 @@ export function fillPanel(view, {quake, list, told, rings}, arrangement, now) {
   fillDate(whenInWords(quake.date, now));
   setText("#depth", depthInWords(quake.depth, quake.depth < 0 && quake.place && isOnLand(quake.place)));
   setText("#shaking", isSaid(quake, told) ? shakingInWords(told) : "");
-  fillKey([...rings.inside, ...rings.outside]);
+  fillLevels([...rings.inside, ...rings.outside]);
   setText("#list", list ? listInWordsOf(list, ageInWords(list.answerTime, now)) : "");
-  setText("#sources", ((view.width < LEAST_WHOLE_CREDIT ? CREDITS.short : CREDITS.whole) + sourceCredit(view, list)).replaceAll("-", "\u2011"));
+  setText("#sources", creditText(view, list).replaceAll("-", "\u2011"));  // a licence is not broken at its hyphen
 }
 
 function styleRoot(view, quake, {isMirrored, x, y}) {
@@ -70,10 +70,10 @@ function fillDate({ago, date}) {
 }
 
 // Which ring is which.
-function fillKey(rings) {
-  const key = document.getElementById("key");
-  key.hidden = rings.length === 0;
-  key.replaceChildren(isEstimateSaid() ? "" : "Estimated shaking: ", ...[...rings].reverse().map(({name, colour}) => {
+function fillLevels(rings) {
+  const element = document.getElementById("levels");
+  element.hidden = rings.length === 0;
+  element.replaceChildren(isEstimateSaid() ? "" : "Estimated shaking: ", ...[...rings].reverse().map(({name, colour}) => {
     const part = document.createElement("span");
     part.textContent = name;
     part.style.setProperty("--ring", `rgb(${colour})`);
@@ -81,10 +81,10 @@ function fillKey(rings) {
   }));
 }
 
-// A ring that has its name on the map needs no other where the panel says what the rings are.
-export function shortenKey(rings, named) {
-  if (isEstimateSaid() && !document.getElementById("key").hidden) {
-    fillKey(rings.filter(({name}) => !named.has(name)));
+// Leaves out the rings that are not drawn, and, where a sentence says what rings are, those with their name on the map.
+export function shortenLevels(rings, named) {
+  if (!document.getElementById("levels").hidden) {
+    fillLevels(isEstimateSaid() ? rings.filter(({name}) => !named.has(name)) : rings);
   }
 }
 
@@ -92,13 +92,14 @@ function isEstimateSaid() {
   return document.getElementById("shaking").textContent.startsWith("Estimated");
 }
 
-function sourceCredit(view, list) {
+function creditText(view, list) {
+  const isWhole = view.width >= LEAST_WHOLE_CREDIT;
+  const map = isWhole ? CREDITS.whole : CREDITS.short;
   if (!list) {
-    return "";
+    return map;
   }
-  const source = list.kind === "sample" ? "made-up samples" : list.source + (LICENCES[list.source] || "");
-  return view.width < LEAST_WHOLE_CREDIT ? ` · ${list.kind === "sample" ? "samples" : list.source}` :
-      ` Earthquakes: ${source}.`;
+  const source = list.kind === "sample" ? "made-up samples" : list.source;
+  return isWhole ? `${map} Earthquakes: ${source}${LICENCES[source] || ""}.` : `${map} · ${source}`;
 }
 
 function setText(selector, text) {

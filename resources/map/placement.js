@@ -20,19 +20,19 @@ export function placeLabels(items, bounds, obstacles, isCrossed) {
 }
 
 function placeLabel(item, bounds, taken, isCrossed) {
-  const isFree = (box, others, room = 0) =>
-      isInside(box, bounds) && !others.some(other => boxesMeet(grown(box, room), other));
   const symbol = boxAround(item.x, item.y, 2 * (item.symbolSize || 0), 2 * (item.symbolSize || 0));
-  const takenBesideMark = taken.filter(other => other !== item.mark);
   const isCovered = Boolean(item.mark) && boxesMeet(symbol, item.mark);
-  if (item.symbol && !isFree(symbol, isCovered ? takenBesideMark : taken)) {
+  const besideMark = isCovered ? taken.filter(other => other !== item.mark) : taken;
+  const isFree = (box, others) => isInside(box, bounds) && isClear(box, others);
+  if (item.symbol && !isFree(symbol, besideMark)) {
     return null;
   }
+  const others = item.avoid ? [...taken, ...item.avoid] : taken;
   for (const [x, y] of positionsOf(item, isCovered)) {
     const text = textBoxes(item, x, y);
     const leader = isCovered ? [item, nearestIn(text[0], item)] : null;
-    if (text.every(box => isFree(box, [...taken, ...(item.avoid || [])], item.room)) && !(item.sea && text.some(isCrossed)) &&
-        leaderBoxes(item, leader).every(box => isFree(box, takenBesideMark))) {
+    if (text.every(box => isInside(box, bounds) && isClear(grown(box, item.room || 0), others)) &&
+        !(item.sea && text.some(isCrossed)) && leaderBoxes(item, leader).every(box => isFree(box, besideMark))) {
       return {item, x, y, leader, boxes: isCovered || !item.symbol ? text : [symbol, ...text]};
     }
   }
@@ -124,6 +124,10 @@ function boxAround(x, y, width, height) {
 
 function grown({left, top, right, bottom}, room) {
   return {left: left - room, top: top - room, right: right + room, bottom: bottom + room};
+}
+
+function isClear(box, others) {
+  return !others.some(other => boxesMeet(box, other));
 }
 
 function isInside(box, bounds) {

@@ -7,8 +7,11 @@ import {wrapLongitude} from "./projection.js";
 // How far a place lends its name, in kilometres: towns by their people, islands by their rank.
 const TOWN_REACH = [[30000, 3000], [10000, 500], [2000, 200], [0, 100]];
 const ISLAND_REACH = {1: 3000, 2: 400, 3: 120};
-const VOLCANO_REACH = 60;
+const VOLCANO_REACH = {remote: 60, nearTown: 10};
+const NEAR_TOWN = 30;  // kilometres
 const ISLAND_SIZE = 80;  // kilometres from a large island's middle to its shore
+
+const CLEARER_NAMES = {Waitangi: "Waitangi (Chatham Islands)"};  // another one is better known
 
 // Towns beyond the map's edges: name, people, longitude, latitude.
 const FAR_TOWNS = [
@@ -26,13 +29,12 @@ export function namedPlaces() {
 
 // The towns, and the islands that have none.
 export function placesOnLand() {
-  const hasTown = island => towns().some(town => distanceBetween(town, island) < ISLAND_SIZE);
-  return [...towns(), ...islands().filter(island => !hasTown(island))];
+  return [...towns(), ...islands().filter(island => !hasTown(island, ISLAND_SIZE))];
 }
 
 function towns() {
   return [...BASEMAP.places, ...FAR_TOWNS].map(([name, people, longitude, latitude]) => (
-    {name, people, longitude, latitude, reach: TOWN_REACH.find(([least]) => people >= least)[1]}));
+    {name: CLEARER_NAMES[name] || name, people, longitude, latitude, reach: TOWN_REACH.find(([least]) => people >= least)[1]}));
 }
 
 function islands() {
@@ -41,10 +43,15 @@ function islands() {
         {name, people: 0, isIsland: true, longitude, latitude, reach: ISLAND_REACH[rank]}));
 }
 
-// Those that rise above the sea; a field of them has no one place.
+// Those that rise above the sea; a field of them has no one place. A town close by is better known.
 function volcanoes() {
   return BASEMAP.volcanoes.filter(([name, isUnderSea]) => !isUnderSea && !/field/.test(name))
-      .map(([name, , longitude, latitude]) => ({name, people: 0, longitude, latitude, reach: VOLCANO_REACH}));
+      .map(([name, , longitude, latitude]) => ({name, people: 0, longitude, latitude}))
+      .map(volcano => ({...volcano, reach: VOLCANO_REACH[hasTown(volcano, NEAR_TOWN) ? "nearTown" : "remote"]}));
+}
+
+function hasTown(place, distance) {
+  return towns().some(town => distanceBetween(town, place) < distance);
 }
 
 // The nearest place that reaches so far, as {name, distance (kilometres), bearing (degrees, from it to the quake)},

@@ -11,8 +11,8 @@ const STYLES = {
   severe: {colour: "255, 234, 190", width: 3},
   strong: {colour: "255, 190, 178", width: 2.6},
   moderate: {colour: "236, 152, 208", width: 2.2},
-  light: {colour: "190, 136, 236", width: 1.9},
-  weak: {colour: "146, 132, 240", width: 1.6},
+  light: {colour: "194, 140, 238", width: 1.9},
+  weak: {colour: "128, 124, 236", width: 1.6},
 };
 const BEARING_STEP = 3;  // degrees
 const LEAST_RADIUS = 1.4;  // radii of the mark

@@ -107,7 +107,7 @@ export function shakingInWords(told) {
 }
 
 function listInWords(names) {
-  return names.join(", ").replace(/, ([^,]*)$/, " and $1");
+  return [names.slice(0, -1).join(", "), names.at(-1)].filter(Boolean).join(" and ");
 }
 
 const ORDINALS = ["", "2nd ", "3rd "];

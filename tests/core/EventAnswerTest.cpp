@@ -71,8 +71,7 @@ TEST_F(EventAnswerTest, AnEventReachesTheParserInItsOwnUnitsWithoutItsPicks) {
               kTold);
 }
 
-TEST_F(EventAnswerTest, TheDocumentIsTheSameHoweverItsBytesComeAndNothingWhereTheyEndEarly) {
-    EXPECT_EQ(translate(kWhole, 1).document, translate(kWhole, kWhole.size()).document);
+TEST_F(EventAnswerTest, WhatEndsEarlyIsDropped) {
     for (const std::size_t size : {kWhole.size() - 1, kWhole.find("</event>") + 8, kWhole.size() / 2})
         EXPECT_EQ(translate(kWhole.substr(0, size)).document, "") << size;
 }

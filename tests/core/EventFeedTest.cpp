@@ -132,6 +132,9 @@ TEST_F(EventFeedTest, ABusyServiceIsAskedOnceMoreAfterAPause) {
     serve({failureOf(500), failureOf(503), answerOf(kToday)});
     EXPECT_EQ(load(feedWithoutCache), "");
     EXPECT_THAT(desktop.requests, SizeIs(4));
+    desktop.whileWaiting = [] { desktop.isStopping = true; };
+    load(feedWithoutCache);
+    EXPECT_THAT(desktop.requests, SizeIs(5));  // not once more after a stop
 }
 
 TEST_F(EventFeedTest, AYoungAnswerIsUsedAgain) {

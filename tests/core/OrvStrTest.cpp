@@ -66,7 +66,10 @@ TEST_F(OrvStrTest, OddFormsAreKept) {
     for (const bool checkOnly : {true, false})
         EXPECT_TRUE(OrvStr::CheckAppendSuffix(name, "html", checkOnly));
     EXPECT_FALSE(OrvStr::CheckAppendSuffix(name, "html", false));
-    EXPECT_STREQ(name, "page.HTML.html");
+    OrvStr::ReplaceChars(name, '.', '+');
+    EXPECT_EQ(OrvStr::CountCharOccurance(name, '+'), 2);
+    OrvStr::strupr(name);
+    EXPECT_STREQ(name, "PAGE+HTML+HTML");
     std::string withZero("aB\0Cd", 5);
     OrvStr::CorrectCase(withZero);
     EXPECT_EQ(withZero, std::string("Ab\0cd", 5));
@@ -108,14 +111,6 @@ TEST_F(OrvStrTest, MacRomanTextBecomesAFileName) {
     EXPECT_EQ(name.length, 255);
     EXPECT_EQ(name.unicode[254], u'\u00E9');
     EXPECT_FALSE(OrvStr::CStr2HFSUniStr(std::string(256, 'n').c_str(), name));
-}
-
-TEST_F(OrvStrTest, CharactersAreFoundWhereverTheyStand) {
-    char text[] = "a-b-c";
-    EXPECT_EQ(OrvStr::CountCharOccurance(text, '-'), 2);
-    OrvStr::ReplaceChars(text, '-', '+');
-    OrvStr::strupr(text);
-    EXPECT_STREQ(text, "A+B+C");
 }
 
 }  // namespace

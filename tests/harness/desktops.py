@@ -104,6 +104,8 @@ class GnomeShell(Compositor, Desktop):
             "MUTTER_DEBUG_NUM_DUMMY_MONITORS": "2",
             "MUTTER_DEBUG_DUMMY_MODE_SPECS": "1280x720",
         }
+        # Notices would come on top of the saver.
+        self.write(".config/glib-2.0/settings/keyfile", "[org/gnome/desktop/notifications]\nshow-banners=false\n")
         super().launch("wayland-0", "gnome-shell --nested --wayland")
         self.wait_for_success("gdbus", "wait", "--session", "--timeout=1", "org.gnome.Mutter.IdleMonitor")
 

@@ -39,9 +39,9 @@ TEST(PageFunctionsTest, TheNearestPlaceThatReachesSoFarIsNamedByTheGreatCircle) 
              ".map(([latitude, reach]) => ({name: reach, latitude, longitude: 174, reach}))).name",
              "200"},
             {"nearestPlace({latitude: 40, longitude: 10}, namedPlaces())", "null"},
-            {"[[-30.2, 185.3], [-34.2, 153], [-37.5, 177.2]].map(([latitude, longitude]) =>"
+            {"[[-30.2, 185.3], [-34.2, 153], [-37.5, 177.2], [-38.4, 175.9]].map(([latitude, longitude]) =>"
              " nearestPlace({latitude, longitude}, namedPlaces()).name)",
-             R"(["Raoul Island","Sydney","Whakaari / White Island"])"}});
+             R"(["Raoul Island","Sydney","Whakaari / White Island","Tokoroa"])"}});
 }
 
 TEST(PageFunctionsTest, PlacesAreSaidInRoundDistancesAndClassesBeginAtTheirPublishedLimits) {
@@ -79,7 +79,12 @@ TEST(PageFunctionsTest, TheShakingIsThatOfThePublishedRelation) {
          {"[[6, null], [null, 10], [8, 301]].map(quake => shakingOf(...quake))", "[null,null,null]"},
          {"[[1.5, 150], [4.5, 30], [6.6, 8], [7.8, 15]].map(quake =>"
           " ringsOf(shakingOf(...quake)).map(({radius}) => Math.round(radius)))",
-          "[[],[27,75,144],[46,92,165,265,389],[201,311,443,593,755]]"}});
+          "[[],[27,75,144],[46,92,165,265,389],[201,311,443,593,755]]"},
+         // The stronger, the lighter: an order for any eye.
+         {"ringsOf(shakingOf(8, 9)).map(({colour}) => colour.split(',')).map(([r, g, b]) => r * 0.21 + g * "
+          "0.72 +"
+          " b * 0.07).every((light, i, all) => i === 0 || light < all[i - 1] - 12)",
+          "true"}});
 }
 
 TEST(PageFunctionsTest, TheHardestHitPlaceIsToldBesideThoseOfTheMostPeople) {

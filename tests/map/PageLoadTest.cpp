@@ -1,9 +1,11 @@
 #include <gio/gio.h>
 #include <gtest/gtest.h>
+#include <webkit2/webkit2.h>
 
 #include <fstream>
 #include <string>
 
+#include "platform/RunLoop.h"
 #include "platform/WebView.h"
 #include "platform/linux/Handles.h"
 #include "tests/TemporaryFolder.h"
@@ -67,6 +69,30 @@ TEST_F(PageLoadTest, ANewerLoadTakesThePlaceOfOneThatIsWaitedFor) {
     mPage.view().loadRequest({.url = pageThat(promise(""))});
     ASSERT_TRUE(mPage.waitFor("document.title === 'waits'"));
     ASSERT_TRUE(mPage.load(pageThat(kRedLater)));
+    EXPECT_TRUE(isRed());
+}
+
+TEST_F(PageLoadTest, APageLeadsTheViewNowhereNotEvenToItsOwnAddress) {
+    const std::string path = pageThat(kRed);
+    ASSERT_TRUE(mPage.load(path));
+    std::ofstream(path) << "<!DOCTYPE html><title>another view's page</title>";
+    for (const std::string way :
+         {"location.reload()", "location = location.href", "location = 'about:blank'"}) {
+        mPage.evaluate(way + ", setTimeout(() => document.title = 'stays', 200)");
+        EXPECT_TRUE(mPage.waitFor("document.title === 'stays'")) << way;
+        mPage.evaluate("document.title = ''");
+    }
+}
+
+TEST_F(PageLoadTest, APageThatLosesItsProcessIsLoadedThreeTimesMoreAndThenReported) {
+    mPage.view().loadRequest({.url = pageThat(promise(""))});
+    for (int loss = 1; loss <= 4; ++loss) {
+        EXPECT_EQ(mPage.loads(), 0) << loss;
+        ASSERT_TRUE(mPage.waitFor("document.title === 'waits'")) << loss;
+        webkit_web_view_terminate_web_process(mPage.web());
+    }
+    ASSERT_TRUE(platform::RunLoop::runUntil([this] { return mPage.loads() == 1; }, 4000));
+    EXPECT_TRUE(mPage.load(pageThat(kRed)));
     EXPECT_TRUE(isRed());
 }
 

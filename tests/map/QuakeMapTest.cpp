@@ -6,6 +6,7 @@
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -89,16 +90,17 @@ INSTANTIATE_TEST_SUITE_P(QuakeMapTest, EveryScreen,
                                          std::pair(1080, 1920), std::pair(3840, 2160)));
 
 TEST(QuakeMapTest, TheStruckPlaceIsNamedFirstThenTheBiggestTown) {
-    const auto names = [](MapPage& page, double latitude, double longitude) {
-        EXPECT_TRUE(page.show(quakeAt(latitude, longitude, 6)));
-        return page.evaluate("tellmarLayout.labels.slice(0, 2).map(label => label.text)");
-    };
     MapPage page({1280, 720});
-    EXPECT_EQ(names(page, -41.9, 174.3), R"(["Seddon","Wellington"])");
-    EXPECT_EQ(names(page, -41.29, 174.78), R"(["Wellington","Lower Hutt"])");
-    // Its dot lies under the mark; a line leads out to its name.
-    EXPECT_EQ(page.evaluate("tellmarLayout.labels[0].leader.length"), "2");
-    EXPECT_EQ(names(page, -47, 167.9), R"(["Stewart Island / Rakiura","Dunedin"])");
+    ASSERT_TRUE(page.show(quakeAt(-41.9, 174.3)));
+    EXPECT_EQ(page.evaluate("tellmarLayout.labels.slice(0, 2).map(label => label.text)"),
+              R"(["Seddon","Wellington"])");
+    // Where it lies under the mark, a line leads out to its name.
+    for (const auto& [name, latitude, longitude] :
+         {std::tuple("Wellington", -41.29, 174.78), {"Stewart Island / Rakiura", -47, 167.9}}) {
+        ASSERT_TRUE(page.show(quakeAt(latitude, longitude, 6)));
+        EXPECT_EQ(page.evaluate("(({text, leader}) => [text, leader.length])(tellmarLayout.labels[0])"),
+                  std::string("[\"") + name + "\",2]");
+    }
 }
 
 TEST(QuakeMapTest, RingsThatDoNotFitStandInTheInsetAndDeepQuakesHaveNone) {
@@ -149,10 +151,8 @@ TEST(QuakeMapTest, NoPixelBesideTheMarkStaysBrightForMoreThanHalfOfFortyPages) {
                     "Date.now = () => " + std::to_string(i * 15000 + 7000) + "; ");
         std::ofstream("page.html") << text;
         ASSERT_TRUE(page.load(folder.path("page.html")));
-        for (std::size_t at = 0; at < bright.size(); ++at) {
-            const Color color = page.picture().at(int(at % 1290), int(at / 1290));
-            bright[at] += std::max({color.red, color.green, color.blue}) > 140;
-        }
+        const auto& pixels = page.picture().pixels;
+        for (std::size_t at = 0; at < bright.size(); ++at) bright[at] += (pixels[at] & 0x808080) != 0;
     }
     int most = 0;
     for (std::size_t at = 0; at < bright.size(); ++at)

@@ -82,8 +82,10 @@ TEST_F(URLLoadingTest, RedirectsAreFollowedFiveTimes) {
     EXPECT_EQ(load(server.url()), Answer(0, "<there/>"));
     server.redirectTo("/");
     EXPECT_EQ(load(server.url()), Answer(CURLE_TOO_MANY_REDIRECTS, ""));
-    server.redirectTo(fileWith("secret", "secret"));
+    const std::string file = fileWith("secret", "secret");
+    server.redirectTo(file);
     EXPECT_EQ(load(server.url()), Answer(CURLE_UNSUPPORTED_PROTOCOL, ""));
+    EXPECT_EQ(get({.url = file}).errorCode, CURLE_UNSUPPORTED_PROTOCOL);
 }
 
 TEST_F(URLLoadingTest, WhatCannotBeReachedInTimeIsRefused) {

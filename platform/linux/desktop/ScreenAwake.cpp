@@ -3,10 +3,10 @@
 #include <X11/extensions/scrnsaver.h>
 #include <gdk/gdkwayland.h>
 #include <gdk/gdkx.h>
-#include <idle-inhibit-unstable-v1-client.h>
 
 #include <cstring>
 
+#include <idle-inhibit-unstable-v1-client.h>  // generated
 #include "platform/Log.h"
 #include "platform/linux/desktop/SessionBus.h"
 

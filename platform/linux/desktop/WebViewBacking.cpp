@@ -220,6 +220,7 @@ void WebView::Backing::endLoad() {
     NotificationCenter::post(WebViewProgressFinishedNotification);
 }
 
+// A page on the screen leads nowhere, not even to its own address, where another one may lie by now.
 gboolean WebView::Backing::decidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
     if (type == WEBKIT_POLICY_DECISION_TYPE_NEW_WINDOW_ACTION) {
         webkit_policy_decision_ignore(decision);
@@ -229,7 +230,7 @@ gboolean WebView::Backing::decidePolicy(WebKitPolicyDecision* decision, WebKitPo
     WebKitNavigationAction* action =
         webkit_navigation_policy_decision_get_navigation_action(WEBKIT_NAVIGATION_POLICY_DECISION(decision));
     const char* url = webkit_uri_request_get_uri(webkit_navigation_action_get_request(action));
-    if (url && mURL == url)
+    if (mIsLoading && url && mURL == url)
         webkit_policy_decision_use(decision);
     else
         webkit_policy_decision_ignore(decision);

@@ -24,8 +24,8 @@ Window* currentWindow = nullptr;
 using Action = void (*)();
 
 gboolean quitOnKey(GtkWidget*, GdkEventKey* event, gpointer action) {
-    for (const guint key : {GDK_KEY_Escape, GDK_KEY_q, GDK_KEY_Q})
-        if (event->keyval == key) reinterpret_cast<Action>(action)();
+    const guint key = gdk_keyval_to_lower(event->keyval);
+    if (key == GDK_KEY_Escape || key == GDK_KEY_q) reinterpret_cast<Action>(action)();
     return FALSE;
 }
 
