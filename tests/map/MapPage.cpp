@@ -54,7 +54,18 @@ MapPage::MapPage(const platform::Size& screen) {
 
 MapPage::~MapPage() { NotificationCenter::removeObserver(this); }
 
+// The page's arrangement depends on the clock.
+void MapPage::setClock(int page) {
+    const std::string script = "Date.now = () => 1795219200000 + 15000 * " + std::to_string(page);
+    WebKitUserScript* const user =
+        webkit_user_script_new(script.c_str(), WEBKIT_USER_CONTENT_INJECT_TOP_FRAME,
+                               WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START, nullptr, nullptr);
+    webkit_user_content_manager_add_script(webkit_web_view_get_user_content_manager(mWeb), user);
+    webkit_user_script_unref(user);
+}
+
 bool MapPage::show(const CQuakeEvent& quake) {
+    setClock(mShown++);
     MapsPageWriter writer;
     writer.writeForEvent(&quake, mView->bounds().size());
     return load(writer.locationOfTempPage());

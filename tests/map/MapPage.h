@@ -21,8 +21,8 @@ class MapPage {
     MapPage(const MapPage&) = delete;
     MapPage& operator=(const MapPage&) = delete;
 
-    // The quake's page, written from the template by the module's writer. Each returns false when the end of
-    // the load is not reported in time.
+    // The quake's page, written from the template by the module's writer; each as if shown after the one
+    // before, from a fixed time on. Each returns false when the end of the load is not reported in time.
     bool show(const CQuakeEvent& quake);
     bool load(const std::string& path);
     // Waits until a JavaScript expression is true. Returns false when that takes too long.
@@ -41,8 +41,10 @@ class MapPage {
     WebKitWebView* web() { return mWeb; }
 
   private:
+    void setClock(int page);
+
     std::unique_ptr<platform::WebView> mView;
     WebKitWebView* mWeb = nullptr;  // owned by the view
     Picture mPicture;
-    int mLoads = 0;
+    int mLoads = 0, mShown = 0;
 };
