@@ -3,6 +3,7 @@
 #include "platform/Clock.h"
 #include "program/CoverTask.h"
 #include "program/QuakeDigest.h"
+#include "program/Restart.h"
 #include "service/EventFeed.h"
 
 namespace {
@@ -15,8 +16,14 @@ bool isRecent(const ServiceAnswer& answer) {
 
 }  // namespace
 
-int checkQuakes(const EventFeed& feed) {
+int checkQuakes(EventFeed& feed) {
     const std::string quakes = quakeDigest();
+    // A list that was made of an earlier answer stays as it is; the process that starts in place finds the
+    // new one.
+    if (feed.finishRequest()) {
+        restartAtExit();
+        return 0;
+    }
     const auto answer = feed.serviceAnswer();
     if (!feed.failure().empty() || !answer || !isRecent(*answer)) return 1;
     reportQuakes(quakes);

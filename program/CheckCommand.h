@@ -4,4 +4,4 @@ class EventFeed;
 
 // For the first process of those that cover monitors: asks for the quakes and reports which there are, or
 // reports nothing and returns 1 if the request failed.
-int checkQuakes(const EventFeed& feed);
+int checkQuakes(EventFeed& feed);

@@ -31,6 +31,10 @@ class EventFeed {
     // handler called once there is an answer.
     void setNewsHandler(std::function<void()> handler) { mService.setNewsHandler(std::move(handler)); }
 
+    // Waits for a request of the service that took so long that an earlier answer was used. Returns whether
+    // its own is in the cache now.
+    bool finishRequest() { return mService.finishRequest(); }
+
     Kind kind() const;
     // Who supplies the earthquakes, for a reader: GeoNet, a service's host or a file's name.
     std::string sourceName() const;

@@ -28,6 +28,8 @@ class EventQuestion {
     // How answer was answered; empty if it failed.
     std::optional<ServiceAnswer> serviceAnswer() const { return mServiceAnswer; }
     bool isAsking() const { return mRequest != nullptr; }
+    // Whether the service did, though too late for answer.
+    bool hasBeenAnswered() const { return mGiven.has_value(); }
 
     // Not blocking. Calls done, at once or from the main loop, when there is an answer in the cache, be it
     // another process's, or the request has failed. done may destroy this.

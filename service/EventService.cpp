@@ -34,6 +34,12 @@ LoadOutcome EventService::load(const std::string& feedQuery, std::string& docume
     return outcome;
 }
 
+bool EventService::finishRequest() {
+    if (!mQuestion) return false;
+    platform::RunLoop::runUntil([this] { return !mQuestion->isAsking(); });
+    return mQuestion->hasBeenAnswered();
+}
+
 void EventService::askAgainLater() {
     const std::size_t last = std::size(kPauseMinutes) - 1;
     const int minutes = kPauseMinutes[std::min(mRetries++, last)];

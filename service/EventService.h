@@ -25,6 +25,10 @@ class EventService {
     // The answer last loaded; empty if the load failed.
     std::optional<ServiceAnswer> answer() const { return mAnswer; }
 
+    // Waits for a request that took so long that an earlier answer was used. Returns whether its own is in
+    // the cache now.
+    bool finishRequest();
+
     // If there is a handler, a load that failed is repeated while the main loop runs: after 1, 2, 5 and 10
     // minutes and then every 10 minutes. The handler is called at the first answer, which is in the cache.
     void setNewsHandler(std::function<void()> handler) { mNewsHandler = std::move(handler); }

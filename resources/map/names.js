@@ -69,9 +69,9 @@ function withStruck(items, place, mark) {
   const nearest = nearestPlace(place, namedPlaces());
   const named = items.find(({lines}) => nearest && lines[0] === nearest.name);
   const covered = items.filter(item => item.isPlace && boxesMeet(mark, dotOf(item))).slice(0, MOST_COVERED);
-  const others = items.filter(item => item !== named).map(item => covered.includes(item) ? {...item, mark} : item);
+  const others = items.filter(item => item !== named).map(item => covered.includes(item) ? {...item, mark, room: 0} : item);
   const cities = others.filter(({weight}) => weight > 400);
-  return named ? [{...named, mark, avoid: cities.map(dotOf)}, ...others] : others;
+  return named ? [{...named, mark, room: 0, avoid: cities.map(dotOf)}, ...others] : others;
 }
 
 function dotOf({x, y, symbolSize: size}) {

@@ -15,6 +15,7 @@ const CREDITS = {
   short: "NASA · LINZ · GSHHG · GEM · Bird 2003 · GeoNames",
 };
 const LICENCES = {GeoNet: ", CC BY 3.0 NZ"};
+const SAMPLES = {whole: "samples from GeoNet and other agencies, CC BY 3.0 NZ", short: "samples"};
 const LEAST_WHOLE_CREDIT = 640;  // CSS pixels
 
 // On a low screen the panel gives up these lines, in this order, until it leaves the mark free.
@@ -98,8 +99,9 @@ function creditText(view, list) {
   if (!list) {
     return map;
   }
-  const source = list.kind === "sample" ? "made-up samples" : list.source;
-  return isWhole ? `${map} Earthquakes: ${source}${LICENCES[source] || ""}.` : `${map} · ${source}`;
+  const {whole, short} = list.kind === "sample" ? SAMPLES :
+      {whole: list.source + (LICENCES[list.source] || ""), short: list.source};
+  return isWhole ? `${map} Earthquakes: ${whole}.` : `${map} · ${short}`;
 }
 
 function setText(selector, text) {

@@ -73,16 +73,19 @@ export function radiusOf(shaking, level) {
 
 const PLACES_TOLD = 3;
 const WEIGHT_OF_A_LEVEL = 3;  // a place counts as one with so many times the people that is shaken a level less
+const TOLD_OF_ISLANDS = 6;  // the level
 const NEIGHBOURS = 40;  // kilometres; of two places so close the larger one stands for both
 
 // The places to tell of, the most strongly shaken first, as {name, isIsland, level}: the nearest one that feels it, for
-// it is hit hardest, and then those towns where the most people feel it.
+// it is hit hardest, and then those where the most people feel it. An island without a town is told of where the shaking
+// is strong, or where no town feels it.
 export function placesToTell(shaking, quakePlace, places) {
   const felt = places.map(place => feltAt(shaking, quakePlace, place)).filter(({level}) => level)
       .sort((one, other) => one.distance - other.distance);
-  const told = felt.slice(0, 1);
-  const towns = felt.slice(1).filter(({people}) => people > 0);
-  for (const place of towns.sort((one, other) => other.weight - one.weight)) {
+  const towns = felt.filter(({people}) => people > 0);
+  const told = felt.filter(({people, level}) => people > 0 || level.least >= TOLD_OF_ISLANDS || towns.length === 0)
+      .slice(0, 1);
+  for (const place of towns.filter(town => !told.includes(town)).sort((one, other) => other.weight - one.weight)) {
     if (told.length < PLACES_TOLD && !told.some(other => standsFor(other, place))) {
       told.push(place);
     }

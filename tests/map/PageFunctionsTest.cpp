@@ -94,6 +94,8 @@ TEST(PageFunctionsTest, TheHardestHitPlaceIsToldBesideThoseOfTheMostPeople) {
     expect({{told + "(5.7, 23, -42.69, 173.02)",
              "\"Estimated shaking: strong in Culverden, moderate in Christchurch, weak in Wellington\""},
             {told + "(5.2, 10, -29.4, 182)", "\"Estimated shaking: strong on Raoul Island\""},
+            {told + "(6.5, 98, -34.286, 179.943)",
+             "\"Estimated shaking: weak in Hicks Bay, Whakatāne and Whangamatā\""},
             {told + "(4.1, 33, -35, 182)", "\"Probably not felt on land\""}});
 }
 

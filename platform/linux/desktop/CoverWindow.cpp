@@ -94,9 +94,6 @@ int numberOf(GdkMonitor* monitor) {
 }
 
 void coverAsFullScreen(GtkWindow* window, GdkMonitor* monitor) {
-    GdkRectangle area;
-    gdk_monitor_get_geometry(monitor, &area);
-    gtk_window_set_default_size(window, area.width, area.height);
     gtk_window_set_decorated(window, FALSE);  // not every compositor reports the full-screen state
     gtk_window_fullscreen_on_monitor(window, gdk_screen_get_default(), numberOf(monitor));
 }
@@ -108,6 +105,9 @@ GtkWidget* createCoverWindow(GdkMonitor* monitor) {
     GtkWidget* widget = gtk_window_new(isX11 ? GTK_WINDOW_POPUP : GTK_WINDOW_TOPLEVEL);
     GtkWindow* window = GTK_WINDOW(widget);
     gtk_window_set_title(window, "Tellmar");
+    GdkRectangle area;
+    gdk_monitor_get_geometry(monitor, &area);
+    gtk_window_set_default_size(window, area.width, area.height);  // so that it need not change on the screen
     if (isX11)
         coverAsPopup(window, monitor);
     else if (gtk_layer_is_supported())
