@@ -45,7 +45,7 @@ class Desktop(Session):
     def wait_until_covered(self):
         for monitor in MONITORS:
             wait_to_see(is_map, self.display, monitor)
-        assert len(self.savers()) == 1 + len(MONITORS)
+        self.wait_for_savers(1 + len(MONITORS))  # for a moment there is another, before it becomes a helper of WebKit's
 
     def stays_uncovered(self):
         """Whether no saver starts for longer than the idle time."""
