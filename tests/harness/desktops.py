@@ -5,7 +5,7 @@ from harness.display import Display, MonitorDisplay
 from harness.processes import descendants, kill, wait_until
 from harness.program import PROGRAM, ROOT
 from harness.session import BUS, Compositor, Session
-from harness.sights import is_map, wait_to_see
+from harness.sights import shows_map
 
 MONITORS = [(0, 0, 1280, 720), (1280, 0, 1280, 720)]
 IDLE_SECONDS = 1.2
@@ -27,6 +27,7 @@ class Desktop(Session):
 
     REQUIRED = [*Session.REQUIRED, "/usr/lib/python3/dist-packages/gi"]
     display_of = staticmethod(wide_display)
+    always_focuses_covers = True
 
     def __init__(self, display):
         super().__init__(display)
@@ -44,7 +45,7 @@ class Desktop(Session):
 
     def wait_until_covered(self):
         for monitor in MONITORS:
-            wait_to_see(is_map, self.display, monitor)
+            wait_until(lambda area=monitor: shows_map(self.display, area))
         self.wait_for_savers(1 + len(MONITORS))  # for a moment there is another, before it becomes a helper of WebKit's
 
     def stays_uncovered(self):
@@ -96,6 +97,7 @@ class Desktop(Session):
 
 class GnomeShell(Compositor, Desktop):
     REQUIRED = [*Desktop.REQUIRED, "/usr/bin/gnome-shell"]
+    always_focuses_covers = False  # at times it protects the window in which the user typed last
 
     def launch(self):
         self.environment |= {

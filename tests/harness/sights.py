@@ -50,6 +50,12 @@ def shows_preview(display, area):
     return is_painted and is_splash(pixels).mean() < 1 / 4 and is_dark(pixels[2:9, 5:]).sum() > 20
 
 
+def shows_map(display, area):
+    """A map has many colours, which a dark desktop has not."""
+    colours = {tuple(pixel) for pixel in picture(display, area)[::8, ::8].reshape(-1, 3)}
+    return len(colours) > 1000 and shows(display, is_map, area)
+
+
 def wait_to_see(condition, display, area=None):
     wait_until(lambda: shows(display, condition, area))
 
