@@ -58,6 +58,6 @@ class Bus {
     platform::Handle<sd_bus, sd_bus_flush_close_unref> mBus;
 };
 
-// The first argument of a signal or an answer; zero when there is none of that type.
+// The first argument of a signal or an answer; zero if it is of another type.
 bool booleanIn(sd_bus_message* message);
 std::uint32_t numberIn(sd_bus_message* message);

@@ -11,7 +11,7 @@
 // being idle.
 class MutterIdle : public IdleSource {
   public:
-    // Null where there is none.
+    // Null if this desktop does not offer it.
     static std::unique_ptr<IdleSource> open(EventLoop& loop, Bus& bus, std::chrono::milliseconds time,
                                             IdleListener& listener);
 

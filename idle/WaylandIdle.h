@@ -13,7 +13,7 @@ struct ext_idle_notifier_v1;
 // A compositor with ext_idle_notifier_v1: KWin, sway 1.8 and later, Hyprland, labwc and others.
 class WaylandIdle : public IdleSource {
   public:
-    // Null where there is none.
+    // Null if this desktop does not offer it.
     static std::unique_ptr<IdleSource> open(EventLoop& loop, std::chrono::milliseconds time,
                                             IdleListener& listener);
 

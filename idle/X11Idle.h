@@ -11,7 +11,7 @@
 // Any X server with the MIT-SCREEN-SAVER extension, which tells how long there has been no input.
 class X11Idle : public IdleSource {
   public:
-    // Null where there is none.
+    // Null if this desktop does not offer it.
     static std::unique_ptr<IdleSource> open(EventLoop& loop, std::chrono::milliseconds time,
                                             IdleListener& listener);
 

@@ -6,7 +6,7 @@
 // The program's arguments, its name first.
 std::vector<std::string> ownArguments();
 
-// Lets the program start anew in place when it ends, with the same arguments, environment and process ID,
+// Restarts the program in place when it ends, with the same arguments, environment and process ID,
 // once everything has been tidied up. Until then a signal simply ends it. Call prepareToRestart first thing
 // in main.
 void prepareToRestart();

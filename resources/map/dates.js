@@ -59,7 +59,7 @@ function clockInWords(date) {
   return `${hours % 12 || 12}:${String(date.getMinutes()).padStart(2, "0")} ${hours < 12 ? "am" : "pm"}`;
 }
 
-// Empty while the answer is fresh, or where there is none.
+// Empty while the answer is fresh, and without an answer.
 export function ageInWords(answerTime, now) {
   const date = new Date(answerTime);
   const isOld = answerTime && now - date >= OLD_ANSWER;

@@ -5,7 +5,7 @@ import {wrapLongitude} from "./projection.js";
 const SAME_PLACE = 0.002;  // degrees; the page is told its quake's numbers with fewer decimals
 const SAME_SIZE = 0.056;  // magnitudes and kilometres
 
-// The list as the bundle's script gives it and the quake's index in it; null where there is none. An index of -1 is a
+// The list as the bundle's script gives it and the quake's index in it; null if the script gave no list. An index of -1 is a
 // quake that it does not hold.
 export function listOf(quake, earthquakes) {
   if (!earthquakes || !Array.isArray(earthquakes.shown)) {

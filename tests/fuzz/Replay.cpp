@@ -4,7 +4,7 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
-// Stands in for libFuzzer where there is none: gives the target each file of the folders named.
+// Stands in for libFuzzer in ordinary builds: gives the target each file of the folders named.
 int main(int count, char** folders) {
     static int inputs = 0;
     static bool isDone = false;

@@ -6,7 +6,7 @@
 
 namespace platform {
 
-// The user's session bus; null when there is none. Never starts one.
+// The user's session bus; null if no bus runs. Never starts one.
 ObjectRef<GDBusConnection> sessionBus();
 
 // Calls a method of a running service and waits for its reply, at most a second. Takes the parameters. Null
