@@ -23,35 +23,29 @@ const FAR_TOWNS = [
   ["Avarua", 5400, 200.22, -21.21],
 ];
 
+const TOWNS = [...BASEMAP.places, ...FAR_TOWNS].map(([name, people, longitude, latitude]) => (
+  {name: CLEARER_NAMES[name] || name, people, longitude, latitude, reach: TOWN_REACH.find(([least]) => people >= least)[1]}));
+
+const ISLANDS = BASEMAP.labels.filter(([, kind, rank]) => kind === "island" && ISLAND_REACH[rank])
+    .map(([name, , rank, , longitude, latitude]) => (
+      {name, people: 0, isIsland: true, longitude, latitude, reach: ISLAND_REACH[rank]}));
+
+// Those that rise above the sea; a field of them has no one place. A town close by is better known.
+const VOLCANOES = BASEMAP.volcanoes.filter(([name, isUnderSea]) => !isUnderSea && !/field/.test(name))
+    .map(([name, , longitude, latitude]) => ({name, people: 0, longitude, latitude}))
+    .map(volcano => ({...volcano, reach: VOLCANO_REACH[hasTown(volcano, NEAR_TOWN) ? "nearTown" : "remote"]}));
+
 export function namedPlaces() {
-  return [...towns(), ...islands(), ...volcanoes()];
+  return [...TOWNS, ...ISLANDS, ...VOLCANOES];
 }
 
 // The towns, and the islands that have none.
 export function placesOnLand() {
-  return [...towns(), ...islands().filter(island => !hasTown(island, ISLAND_SIZE))];
-}
-
-function towns() {
-  return [...BASEMAP.places, ...FAR_TOWNS].map(([name, people, longitude, latitude]) => (
-    {name: CLEARER_NAMES[name] || name, people, longitude, latitude, reach: TOWN_REACH.find(([least]) => people >= least)[1]}));
-}
-
-function islands() {
-  return BASEMAP.labels.filter(([, kind, rank]) => kind === "island" && ISLAND_REACH[rank])
-      .map(([name, , rank, , longitude, latitude]) => (
-        {name, people: 0, isIsland: true, longitude, latitude, reach: ISLAND_REACH[rank]}));
-}
-
-// Those that rise above the sea; a field of them has no one place. A town close by is better known.
-function volcanoes() {
-  return BASEMAP.volcanoes.filter(([name, isUnderSea]) => !isUnderSea && !/field/.test(name))
-      .map(([name, , longitude, latitude]) => ({name, people: 0, longitude, latitude}))
-      .map(volcano => ({...volcano, reach: VOLCANO_REACH[hasTown(volcano, NEAR_TOWN) ? "nearTown" : "remote"]}));
+  return [...TOWNS, ...ISLANDS.filter(island => !hasTown(island, ISLAND_SIZE))];
 }
 
 function hasTown(place, distance) {
-  return towns().some(town => distanceBetween(town, place) < distance);
+  return TOWNS.some(town => distanceBetween(town, place) < distance);
 }
 
 // The nearest place that reaches so far, as {name, distance (kilometres), bearing (degrees, from it to the quake)},
