@@ -9,12 +9,9 @@
 #include "platform/PrintableText.h"
 #include "program/ShownQuakes.h"
 #include "quakes/CQuakeEvent.h"
-#include "quakes/CQuakeList.h"
 #include "service/EventFeed.h"
 
 namespace {
-
-constexpr int kShownQuakes = 10;
 
 std::string formatted(const std::tm& time, const char* format) {
     char text[64];
@@ -44,9 +41,7 @@ int explainNothing(const EventFeed& feed) {
 }  // namespace
 
 int listQuakes(const EventFeed& feed) {
-    CQuakeList* list = CQuakeList::Instance();
-    list->KeepBiggestQuakes(kShownQuakes);
-    const auto quakes = quakesAsShown(*list);
+    const auto quakes = quakesAsShown(biggestQuakes());
     if (quakes.empty()) return explainNothing(feed);
     std::printf("%2s  %9s  %10s  %9s  %9s  %-19s  %s\n", "", "Magnitude", "Depth", "Latitude", "Longitude",
                 "Time (UTC)", "Local time");

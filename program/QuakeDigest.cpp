@@ -3,12 +3,11 @@
 #include <cstdio>
 
 #include "platform/Checksum.h"
+#include "program/ShownQuakes.h"
 #include "quakes/CQuakeEvent.h"
 #include "quakes/CQuakeList.h"
 
 namespace {
-
-constexpr int kShownQuakes = 10;
 
 std::string lineOf(const CQuakeEvent& quake) {
     char line[400];
@@ -20,10 +19,8 @@ std::string lineOf(const CQuakeEvent& quake) {
 }  // namespace
 
 std::string quakeDigest() {
-    CQuakeList* list = CQuakeList::Instance();
-    list->KeepBiggestQuakes(kShownQuakes);
     std::string text;
-    for (const CQuakeEvent* quake : list->GetQuakes())
+    for (const CQuakeEvent* quake : biggestQuakes().GetQuakes())
         if (quake) text += lineOf(*quake);
     return text.empty() ? "" : platform::sha256(text);
 }

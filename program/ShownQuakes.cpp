@@ -9,9 +9,15 @@
 
 namespace {
 
-constexpr std::size_t kMaxShownQuakes = 10;
+constexpr int kMaxShownQuakes = 10;
 
 }  // namespace
+
+const CQuakeList& biggestQuakes() {
+    CQuakeList* const list = CQuakeList::Instance();
+    list->KeepBiggestQuakes(kMaxShownQuakes);
+    return *list;
+}
 
 // The cycle walks the list backwards. The first two swap places: the view that asks for its page second
 // appears first.
@@ -20,7 +26,7 @@ std::vector<const CQuakeEvent*> quakesAsShown(const CQuakeList& list) {
     std::vector<const CQuakeEvent*> shown(quakes.rbegin(), quakes.rend());
     if (shown.size() >= 2) std::swap(shown[0], shown[1]);
     std::erase(shown, nullptr);
-    shown.resize(std::min(shown.size(), kMaxShownQuakes));
+    shown.resize(std::min<std::size_t>(shown.size(), kMaxShownQuakes));
     return shown;
 }
 

@@ -7,6 +7,9 @@
 class CQuakeEvent;
 class CQuakeList;
 
+// The program's list with no more quakes than are shown. Fetches the feed if that has not been done yet.
+const CQuakeList& biggestQuakes();
+
 // The quakes that a list keeps, at most ten, in the order in which its first round shows them.
 std::vector<const CQuakeEvent*> quakesAsShown(const CQuakeList& list);
 
