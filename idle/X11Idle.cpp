@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "idle/X11Screen.h"
+#include "platform/linux/KeyboardGrab.h"
 
 namespace {
 
@@ -41,8 +42,9 @@ X11Idle::X11Idle(Display* display, EventLoop& loop, Duration time, IdleListener&
     mNextLook.start({});
 }
 
+// A locker or an open menu grabs the keyboard.
 bool X11Idle::isOccupied() {
-    return keyboardIsTaken(mDisplay.get()) || fullScreenWindowIsActive(mDisplay.get());
+    return !platform::canGrabKeyboard(mDisplay.get()) || fullScreenWindowIsActive(mDisplay.get());
 }
 
 void X11Idle::look() {

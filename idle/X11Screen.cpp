@@ -8,7 +8,7 @@
 
 namespace {
 
-// The window's property as a list of windows or atoms, which are alike to Xlib; empty when there is none.
+// The windows or atoms in the window's property; empty if it has no such property.
 std::vector<XID> listIn(Display* display, Window window, const char* property, Atom type) {
     constexpr long kMaxLength = 64;
     Atom actualType;
@@ -24,15 +24,6 @@ std::vector<XID> listIn(Display* display, Window window, const char* property, A
 }
 
 }  // namespace
-
-bool keyboardIsTaken(Display* display) {
-    const Window root = DefaultRootWindow(display);
-    if (XGrabKeyboard(display, root, False, GrabModeAsync, GrabModeAsync, CurrentTime) != GrabSuccess)
-        return true;
-    XUngrabKeyboard(display, CurrentTime);
-    XSync(display, False);
-    return false;
-}
 
 bool fullScreenWindowIsActive(Display* display) {
     const auto active = listIn(display, DefaultRootWindow(display), "_NET_ACTIVE_WINDOW", XA_WINDOW);

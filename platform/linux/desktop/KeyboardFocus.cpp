@@ -3,6 +3,7 @@
 #include <gdk/gdkx.h>
 
 #include "platform/RunLoop.h"
+#include "platform/linux/KeyboardGrab.h"
 
 namespace platform {
 
@@ -14,14 +15,6 @@ constexpr int kPatience = 1000, kPause = 50;  // milliseconds
 ::Display* connection() {
     GdkDisplay* display = gdk_display_get_default();
     return GDK_IS_X11_DISPLAY(display) ? GDK_DISPLAY_XDISPLAY(display) : nullptr;
-}
-
-bool canGrabKeyboard(::Display* server) {
-    const int status =
-        XGrabKeyboard(server, DefaultRootWindow(server), False, GrabModeAsync, GrabModeAsync, CurrentTime);
-    XUngrabKeyboard(server, CurrentTime);
-    XSync(server, False);
-    return status == GrabSuccess;
 }
 
 }  // namespace
