@@ -1,7 +1,5 @@
 #include "program/AnimationTimer.h"
 
-#include <glib.h>
-
 #include <algorithm>
 #include <utility>
 
@@ -11,9 +9,7 @@ using platform::monotonicMicroseconds;
 
 namespace {
 
-long long microseconds(double seconds) {
-    return std::max(static_cast<long long>(seconds * G_USEC_PER_SEC), 1000LL);
-}
+long long microseconds(double seconds) { return std::max(static_cast<long long>(seconds * 1e6), 1000LL); }
 
 }  // namespace
 
@@ -25,10 +21,6 @@ AnimationTimer::AnimationTimer(double intervalSeconds, std::function<void()> tic
     schedule();
 }
 
-AnimationTimer::~AnimationTimer() {
-    if (mSource) g_source_remove(mSource);
-}
-
 void AnimationTimer::setInterval(double seconds) { mInterval = microseconds(seconds); }
 
 // At the earliest half an interval after a tick that came late: what it showed must be seen, and what it
@@ -38,17 +30,11 @@ void AnimationTimer::schedule() {
     const long long earliest = std::max(mLastStart + mInterval / 2, now);
     const long long intervals = (earliest - mDue + mInterval - 1) / mInterval;
     mDue += std::max(intervals, 1LL) * mInterval;
-    mSource = g_timeout_add(
-        static_cast<guint>((mDue - now + 999) / 1000),
-        [](gpointer self) -> gboolean {
-            static_cast<AnimationTimer*>(self)->fire();
-            return G_SOURCE_REMOVE;
-        },
-        this);
+    const int milliseconds = static_cast<int>((mDue - now + 999) / 1000);
+    mTimer = std::make_unique<platform::Timer>(milliseconds, [this] { fire(); });
 }
 
 void AnimationTimer::fire() {
-    mSource = 0;
     mLastStart = monotonicMicroseconds();
     mTick();
     schedule();

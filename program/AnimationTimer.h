@@ -1,13 +1,15 @@
 #pragma once
 
 #include <functional>
+#include <memory>
+
+#include "platform/Timer.h"
 
 // Calls tick on the main loop on a schedule, once every interval from now on. A tick that comes late or takes
 // long does not move the others; those that it leaves no time for are left out.
 class AnimationTimer {
   public:
     AnimationTimer(double intervalSeconds, std::function<void()> tick);
-    ~AnimationTimer();
     AnimationTimer(const AnimationTimer&) = delete;
     AnimationTimer& operator=(const AnimationTimer&) = delete;
 
@@ -22,5 +24,5 @@ class AnimationTimer {
     long long mInterval;   // microseconds, as the times
     long long mDue;        // of the next tick; during a tick, its own
     long long mLastStart;  // of a tick
-    unsigned mSource = 0;  // 0 during a tick
+    std::unique_ptr<platform::Timer> mTimer;
 };

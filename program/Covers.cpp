@@ -11,6 +11,7 @@
 #include "platform/Clock.h"
 #include "platform/Log.h"
 #include "platform/RunLoop.h"
+#include "platform/Timer.h"
 #include "platform/linux/desktop/KeyboardFocus.h"
 #include "platform/linux/desktop/ScreenAwake.h"
 #include "platform/linux/desktop/SessionBus.h"
@@ -44,7 +45,6 @@ class Covers : CoverKeeper::Hands {
     }
 
     ~Covers() override {
-        if (mTimer) g_source_remove(mTimer);
         g_signal_handlers_disconnect_by_data(gdk_display_get_default(), this);
         for (const auto& [number, child] : mChildren) child->end();
         const long long deadline = platform::monotonicMicroseconds() + kEndPatience;
@@ -66,17 +66,14 @@ class Covers : CoverKeeper::Hands {
 
     // Calls the keeper when its next step is due.
     void schedule() {
-        if (mTimer) g_source_remove(mTimer);
         const double seconds = std::clamp(mKeeper.nextDue() - now(), 0.0, kLongestSleep);
-        mTimer = g_timeout_add(static_cast<guint>(seconds * 1000) + 1, advance, this);
+        mTimer =
+            std::make_unique<platform::Timer>(static_cast<int>(seconds * 1000) + 1, [this] { advance(); });
     }
 
-    static gboolean advance(gpointer covers) {
-        auto* self = static_cast<Covers*>(covers);
-        self->mTimer = 0;
-        self->mKeeper.advance(now());
-        self->schedule();
-        return G_SOURCE_REMOVE;
+    void advance() {
+        mKeeper.advance(now());
+        schedule();
     }
 
     CoverKeeper::Process start(CoverKeeper::Monitor monitor, bool isSuccessor) override {
@@ -132,7 +129,7 @@ class Covers : CoverKeeper::Hands {
     CoverKeeper mKeeper;
     std::map<pid_t, std::unique_ptr<ChildProcess>> mChildren;
     pid_t mCheck = 0;
-    guint mTimer = 0;
+    std::unique_ptr<platform::Timer> mTimer;
 };
 
 }  // namespace
