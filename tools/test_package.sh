@@ -34,7 +34,7 @@ quietly() {  # COMMAND...: shows the output only when the command fails
 # A mount namespace of its own rather than chroot, in which the sandbox of the web process could not work. Everything
 # that was started in there ends with the command.
 in_tree() {  # TREE COMMAND...
-    bwrap --bind "$1" / --dev /dev --proc /proc --tmpfs /dev/shm --tmpfs /run --unshare-pid --die-with-parent \
+    bwrap --bind "$1" / --dev /dev --proc /proc --ro-bind /sys /sys --tmpfs /dev/shm --tmpfs /run --unshare-pid --die-with-parent \
         --cap-add ALL --clearenv --setenv PATH /usr/sbin:/usr/bin:/sbin:/bin --setenv HOME /root \
         --setenv DEBIAN_FRONTEND noninteractive "${@:2}"
 }
