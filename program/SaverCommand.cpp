@@ -15,6 +15,7 @@
 #include "platform/Log.h"
 #include "platform/RunLoop.h"
 #include "platform/WebView.h"
+#include "platform/linux/desktop/GraphicsDrivers.h"
 #include "platform/linux/desktop/Window.h"
 #include "platform/portable/NotificationCenter.h"
 #include "program/AnimationTimer.h"
@@ -42,9 +43,7 @@ constexpr platform::Size kPreviewSize{565, 317};  // as in XScreenSaver's settin
 bool openDisplay(bool forHostWindow) {
     // A host's window is an X11 window, even when a Wayland display is available.
     if (forHostWindow) gdk_set_allowed_backends("x11");
-    // The pages are still pictures: drawn by the CPU they take a third of the memory and look the same
-    // everywhere.
-    g_setenv("WEBKIT_DISABLE_DMABUF_RENDERER", "1", FALSE);
+    platform::keepGraphicsDriversOut();
     gtk_disable_setlocale();
     if (gtk_init_check(nullptr, nullptr)) return true;
     platform::log("cannot open a display");
