@@ -32,7 +32,8 @@ CoverTask coverTask() {
     return ownTask() == kCheck ? CoverTask::Check : CoverTask::None;
 }
 
-bool coversMonitor() { return coverTask() == CoverTask::Cover || coverTask() == CoverTask::Successor; }
+bool isSuccessor() { return coverTask() == CoverTask::Successor; }
+bool coversMonitor() { return coverTask() == CoverTask::Cover || isSuccessor(); }
 
 GdkMonitor* monitorToCover() {
     GdkDisplay* display = gdk_display_get_default();

@@ -44,7 +44,7 @@ def test_no_frame_of_a_fade_has_an_unpainted_or_a_white_edge(display, program):
     wait_to_see(is_map, display)
 
 
-def test_a_fade_ends_in_what_the_window_draws_anew(display, program):
+def test_a_fade_ends_in_what_the_window_draws_again(display, program):
     program.start("--demo", "--verbose", "--speed", "4")
     program.wait_for("fade: ", 2)
     still = 0, 0, 1280, 120  # no rings spread so far up
