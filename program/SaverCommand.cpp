@@ -14,6 +14,7 @@
 #include "platform/Log.h"
 #include "platform/RunLoop.h"
 #include "platform/linux/desktop/GraphicsDrivers.h"
+#include "platform/linux/desktop/Monitors.h"
 #include "platform/linux/desktop/Window.h"
 #include "program/CoverTask.h"
 #include "program/Covers.h"
@@ -74,8 +75,7 @@ void restart(const std::vector<guint>& signalSources) {
 }
 
 platform::Size sizeOf(GdkMonitor* monitor) {
-    GdkRectangle area;
-    gdk_monitor_get_geometry(monitor, &area);
+    const GdkRectangle area = platform::areaOf(monitor);
     return {static_cast<double>(area.width), static_cast<double>(area.height)};
 }
 
