@@ -1,11 +1,12 @@
 // The small map in a corner: the region's part where something is, with all quakes of the list, this one in front.
 
 import BASEMAP from "../basemap/vector.json" with {type: "json"};
-import {fillCircle, pathOf, stroke} from "./drawing.js";
+import {fillCircle} from "./drawing.js";
 import {markColour} from "./mark.js";
 import {HIDDEN_EDGE, REGION, createViewAt, isInRegion, latitudeAt, mercatorX, mercatorY, wrapLongitude}
   from "./projection.js";
 import {drawRings, fits, ringInView} from "./rings.js";
+import {pathOf, sizeOf} from "./shapes.js";
 
 const SIZE = {width: 170, height: 190, margin: 22, least: 0.62};  // units at most; smallest unit of a view that has one
 const SMALLEST_LAND = 0.12;  // degrees across
@@ -100,8 +101,7 @@ export function drawInset(context, view, quake, {region, others, box, rings}, de
 }
 
 function drawRegion(context, region, density) {
-  const across = SMALLEST_LAND * BASEMAP.unitsPerDegree;
-  const land = BASEMAP.land.filter(([west, south, east, north]) => east - west + north - south > across);
+  const land = BASEMAP.land.filter(shape => sizeOf(shape) > SMALLEST_LAND);
   context.fillStyle = "rgba(112, 132, 138, 0.85)";
   context.fill(pathOf(region, land, density, true));
 }

@@ -1,9 +1,10 @@
 // Says what the lines and the triangles on the map are, in one row beside the scale bar: those that the view shows.
 
 import BASEMAP from "../basemap/vector.json" with {type: "json"};
-import {BACKING, HALO, SANS, fillBox, meetsView, stroke} from "./drawing.js";
+import {BACKING, HALO, SANS, fillBox, stroke} from "./drawing.js";
 import {COLOURS} from "./layers.js";
 import {HIDDEN_EDGE} from "./projection.js";
+import {isLineInView} from "./shapes.js";
 
 const TEXT_SIZE = 13;  // units, as all that follows
 const SAMPLE = 20;
@@ -34,21 +35,8 @@ export function createKey(context, view, scale, {isMirrored}) {
 }
 
 function isInView({shapes, spots}, view) {
-  return shapes ? shapes.some(shape => meetsView(shape, view) && hasPartInView(shape, view)) :
+  return shapes ? shapes.some(shape => isLineInView(shape, view)) :
       spots.some(([, , x, y]) => x > view.west && x < view.east && y > view.south && y < view.north);
-}
-
-// A long line's box may hold the view beside the line.
-function hasPartInView(shape, view) {
-  let [x, y] = [shape[4], shape[5]];
-  for (let i = 6; i < shape.length; i += 2) {
-    const [toX, toY] = [x + shape[i], y + shape[i + 1]];
-    if (meetsView([Math.min(x, toX), Math.min(y, toY), Math.max(x, toX), Math.max(y, toY)], view)) {
-      return true;
-    }
-    [x, y] = [toX, toY];
-  }
-  return false;
 }
 
 export function drawKey(context, view, {entries, box}) {

@@ -1,10 +1,11 @@
 // The names on the map: where they go, and how they are drawn.
 
 import BASEMAP from "../basemap/vector.json" with {type: "json"};
-import {HALO, pathOf, pathOfCurves, stroke} from "./drawing.js";
+import {HALO, pathOfCurves, stroke} from "./drawing.js";
 import {labelItems} from "./names.js";
 import {placeLabels} from "./placement.js";
 import {HIDDEN_EDGE} from "./projection.js";
+import {pathOf} from "./shapes.js";
 
 const EDGE_MARGIN = 5;  // units between a label and the edge of the screen
 const HALO_WIDTH = 4.4;  // units

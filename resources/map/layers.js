@@ -1,8 +1,9 @@
 // The map under the names: sea, land, water, faults and plates, drawn in this order.
 
 import BASEMAP from "../basemap/vector.json" with {type: "json"};
-import {BOUNDARY, between, curvesOf, pathOf, pathOfCurves, stroke} from "./drawing.js";
+import {BOUNDARY, pathOfCurves, stroke} from "./drawing.js";
 import {drawRelief, reliefBounds} from "./relief.js";
+import {between, curvesOf, pathOf} from "./shapes.js";
 
 export const COLOURS = {
   sea: "#0a1a2e",

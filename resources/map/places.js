@@ -2,7 +2,7 @@
 
 import BASEMAP from "../basemap/vector.json" with {type: "json"};
 import {bearingBetween, distanceBetween} from "./geometry.js";
-import {wrapLongitude} from "./projection.js";
+import {isInShape} from "./shapes.js";
 
 // How far a place lends its name, in kilometres: towns by their people, islands by their rank.
 const TOWN_REACH = [[30000, 3000], [10000, 500], [2000, 200], [0, 100]];
@@ -61,36 +61,6 @@ export function nearestPlace(quakePlace, places) {
   return best;
 }
 
-export function isOnLand({latitude, longitude}) {
-  const x = wrapLongitude(longitude) * BASEMAP.unitsPerDegree;
-  const y = latitude * BASEMAP.unitsPerDegree;
-  return BASEMAP.land.some(shape =>
-      x >= shape[0] && x <= shape[2] && y >= shape[1] && y <= shape[3] && isInShape(shape, x, y));
-}
-
-// By the number of the shape's edges between the point and the far east.
-function isInShape(shape, x, y) {
-  const corners = cornersOf(shape);
-  let isInside = false;
-  let before = corners.at(-1);
-  for (const corner of corners) {
-    const isCrossed = (corner.y > y) !== (before.y > y);
-    if (isCrossed && x < corner.x + (y - corner.y) / (before.y - corner.y) * (before.x - corner.x)) {
-      isInside = !isInside;
-    }
-    before = corner;
-  }
-  return isInside;
-}
-
-// A shape holds its box and then the steps from corner to corner.
-function cornersOf(shape) {
-  const corners = [];
-  let [x, y] = [0, 0];
-  for (let i = 4; i < shape.length; i += 2) {
-    x += shape[i];
-    y += shape[i + 1];
-    corners.push({x, y});
-  }
-  return corners;
+export function isOnLand(place) {
+  return BASEMAP.land.some(shape => isInShape(shape, place));
 }
