@@ -145,6 +145,7 @@ ALONG = [
     ["TO/PA", "SUB", -23.5, -15, "line", "Tonga Trench"],
 ]
 NAME_SPACING = 1.2  # degrees along a boundary
+LAND_END = (149, 145)  # degrees: where the source cuts the land off, and where it ends here, beyond the relief
 TRENCH_GRAIN = 0.4  # degrees; the source's smaller bends come from drawing by hand
 
 
@@ -181,6 +182,15 @@ def encode(line, is_closed):
 def shapes(found, is_closed=False):
     encoded = [encode(line, is_closed) for feature in found for line in lines_of(feature)]
     return [numbers for numbers in encoded if len(numbers) > (8 if is_closed else 6)]
+
+
+def land(folder):
+    """The coasts. The source's end is no coast, so the land goes on to where nothing is drawn."""
+    found = features(folder, "land")
+    for feature in found:
+        for line in lines_of(feature):
+            line[:] = [[LAND_END[1] if x == LAND_END[0] else x, y] for x, y in line]
+    return shapes(found, is_closed=True)
 
 
 def by_kind(found, kind_of):
@@ -323,7 +333,7 @@ def main():
     write_vector(
         {
             "unitsPerDegree": UNITS_PER_DEGREE,
-            "land": shapes(features(folder, "land"), is_closed=True),
+            "land": land(folder),
             "lakes": shapes(features(folder, "lakes"), is_closed=True),
             "rivers": by_kind(features(folder, "rivers"), lambda p: "main" if p["l"] < 3 else "other"),
             "faults": shapes(features(folder, "faults")),
