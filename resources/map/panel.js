@@ -19,11 +19,8 @@ const SAMPLES = {whole: "samples from GeoNet and other agencies, CC BY 3.0 NZ", 
 const LEAST_WHOLE_CREDIT = 640;  // CSS pixels
 
 // On a low screen the panel gives up these lines, in this order, until it leaves the mark free.
-const LEAST_NEEDED = ["levels", "size", "depth", "list", "shaking", "date"];
-const SMALL = 0.5;  // unit of a view below which the panel is a strip
+const LEAST_NEEDED = ["levels", "depth", "list", "shaking", "size", "date"];
 const SMALLEST_UNIT = 0.36;  // pixels
-const TEXT_HEIGHT = 720;  // CSS pixels of a screen whose text is as large as the style sheet says
-const WIDE = 1.2;  // sides of a screen on which the panel stands beside the middle
 
 // arrangement is what arrangementAt gives, list what listOf gives, and told the places of placesToTell or null.
 export function fillPanel(view, {quake, list, told, rings}, arrangement, now) {
@@ -44,14 +41,11 @@ export function fillPanel(view, {quake, list, told, rings}, arrangement, now) {
 function styleRoot(view, quake, {isMirrored, x, y}) {
   const style = document.documentElement.style;
   style.setProperty("--unit", Math.max(SMALLEST_UNIT, view.unit) + "px");
-  style.setProperty("--text", Math.max(SMALLEST_UNIT, view.unit, view.height / TEXT_HEIGHT) + "px");
+  style.setProperty("--text", Math.max(SMALLEST_UNIT, view.text) + "px");
   style.setProperty("--quake", `rgb(${markColour(quake.magnitude)})`);
   style.setProperty("--shift-x", x);
   style.setProperty("--shift-y", y);
-  const {classList} = document.body;
-  classList.toggle("small", view.unit < SMALL);
-  classList.toggle("wide", view.width > WIDE * view.height);
-  classList.toggle("mirrored", isMirrored);
+  document.body.className = isMirrored ? `${view.shape} mirrored` : view.shape;
 }
 
 function rankText(quake, list) {
@@ -66,7 +60,7 @@ function isSaid(quake, told) {
 
 function fillDate({ago, date}) {
   setText("#ago", ago);
-  setText("#day", date);
+  setText("#day", date.replace(/ (?=[ap]m$)/, "\u00a0"));
   document.getElementById("date").hidden = ago + date === "";
 }
 
@@ -110,7 +104,7 @@ function setText(selector, text) {
   element.hidden = text === "";
 }
 
-// Drops lines until the panel is clear of the mark and inside the screen.
+// Drops lines until the panel is clear of the mark and inside its part of the screen.
 export function fitPanel(view, mark) {
   const panel = document.getElementById("panel");
   const free = boxOfMark(mark);
@@ -121,7 +115,8 @@ export function fitPanel(view, mark) {
       document.getElementById(id).hidden = true;
     }
     const box = boxOf(panel);
-    if (box.top >= HIDDEN_EDGE && box.right <= view.width && !boxesMeet(box, free)) {
+    const top = view.lowerPanel ? view.height - view.lowerPanel : HIDDEN_EDGE;
+    if (box.top >= top && box.right <= view.width && !boxesMeet(box, free)) {
       return;
     }
   }
