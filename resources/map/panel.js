@@ -27,7 +27,7 @@ export function fillPanel(view, {quake, list, told, rings}, arrangement, now) {
   styleRoot(view, quake, arrangement);
   const kind = magnitudeClass(quake.magnitude);
   setText("#magnitude", magnitudeInWords(quake.magnitude));
-  setText("#size b", kind ? `${kind.name} earthquake` : quake.magnitude === null ? "Earthquake" : "Magnitude");
+  setText("#size b", quake.magnitude === null ? "Magnitude not known" : ["Magnitude", kind?.name].filter(Boolean).join(" · "));
   setText("#size span", rankText(quake, list) || (kind ? kind.often : ""));
   setText("#place", placeInWords(quake.place, quake.place && nearestPlace(quake.place, namedPlaces())));
   fillDate(whenInWords(quake.date, now));

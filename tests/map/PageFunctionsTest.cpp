@@ -52,8 +52,10 @@ TEST(PageFunctionsTest, PlacesAreSaidInRoundDistancesAndClassesBeginAtTheirPubli
           R"(["15 km north-east of Culverden","310 km east of Raoul Island",)"
           R"("1,230 km north of the Chatham Islands","Near Taupō"])"},
          {"placeInWords({latitude: -29.5, longitude: 182.4}, null)", "\"29.50° S, 177.60° W\""},
-         {"[-1, 3, 3.96, 5, 6.94, 6.96, 8, 9].map(m => magnitudeClass(quakeFrom(0, 0, m).magnitude).name)",
-          R"(["Very small","Minor","Light","Moderate","Strong","Major","Great","Giant"])"},
+         {"[-1, 3.96, 6.94, 6.96, 8, 9].map(m => magnitudeClass(quakeFrom(0, 0, m).magnitude))"
+          ".map(({name, often}) => name?.slice(0, 5) ?? often.split("
+          ")[1])",
+          R"(["a","13,000","130","major","great","giant"])"},
          {"[12, null].map(magnitudeClass)", "[null,null]"},
          {"[-3, 0, 70, 71, 300, 301, 700].map(d => depthClass(d).name[0]).join('')", "\"sssiidd\""},
          {"[9.96, -0.01, 5000, -1.5, null].map(depth => depthInWords(depth, false))",
