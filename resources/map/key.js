@@ -6,7 +6,7 @@ import {COLOURS} from "./layers.js";
 import {HIDDEN_EDGE} from "./projection.js";
 import {isLineInView} from "./shapes.js";
 
-const TEXT_SIZE = 13;  // units, as all that follows
+const TEXT_SIZE = 16;  // units, as all that follows
 const SAMPLE = 20;
 const GAP = 6;  // between sample and text
 const SPACE = 16;  // between two entries
@@ -29,7 +29,7 @@ export function createKey(context, view, scale, {isMirrored}) {
     {...entry, width: entry.width * unit, length: context.measureText(entry.text).width + (SAMPLE + GAP) * unit}));
   const length = entries.reduce((sum, entry) => sum + entry.length, 0) + (entries.length - 1) * SPACE * unit;
   const left = isMirrored ? scale.box.right + 5 * unit : scale.box.left - 5 * unit - length;
-  const box = {left: left - 4 * unit, top: scale.bottom - 18 * unit, right: left + length + 4 * unit,
+  const box = {left: left - 4 * unit, top: scale.bottom - 22 * unit, right: left + length + 4 * unit,
     bottom: scale.bottom};
   return entries.length > 0 && box.left > HIDDEN_EDGE && box.right < view.width ? {entries, box} : null;
 }
@@ -41,7 +41,7 @@ function isInView({shapes, spots}, view) {
 
 export function drawKey(context, view, {entries, box}) {
   const unit = view.unit;
-  const y = box.bottom - 8.5 * unit;
+  const y = box.bottom - 10.5 * unit;
   let x = box.left + 4 * unit;
   fillBox(context, box, BACKING);
   context.font = `${TEXT_SIZE * unit}px ${SANS}`;
