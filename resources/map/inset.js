@@ -87,7 +87,7 @@ export function drawInset(context, view, quake, {region, others, box, rings}, de
   context.clip();
   drawRegion(context, region, density);
   drawFrame(context, view, region);
-  drawRings(context, rings, 0.7 * view.unit);
+  drawRings(context, {...region, unit: 0.7 * view.unit}, rings);
   for (const other of others) {
     drawQuake(context, region, other, 0.75);
   }

@@ -54,12 +54,12 @@ function drawPage(view, quake) {
   fillPanel(view, facts, arrangement, opened);
   fitPanel(view, mark);
   drawLayers(context, view, density);
-  drawRings(context, facts.rings.inside, view.unit);
   const fixed = {mark: quake.place && boxOfMark(mark), panel: boxOf(document.getElementById("panel")),
     credit: boxOf(document.getElementById("credit"))};
   const corners = placeCorners(context, view, facts, fixed, arrangement);
   const obstacles = {...fixed, ...corners.boxes};
   const labels = layOutNames(context, view, facts, obstacles);
+  drawRings(context, view, facts.rings.inside, labels.filter(({item}) => item.ring));
   drawLabels(context, labels);
   shortenLevels([...facts.rings.inside, ...(corners.inset ? corners.inset.rings : [])],
       new Set(labels.map(({item}) => item.ring)));
@@ -84,7 +84,7 @@ function factsOf(view, quake, mark) {
 // The names of the map, and those of the rings where there is room left.
 function layOutNames(context, view, facts, obstacles) {
   const names = layOutLabels(context, view, obstacles, facts.rings.inside);
-  const taken = [...Object.values(obstacles).filter(Boolean), ...names.flatMap(({boxes}) => boxes)];
+  const taken = [...Object.values(obstacles).filter(Boolean), ...names.flatMap(({boxes, line}) => [...boxes, ...line])];
   return [...names, ...layOutRingNames(context, view, facts.rings.inside, taken)];
 }
 

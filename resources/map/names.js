@@ -8,6 +8,7 @@ import {namedPlaces, nearestPlace} from "./places.js";
 import {HIDDEN_EDGE} from "./projection.js";
 
 const SMALLEST_TEXT_UNIT = 0.8;
+const LEAST_ROOM = 4;  // around a name
 const USUAL_WORLD = 65536;  // CSS pixels of the world, where the towns' names lie loosely
 const MOST_COVERED = 3;
 
@@ -85,7 +86,7 @@ function townItem(unit, crowd, [name, people, longitude, latitude]) {
     lines: [name], longitude, latitude, colour, weight, unit,
     font: `${weight} ${size * unit}px ${SANS}`, size: size * unit, spacing: 0.01 * size * unit,
     priority: 10 - Math.log10(people + 10), offset: (dot + 4) * unit, symbol: "dot", symbolSize: dot * unit, isPlace: true,
-    room: room * crowd * unit,
+    room: Math.max(LEAST_ROOM, room * crowd) * unit,
   };
 }
 
@@ -99,7 +100,7 @@ function nameItem(unit, [name, kind, rank, angle, longitude, latitude]) {
     font: `${slant}${style.weight || 400} ${size}px ${style.serif ? SERIF : SANS}`,
     colour: style.colour, sea: style.sea, priority: style.priority + rank,
     offset: (style.offset || 0) * unit, stray: style.stray, symbol: style.symbol, symbolSize: SYMBOL_SIZE * unit,
-    isPlace: style.isPlace,
+    isPlace: style.isPlace, room: LEAST_ROOM * unit,
   };
 }
 
