@@ -53,8 +53,7 @@ TEST(PageFunctionsTest, PlacesAreSaidInRoundDistancesAndClassesBeginAtTheirPubli
           R"("1,230 km north of the Chatham Islands","Near Taupō"])"},
          {"placeInWords({latitude: -29.5, longitude: 182.4}, null)", "\"29.50° S, 177.60° W\""},
          {"[-1, 3.96, 6.94, 6.96, 8, 9].map(m => magnitudeClass(quakeFrom(0, 0, m).magnitude))"
-          ".map(({name, often}) => name?.slice(0, 5) ?? often.split("
-          ")[1])",
+          ".map(({name, often}) => name?.slice(0, 5) ?? often.split(' ')[1])",
           R"(["a","13,000","130","major","great","giant"])"},
          {"[12, null].map(magnitudeClass)", "[null,null]"},
          {"[-3, 0, 70, 71, 300, 301, 700].map(d => depthClass(d).name[0]).join('')", "\"sssiidd\""},
