@@ -37,6 +37,7 @@ function measureItems(context, items) {
     item.width = widths.get(key) + 2 * item.unit;
     item.height = item.size * 1.2 * item.lines.length;
   }
+  context.letterSpacing = "0px";
 }
 
 // Questions for boxes: is there land, a plate boundary or a ring in it (crosses), and is there a ring (touchesRing)? A

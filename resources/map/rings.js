@@ -18,6 +18,7 @@ const BEARING_STEP = 3;  // degrees
 const LEAST_RADIUS = 1.4;  // radii of the mark
 const LEAST_LINE_UNIT = 0.5;
 const NAME_SIZE = 15;  // units
+const NAME_ROOM = 2;
 // Where a ring's name may stand, the best place first: on its upper or lower part, where the line is nearly level.
 const NAME_BEARINGS = [0, 12, -12, 24, -24, 180, 168, -168, 156, -156, 36, -36, 144, -144, 48, -48, 132, -132, 60, -60];
 
@@ -111,7 +112,7 @@ function nameItem(context, view, ring, bearing) {
   const upright = Math.abs(bearing) > 90 ? bearing - Math.sign(bearing) * 180 : bearing;
   return {
     ...pointInView(view, ring.place, ring, bearing), lines: [ring.name], ring: ring.name, angle: upright * Math.PI / 180, font, size,
-    spacing: 0.02 * size, unit: view.unit, colour: lightened(ring.colour),
+    spacing: 0.02 * size, unit: view.unit, room: NAME_ROOM * view.unit, colour: lightened(ring.colour),
     width: context.measureText(ring.name).width + size, height: size * 1.2,
   };
 }
