@@ -5,7 +5,7 @@ import BASEMAP from "../basemap/vector.json" with {type: "json"};
 import {SANS, SERIF} from "./drawing.js";
 import {boxesMeet, radians} from "./geometry.js";
 import {namedPlaces, nearestPlace} from "./places.js";
-import {HIDDEN_EDGE} from "./projection.js";
+import {HIDDEN_EDGE, isInRegion} from "./projection.js";
 
 const SMALLEST_TEXT_UNIT = 0.8;
 const LEAST_ROOM = 4;  // around a name
@@ -55,13 +55,18 @@ export function labelItems(view, mark) {
     const [x, y] = [view.x(entry.at(-2)), view.y(entry.at(-1))];
     return x > HIDDEN_EDGE && x < view.width && y > HIDDEN_EDGE && y < view.height;
   };
-  const items = [...BASEMAP.places.filter(isSeen).map(place => townItem(unit, crowd, place)),
+  const items = [...BASEMAP.places.filter(isSeen).filter(isOnMap).map(place => townItem(unit, crowd, place)),
     ...BASEMAP.labels.filter(isSeen).map(label => nameItem(unit, label)),
     ...volcanoes().filter(isSeen).map(volcano => volcanoItem(unit, volcano))]
       .map(item => ({...item, x: view.x(item.longitude), y: view.y(item.latitude)}));
   const fromMiddle = ({x, y}) => Math.hypot(x - view.middle.x, y - view.middle.y);
   items.sort((one, other) => one.priority - other.priority || fromMiddle(one) - fromMiddle(other));
   return mark ? withStruck(items, view.place, mark) : items;
+}
+
+// Beyond the region nothing is drawn around a town.
+function isOnMap([, , longitude, latitude]) {
+  return isInRegion({longitude, latitude});
 }
 
 // The place that the quake is named after goes first, but not onto a city. The mark must not hide it, nor the towns and
@@ -117,6 +122,10 @@ function slope(direction, beside) {
 function volcanoes() {
   const named = new Set([...BASEMAP.labels, ...BASEMAP.places].map(([name]) => name));
   return BASEMAP.volcanoes.filter(([name]) => !named.has(name));
+}
+
+export function isVolcano({symbol}) {
+  return symbol === "volcano" || symbol === "seamount";
 }
 
 function volcanoItem(unit, [name, isUnderSea, longitude, latitude]) {

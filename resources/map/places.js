@@ -13,17 +13,7 @@ const ISLAND_SIZE = 80;  // kilometres from a large island's middle to its shore
 
 const CLEARER_NAMES = {Waitangi: "Waitangi (Chatham Islands)"};  // another one is better known
 
-// Towns beyond the map's edges: name, people, longitude, latitude.
-const FAR_TOWNS = [
-  ["Sydney", 5450000, 151.21, -33.87], ["Newcastle", 322000, 151.78, -32.93], ["Brisbane", 2700000, 153.03, -27.47],
-  ["Gold Coast", 640000, 153.43, -28.0], ["Canberra", 456000, 149.13, -35.28], ["Melbourne", 5200000, 144.96, -37.81],
-  ["Hobart", 197000, 147.33, -42.88], ["Rockhampton", 79000, 150.51, -23.38], ["Mackay", 80000, 149.19, -21.14],
-  ["Townsville", 180000, 146.82, -19.26], ["Cairns", 153000, 145.77, -16.92], ["Port Moresby", 365000, 147.18, -9.44],
-  ["Honiara", 92000, 159.95, -9.43], ["Apia", 37000, 188.23, -13.83], ["Pago Pago", 3700, 189.3, -14.28],
-  ["Avarua", 5400, 200.22, -21.21],
-];
-
-const TOWNS = [...BASEMAP.places, ...FAR_TOWNS].map(([name, people, longitude, latitude]) => (
+const TOWNS = BASEMAP.places.map(([name, people, longitude, latitude]) => (
   {name: CLEARER_NAMES[name] || name, people, longitude, latitude, reach: TOWN_REACH.find(([least]) => people >= least)[1]}));
 
 const ISLANDS = BASEMAP.labels.filter(([, kind, rank]) => kind === "island" && ISLAND_REACH[rank])
