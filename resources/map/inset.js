@@ -59,8 +59,8 @@ function ringReach({place}, rings) {
 
 // The smallest part of the region that holds the places and is neither too flat nor too high, in parts of the world.
 function extentOf(places) {
-  const limits = {left: mercatorX(REGION.west), right: mercatorX(REGION.east),
-    top: mercatorY(REGION.north), bottom: mercatorY(REGION.south)};
+  const limits = {left: mercatorX(REGION.west) - SPACE, right: mercatorX(REGION.east) + SPACE,
+    top: mercatorY(REGION.north) - SPACE, bottom: mercatorY(REGION.south) + SPACE};
   const xs = places.map(({longitude}) => mercatorX(longitude));
   const ys = places.map(({latitude}) => mercatorY(latitude));
   const [left, right] = [Math.max(limits.left, Math.min(...xs) - SPACE), Math.min(limits.right, Math.max(...xs) + SPACE)];
