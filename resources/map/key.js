@@ -21,11 +21,11 @@ const ENTRIES = [
   {text: "volcano", spots: BASEMAP.volcanoes, colour: VOLCANO, width: 0},
 ];
 
-// As many entries as there is room for between the bar and the other side's margin; null without any.
-export function createKey(context, view, scale, {isMirrored}) {
+// Beside the bar; null where it has no room or nothing to say. Volcanoes are left out if none stands on the map.
+export function createKey(context, view, scale, {isMirrored}, hasVolcanoes) {
   const unit = view.unit;
   context.font = `${TEXT_SIZE * unit}px ${SANS}`;
-  const entries = ENTRIES.filter(entry => isInView(entry, view)).map(entry => (
+  const entries = ENTRIES.filter(entry => isInView(entry, view) && (hasVolcanoes || !entry.spots)).map(entry => (
     {...entry, width: entry.width * unit, length: context.measureText(entry.text).width + (SAMPLE + GAP) * unit}));
   const length = entries.reduce((sum, entry) => sum + entry.length, 0) + (entries.length - 1) * SPACE * unit;
   const left = isMirrored ? scale.box.right + 5 * unit : scale.box.left - 5 * unit - length;
