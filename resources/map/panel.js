@@ -33,7 +33,7 @@ export function fillPanel(view, {quake, list, told, rings}, arrangement, now) {
   fillDate(whenInWords(quake.date, now));
   setText("#depth", depthInWords(quake.depth, quake.depth < 0 && quake.place && isOnLand(quake.place)));
   setText("#shaking", isSaid(quake, told) ? shakingInWords(told) : "");
-  fillLevels([...rings.inside, ...rings.outside]);
+  fillLevels([...rings.inside, ...rings.outside], rings.inside.length > 0);
   setText("#list", list ? listInWordsOf(list, ageInWords(list.answerTime, now)) : "");
   setText("#sources", creditText(view, list).replaceAll("-", "\u2011"));  // a licence is not broken at its hyphen
 }
@@ -64,11 +64,12 @@ function fillDate({ago, date}) {
   document.getElementById("date").hidden = ago + date === "";
 }
 
-// Which ring is which.
-function fillLevels(rings) {
+// Which ring is which, and what they are unless a sentence says it.
+function fillLevels(rings, hasRings) {
   const element = document.getElementById("levels");
-  element.hidden = rings.length === 0;
-  element.replaceChildren(isEstimateSaid() ? "" : "Estimated shaking: ", ...[...rings].reverse().map(({name, colour}) => {
+  const title = hasRings && !isEstimateSaid() ? "Rings: estimated shaking " : "";
+  element.hidden = rings.length === 0 && title === "";
+  element.replaceChildren(title, ...[...rings].reverse().map(({name, colour}) => {
     const part = document.createElement("span");
     part.textContent = name;
     part.style.setProperty("--ring", `rgb(${colour})`);
@@ -76,10 +77,10 @@ function fillLevels(rings) {
   }));
 }
 
-// Leaves out the rings that are not drawn, and, where a sentence says what rings are, those with their name on the map.
+// Leaves out the rings that are not drawn, and those with their name on the map.
 export function shortenLevels(rings, named) {
   if (!document.getElementById("levels").hidden) {
-    fillLevels(isEstimateSaid() ? rings.filter(({name}) => !named.has(name)) : rings);
+    fillLevels(rings.filter(({name}) => !named.has(name)), rings.length > 0);
   }
 }
 
