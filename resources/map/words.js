@@ -68,8 +68,10 @@ export function placeInWords(place, nearest) {
       withArticle(nearest.name);
 }
 
+// A name is not broken between its words.
 function withArticle(name) {
-  return /(Islands|Reefs)$/.test(name) ? `the ${name}` : name.replace(/^The /, "the ");
+  const whole = name.replace(/^The /, "").replaceAll(" ", "\u00a0");
+  return /^The |(Islands|Reefs)$/.test(name) ? `the ${whole}` : whole;
 }
 
 // To five kilometres near by and to ten farther away: places are known no better.
