@@ -1,8 +1,9 @@
 // The map under the names: sea, land, water, faults and plates, drawn in this order.
 
 import BASEMAP from "../basemap/vector.json" with {type: "json"};
-import {BOUNDARY, between, curvesOf, pathOf, pathOfCurves, stroke} from "./drawing.js";
+import {BOUNDARY, pathOfCurves, stroke} from "./drawing.js";
 import {drawRelief, reliefBounds} from "./relief.js";
+import {between, curvesOf, pathOf} from "./shapes.js";
 
 export const COLOURS = {
   sea: "#0a1a2e",
@@ -37,6 +38,7 @@ export function drawLayers(context, view, density) {
   drawLand(context, view, coast, density);
   drawWater(context, view, density);
   stroke(context, coast, COLOURS.coast, 0.8 * lineUnit(view));
+  drawEndOfRelief(context, view);
   drawTectonics(context, view, density);
   drawDarkEdges(context, view);
   drawGrain(context, view);
@@ -50,12 +52,11 @@ function drawSea(context, view, density) {
   context.fillStyle = COLOURS.sea;
   context.fillRect(0, 0, view.width, view.height);
   drawRelief(context, view, "sea", density);
-  drawEndOfRelief(context, view);
   context.fillStyle = COLOURS.calm;
   context.fillRect(0, 0, view.width, view.height);
 }
 
-// The relief ends at straight lines; before them it sinks into the plain sea.
+// The relief ends at straight lines; before them land and sea sink into the dark.
 function drawEndOfRelief(context, view) {
   const {west, east, north, south} = reliefBounds();
   const width = RELIEF_FADE * view.world / 360;
