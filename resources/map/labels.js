@@ -50,10 +50,10 @@ function linesOf(view, rings) {
   const context = canvas.getContext("2d", {willReadFrequently: true});
   context.scale(1 / grain, 1 / grain);
   context.globalCompositeOperation = "lighter";
-  const coast = pathOf(view, BASEMAP.land, 0.5 / grain, true);
+  const coast = pathOf(view, BASEMAP.land, grain, true);
   context.fillStyle = "#f00";
   context.fill(coast);
-  const boundaries = Object.values(BASEMAP.plates).map(lines => pathOf(view, lines, 0.5 / grain));
+  const boundaries = Object.values(BASEMAP.plates).map(lines => pathOf(view, lines, grain));
   [coast, ...boundaries].forEach(path => stroke(context, path, "#f00", grain));
   stroke(context, pathOfCurves(rings.map(({points}) => [...points, points[0]])), "#0f0", grain);
   const image = context.getImageData(0, 0, canvas.width, canvas.height);
