@@ -103,6 +103,23 @@ MORE_PLACES = [
     ["Temuka", 4700, 171.278, -44.247],
     ["Tokomaru Bay", 400, 178.317, -38.129],
     ["Tolaga Bay", 830, 178.299, -38.372],
+    # At the map's edges, and beyond them for quakes that are nearest to these.
+    ["Apia", 37000, 188.23, -13.83],
+    ["Avarua", 5400, 200.22, -21.21],
+    ["Brisbane", 2700000, 153.03, -27.47],
+    ["Cairns", 153000, 145.77, -16.92],
+    ["Canberra", 456000, 149.13, -35.28],
+    ["Gold Coast", 640000, 153.43, -28.0],
+    ["Hobart", 197000, 147.33, -42.88],
+    ["Honiara", 92000, 159.95, -9.43],
+    ["Mackay", 80000, 149.19, -21.14],
+    ["Melbourne", 5200000, 144.96, -37.81],
+    ["Newcastle", 322000, 151.78, -32.93],
+    ["Pago Pago", 3700, 189.3, -14.28],
+    ["Port Moresby", 365000, 147.18, -9.44],
+    ["Rockhampton", 79000, 150.51, -23.38],
+    ["Sydney", 5450000, 151.21, -33.87],
+    ["Townsville", 180000, 146.82, -19.26],
 ]
 
 # Wide waters have their name in many places, for the map shows the one that suits the view: name, kind, rank, places.
@@ -145,6 +162,7 @@ ALONG = [
     ["TO/PA", "SUB", -23.5, -15, "line", "Tonga Trench"],
 ]
 NAME_SPACING = 1.2  # degrees along a boundary
+LAND_END = (149, 145)  # degrees: where the source cuts the land off, and where it ends here, beyond the relief
 TRENCH_GRAIN = 0.4  # degrees; the source's smaller bends come from drawing by hand
 
 
@@ -181,6 +199,15 @@ def encode(line, is_closed):
 def shapes(found, is_closed=False):
     encoded = [encode(line, is_closed) for feature in found for line in lines_of(feature)]
     return [numbers for numbers in encoded if len(numbers) > (8 if is_closed else 6)]
+
+
+def land(folder):
+    """The coasts. The source's end is no coast, so the land goes on to where nothing is drawn."""
+    found = features(folder, "land")
+    for feature in found:
+        for line in lines_of(feature):
+            line[:] = [[LAND_END[1] if x == LAND_END[0] else x, y] for x, y in line]
+    return shapes(found, is_closed=True)
 
 
 def by_kind(found, kind_of):
@@ -323,7 +350,7 @@ def main():
     write_vector(
         {
             "unitsPerDegree": UNITS_PER_DEGREE,
-            "land": shapes(features(folder, "land"), is_closed=True),
+            "land": land(folder),
             "lakes": shapes(features(folder, "lakes"), is_closed=True),
             "rivers": by_kind(features(folder, "rivers"), lambda p: "main" if p["l"] < 3 else "other"),
             "faults": shapes(features(folder, "faults")),

@@ -1,11 +1,12 @@
 // The small map in a corner: the region's part where something is, with all quakes of the list, this one in front.
 
 import BASEMAP from "../basemap/vector.json" with {type: "json"};
-import {fillCircle, pathOf, stroke} from "./drawing.js";
+import {fillCircle} from "./drawing.js";
 import {markColour} from "./mark.js";
 import {HIDDEN_EDGE, REGION, createViewAt, isInRegion, latitudeAt, mercatorX, mercatorY, wrapLongitude}
   from "./projection.js";
 import {drawRings, fits, ringInView} from "./rings.js";
+import {pathOf, sizeOf} from "./shapes.js";
 
 const SIZE = {width: 170, height: 190, margin: 22, least: 0.62};  // units at most; smallest unit of a view that has one
 const SMALLEST_LAND = 0.12;  // degrees across
@@ -58,8 +59,8 @@ function ringReach({place}, rings) {
 
 // The smallest part of the region that holds the places and is neither too flat nor too high, in parts of the world.
 function extentOf(places) {
-  const limits = {left: mercatorX(REGION.west), right: mercatorX(REGION.east),
-    top: mercatorY(REGION.north), bottom: mercatorY(REGION.south)};
+  const limits = {left: mercatorX(REGION.west) - SPACE, right: mercatorX(REGION.east) + SPACE,
+    top: mercatorY(REGION.north) - SPACE, bottom: mercatorY(REGION.south) + SPACE};
   const xs = places.map(({longitude}) => mercatorX(longitude));
   const ys = places.map(({latitude}) => mercatorY(latitude));
   const [left, right] = [Math.max(limits.left, Math.min(...xs) - SPACE), Math.min(limits.right, Math.max(...xs) + SPACE)];
@@ -86,7 +87,7 @@ export function drawInset(context, view, quake, {region, others, box, rings}, de
   context.clip();
   drawRegion(context, region, density);
   drawFrame(context, view, region);
-  drawRings(context, rings, 0.7 * view.unit);
+  drawRings(context, {...region, unit: 0.7 * view.unit}, rings);
   for (const other of others) {
     drawQuake(context, region, other, 0.75);
   }
@@ -100,10 +101,9 @@ export function drawInset(context, view, quake, {region, others, box, rings}, de
 }
 
 function drawRegion(context, region, density) {
-  const across = SMALLEST_LAND * BASEMAP.unitsPerDegree;
-  const land = BASEMAP.land.filter(([west, south, east, north]) => east - west + north - south > across);
+  const land = BASEMAP.land.filter(shape => sizeOf(shape) > SMALLEST_LAND);
   context.fillStyle = "rgba(112, 132, 138, 0.85)";
-  context.fill(pathOf(region, land, density, true));
+  context.fill(pathOf(region, land, 0.5 / density, true));
 }
 
 // What the map shows.

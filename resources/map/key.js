@@ -1,11 +1,12 @@
 // Says what the lines and the triangles on the map are, in one row beside the scale bar: those that the view shows.
 
 import BASEMAP from "../basemap/vector.json" with {type: "json"};
-import {BACKING, HALO, SANS, fillBox, meetsView, stroke} from "./drawing.js";
+import {BACKING, HALO, SANS, fillBox, stroke} from "./drawing.js";
 import {COLOURS} from "./layers.js";
 import {HIDDEN_EDGE} from "./projection.js";
+import {isLineInView} from "./shapes.js";
 
-const TEXT_SIZE = 13;  // units, as all that follows
+const TEXT_SIZE = 16;  // units, as all that follows
 const SAMPLE = 20;
 const GAP = 6;  // between sample and text
 const SPACE = 16;  // between two entries
@@ -20,40 +21,27 @@ const ENTRIES = [
   {text: "volcano", spots: BASEMAP.volcanoes, colour: VOLCANO, width: 0},
 ];
 
-// As many entries as there is room for between the bar and the other side's margin; null without any.
-export function createKey(context, view, scale, {isMirrored}) {
+// Beside the bar; null where it has no room or nothing to say. Volcanoes are left out if none stands on the map.
+export function createKey(context, view, scale, {isMirrored}, hasVolcanoes) {
   const unit = view.unit;
   context.font = `${TEXT_SIZE * unit}px ${SANS}`;
-  const entries = ENTRIES.filter(entry => isInView(entry, view)).map(entry => (
+  const entries = ENTRIES.filter(entry => isInView(entry, view) && (hasVolcanoes || !entry.spots)).map(entry => (
     {...entry, width: entry.width * unit, length: context.measureText(entry.text).width + (SAMPLE + GAP) * unit}));
   const length = entries.reduce((sum, entry) => sum + entry.length, 0) + (entries.length - 1) * SPACE * unit;
   const left = isMirrored ? scale.box.right + 5 * unit : scale.box.left - 5 * unit - length;
-  const box = {left: left - 4 * unit, top: scale.bottom - 18 * unit, right: left + length + 4 * unit,
+  const box = {left: left - 4 * unit, top: scale.bottom - 22 * unit, right: left + length + 4 * unit,
     bottom: scale.bottom};
   return entries.length > 0 && box.left > HIDDEN_EDGE && box.right < view.width ? {entries, box} : null;
 }
 
 function isInView({shapes, spots}, view) {
-  return shapes ? shapes.some(shape => meetsView(shape, view) && hasPartInView(shape, view)) :
+  return shapes ? shapes.some(shape => isLineInView(shape, view)) :
       spots.some(([, , x, y]) => x > view.west && x < view.east && y > view.south && y < view.north);
-}
-
-// A long line's box may hold the view beside the line.
-function hasPartInView(shape, view) {
-  let [x, y] = [shape[4], shape[5]];
-  for (let i = 6; i < shape.length; i += 2) {
-    const [toX, toY] = [x + shape[i], y + shape[i + 1]];
-    if (meetsView([Math.min(x, toX), Math.min(y, toY), Math.max(x, toX), Math.max(y, toY)], view)) {
-      return true;
-    }
-    [x, y] = [toX, toY];
-  }
-  return false;
 }
 
 export function drawKey(context, view, {entries, box}) {
   const unit = view.unit;
-  const y = box.bottom - 8.5 * unit;
+  const y = box.bottom - 10.5 * unit;
   let x = box.left + 4 * unit;
   fillBox(context, box, BACKING);
   context.font = `${TEXT_SIZE * unit}px ${SANS}`;

@@ -1,25 +1,28 @@
 // The names on the map: where they go, and how they are drawn.
 
 import BASEMAP from "../basemap/vector.json" with {type: "json"};
-import {HALO, pathOf, pathOfCurves, stroke} from "./drawing.js";
+import {HALO, pathOfCurves, stroke} from "./drawing.js";
 import {labelItems} from "./names.js";
 import {placeLabels} from "./placement.js";
 import {HIDDEN_EDGE} from "./projection.js";
+import {pathOf} from "./shapes.js";
 
 const EDGE_MARGIN = 5;  // units between a label and the edge of the screen
 const HALO_WIDTH = 4.4;  // units
+const LEAST_MARK = 40 * 255;  // colour times alpha of a pixel that counts
 
 // --- Where they go
 
-// Those names that find a free place, and where. Obstacles are boxes by their name, "mark" among them; rings are lines that
-// only towns and islands may cross.
+// Those names that find a free place, and where. Obstacles are boxes by their name, "mark" among them; only towns and
+// islands may cross rings, where they find no better place.
 export function layOutLabels(context, view, obstacles, rings) {
   const items = labelItems(view, obstacles.mark);
   const margin = EDGE_MARGIN * view.unit;
   const bounds = {left: HIDDEN_EDGE + margin, top: HIDDEN_EDGE + margin,
     right: view.width - margin, bottom: view.height - margin};
   measureItems(context, items);
-  return placeLabels(items, bounds, Object.values(obstacles).filter(Boolean), lineFinder(view, rings));
+  const {crosses, touchesRing} = linesOf(view, rings);
+  return placeLabels(items, bounds, Object.values(obstacles).filter(Boolean), crosses, touchesRing);
 }
 
 function measureItems(context, items) {
@@ -34,37 +37,43 @@ function measureItems(context, items) {
     item.width = widths.get(key) + 2 * item.unit;
     item.height = item.size * 1.2 * item.lines.length;
   }
+  context.letterSpacing = "0px";
 }
 
-// A question for boxes: is there land, a plate boundary or a ring in it? A small picture of them gives the answer.
-function lineFinder(view, rings) {
+// Questions for boxes: is there land, a plate boundary or a ring in it (crosses), and is there a ring (touchesRing)? A
+// small picture of them gives the answer, the rings in green and the others in red.
+function linesOf(view, rings) {
   const grain = Math.max(4, view.unit * 4);  // CSS pixels to one of the picture
   const canvas = document.createElement("canvas");
   canvas.width = Math.ceil(view.width / grain);
   canvas.height = Math.ceil(view.height / grain);
   const context = canvas.getContext("2d", {willReadFrequently: true});
   context.scale(1 / grain, 1 / grain);
-  const coast = pathOf(view, BASEMAP.land, 0.5 / grain, true);
+  context.globalCompositeOperation = "lighter";
+  const coast = pathOf(view, BASEMAP.land, grain, true);
+  context.fillStyle = "#f00";
   context.fill(coast);
-  context.lineWidth = grain;
-  context.stroke(coast);
-  for (const lines of Object.values(BASEMAP.plates)) {
-    context.stroke(pathOf(view, lines, 0.5 / grain));
-  }
-  context.stroke(pathOfCurves(rings.map(({points}) => points)));
-  const {data, width, height} = context.getImageData(0, 0, canvas.width, canvas.height);
-  return box => {
-    const right = Math.min(width - 1, Math.ceil(box.right / grain));
-    const bottom = Math.min(height - 1, Math.ceil(box.bottom / grain));
-    for (let y = Math.max(0, Math.floor(box.top / grain)); y <= bottom; ++y) {
-      for (let x = Math.max(0, Math.floor(box.left / grain)); x <= right; ++x) {
-        if (data[(y * width + x) * 4 + 3] > 40) {
-          return true;
-        }
+  const boundaries = Object.values(BASEMAP.plates).map(lines => pathOf(view, lines, grain));
+  [coast, ...boundaries].forEach(path => stroke(context, path, "#f00", grain));
+  stroke(context, pathOfCurves(rings.map(({points}) => [...points, points[0]])), "#0f0", grain);
+  const image = context.getImageData(0, 0, canvas.width, canvas.height);
+  return {
+    crosses: box => isMarked(image, box, grain, 0) || isMarked(image, box, grain, 1),
+    touchesRing: box => isMarked(image, box, grain, 1),
+  };
+}
+
+function isMarked({data, width, height}, box, grain, channel) {
+  const right = Math.min(width - 1, Math.ceil(box.right / grain));
+  const bottom = Math.min(height - 1, Math.ceil(box.bottom / grain));
+  for (let y = Math.max(0, Math.floor(box.top / grain)); y <= bottom; ++y) {
+    for (let x = Math.max(0, Math.floor(box.left / grain)); x <= right; ++x) {
+      if (data[(y * width + x) * 4 + channel] * data[(y * width + x) * 4 + 3] > LEAST_MARK) {
+        return true;
       }
     }
-    return false;
-  };
+  }
+  return false;
 }
 
 // --- How they are drawn

@@ -10,6 +10,7 @@ import {drawLabels, layOutLabels} from "./labels.js";
 import {drawLayers} from "./layers.js";
 import {listOf} from "./list.js";
 import {boxOfMark, createMark, drawMark} from "./mark.js";
+import {isVolcano} from "./names.js";
 import {boxOf, fillPanel, fitPanel, shortenLevels} from "./panel.js";
 import {placesOnLand} from "./places.js";
 import {createView} from "./projection.js";
@@ -54,15 +55,16 @@ function drawPage(view, quake) {
   fillPanel(view, facts, arrangement, opened);
   fitPanel(view, mark);
   drawLayers(context, view, density);
-  drawRings(context, facts.rings.inside, view.unit);
   const fixed = {mark: quake.place && boxOfMark(mark), panel: boxOf(document.getElementById("panel")),
     credit: boxOf(document.getElementById("credit"))};
   const corners = placeCorners(context, view, facts, fixed, arrangement);
   const obstacles = {...fixed, ...corners.boxes};
   const labels = layOutNames(context, view, facts, obstacles);
+  drawRings(context, view, facts.rings.inside, labels.filter(({item}) => item.ring));
   drawLabels(context, labels);
   shortenLevels([...facts.rings.inside, ...(corners.inset ? corners.inset.rings : [])],
       new Set(labels.map(({item}) => item.ring)));
+  corners.key &&= createKey(context, view, corners.scale, arrangement, labels.some(({item}) => isVolcano(item)));
   drawCorners(context, view, quake, corners, density);
   if (quake.place) {
     drawMark(context, mark);
@@ -84,7 +86,7 @@ function factsOf(view, quake, mark) {
 // The names of the map, and those of the rings where there is room left.
 function layOutNames(context, view, facts, obstacles) {
   const names = layOutLabels(context, view, obstacles, facts.rings.inside);
-  const taken = [...Object.values(obstacles).filter(Boolean), ...names.flatMap(({boxes}) => boxes)];
+  const taken = [...Object.values(obstacles).filter(Boolean), ...names.flatMap(({boxes, line}) => [...boxes, ...line])];
   return [...names, ...layOutRingNames(context, view, facts.rings.inside, taken)];
 }
 
@@ -106,7 +108,7 @@ function placeCorners(context, view, facts, fixed, arrangement) {
       corners.find(corner => corner && !taken.some(box => boxesMeet(box, corner.box))) || null;
   const inset = firstFree([createInset(view, facts, arrangement)]);
   const scale = firstFree([fixed.credit, fixed.panel].map(({top}) => createScale(view, top - 4 * view.unit, arrangement)));
-  const key = firstFree([scale && createKey(context, view, scale, arrangement)]);
+  const key = firstFree([scale && createKey(context, view, scale, arrangement, true)]);
   return {inset, scale, key, boxes: {inset: inset && inset.box, scale: scale && scale.box, key: key && key.box}};
 }
 

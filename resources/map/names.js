@@ -5,9 +5,10 @@ import BASEMAP from "../basemap/vector.json" with {type: "json"};
 import {SANS, SERIF} from "./drawing.js";
 import {boxesMeet, radians} from "./geometry.js";
 import {namedPlaces, nearestPlace} from "./places.js";
-import {HIDDEN_EDGE} from "./projection.js";
+import {HIDDEN_EDGE, isInRegion} from "./projection.js";
 
 const SMALLEST_TEXT_UNIT = 0.8;
+const LEAST_ROOM = 4;  // around a name
 const USUAL_WORLD = 65536;  // CSS pixels of the world, where the towns' names lie loosely
 const MOST_COVERED = 3;
 
@@ -54,13 +55,18 @@ export function labelItems(view, mark) {
     const [x, y] = [view.x(entry.at(-2)), view.y(entry.at(-1))];
     return x > HIDDEN_EDGE && x < view.width && y > HIDDEN_EDGE && y < view.height;
   };
-  const items = [...BASEMAP.places.filter(isSeen).map(place => townItem(unit, crowd, place)),
+  const items = [...BASEMAP.places.filter(isSeen).filter(isOnMap).map(place => townItem(unit, crowd, place)),
     ...BASEMAP.labels.filter(isSeen).map(label => nameItem(unit, label)),
     ...volcanoes().filter(isSeen).map(volcano => volcanoItem(unit, volcano))]
       .map(item => ({...item, x: view.x(item.longitude), y: view.y(item.latitude)}));
   const fromMiddle = ({x, y}) => Math.hypot(x - view.middle.x, y - view.middle.y);
   items.sort((one, other) => one.priority - other.priority || fromMiddle(one) - fromMiddle(other));
   return mark ? withStruck(items, view.place, mark) : items;
+}
+
+// Beyond the region nothing is drawn around a town.
+function isOnMap([, , longitude, latitude]) {
+  return isInRegion({longitude, latitude});
 }
 
 // The place that the quake is named after goes first, but not onto a city. The mark must not hide it, nor the towns and
@@ -85,7 +91,7 @@ function townItem(unit, crowd, [name, people, longitude, latitude]) {
     lines: [name], longitude, latitude, colour, weight, unit,
     font: `${weight} ${size * unit}px ${SANS}`, size: size * unit, spacing: 0.01 * size * unit,
     priority: 10 - Math.log10(people + 10), offset: (dot + 4) * unit, symbol: "dot", symbolSize: dot * unit, isPlace: true,
-    room: room * crowd * unit,
+    room: Math.max(LEAST_ROOM, room * crowd) * unit,
   };
 }
 
@@ -99,7 +105,7 @@ function nameItem(unit, [name, kind, rank, angle, longitude, latitude]) {
     font: `${slant}${style.weight || 400} ${size}px ${style.serif ? SERIF : SANS}`,
     colour: style.colour, sea: style.sea, priority: style.priority + rank,
     offset: (style.offset || 0) * unit, stray: style.stray, symbol: style.symbol, symbolSize: SYMBOL_SIZE * unit,
-    isPlace: style.isPlace,
+    isPlace: style.isPlace, room: LEAST_ROOM * unit,
   };
 }
 
@@ -116,6 +122,10 @@ function slope(direction, beside) {
 function volcanoes() {
   const named = new Set([...BASEMAP.labels, ...BASEMAP.places].map(([name]) => name));
   return BASEMAP.volcanoes.filter(([name]) => !named.has(name));
+}
+
+export function isVolcano({symbol}) {
+  return symbol === "volcano" || symbol === "seamount";
 }
 
 function volcanoItem(unit, [name, isUnderSea, longitude, latitude]) {

@@ -19,24 +19,21 @@ const SAMPLES = {whole: "samples from GeoNet and other agencies, CC BY 3.0 NZ", 
 const LEAST_WHOLE_CREDIT = 640;  // CSS pixels
 
 // On a low screen the panel gives up these lines, in this order, until it leaves the mark free.
-const LEAST_NEEDED = ["levels", "size", "depth", "list", "shaking", "date"];
-const SMALL = 0.5;  // unit of a view below which the panel is a strip
+const LEAST_NEEDED = ["levels", "depth", "list", "shaking", "size", "date"];
 const SMALLEST_UNIT = 0.36;  // pixels
-const TEXT_HEIGHT = 720;  // CSS pixels of a screen whose text is as large as the style sheet says
-const WIDE = 1.2;  // sides of a screen on which the panel stands beside the middle
 
 // arrangement is what arrangementAt gives, list what listOf gives, and told the places of placesToTell or null.
 export function fillPanel(view, {quake, list, told, rings}, arrangement, now) {
   styleRoot(view, quake, arrangement);
   const kind = magnitudeClass(quake.magnitude);
   setText("#magnitude", magnitudeInWords(quake.magnitude));
-  setText("#size b", kind ? `${kind.name} earthquake` : quake.magnitude === null ? "Earthquake" : "Magnitude");
+  setText("#size b", quake.magnitude === null ? "Magnitude not known" : ["Magnitude", kind?.name].filter(Boolean).join(" · "));
   setText("#size span", rankText(quake, list) || (kind ? kind.often : ""));
   setText("#place", placeInWords(quake.place, quake.place && nearestPlace(quake.place, namedPlaces())));
   fillDate(whenInWords(quake.date, now));
   setText("#depth", depthInWords(quake.depth, quake.depth < 0 && quake.place && isOnLand(quake.place)));
   setText("#shaking", isSaid(quake, told) ? shakingInWords(told) : "");
-  fillLevels([...rings.inside, ...rings.outside]);
+  fillLevels([...rings.inside, ...rings.outside], rings.inside.length > 0);
   setText("#list", list ? listInWordsOf(list, ageInWords(list.answerTime, now)) : "");
   setText("#sources", creditText(view, list).replaceAll("-", "\u2011"));  // a licence is not broken at its hyphen
 }
@@ -44,14 +41,11 @@ export function fillPanel(view, {quake, list, told, rings}, arrangement, now) {
 function styleRoot(view, quake, {isMirrored, x, y}) {
   const style = document.documentElement.style;
   style.setProperty("--unit", Math.max(SMALLEST_UNIT, view.unit) + "px");
-  style.setProperty("--text", Math.max(SMALLEST_UNIT, view.unit, view.height / TEXT_HEIGHT) + "px");
+  style.setProperty("--text", Math.max(SMALLEST_UNIT, view.text) + "px");
   style.setProperty("--quake", `rgb(${markColour(quake.magnitude)})`);
   style.setProperty("--shift-x", x);
   style.setProperty("--shift-y", y);
-  const {classList} = document.body;
-  classList.toggle("small", view.unit < SMALL);
-  classList.toggle("wide", view.width > WIDE * view.height);
-  classList.toggle("mirrored", isMirrored);
+  document.body.className = isMirrored ? `${view.shape} mirrored` : view.shape;
 }
 
 function rankText(quake, list) {
@@ -66,15 +60,16 @@ function isSaid(quake, told) {
 
 function fillDate({ago, date}) {
   setText("#ago", ago);
-  setText("#day", date);
+  setText("#day", date.replace(/ (?=[ap]m$)/, "\u00a0"));
   document.getElementById("date").hidden = ago + date === "";
 }
 
-// Which ring is which.
-function fillLevels(rings) {
+// Which ring is which, and what they are unless a sentence says it.
+function fillLevels(rings, hasRings) {
   const element = document.getElementById("levels");
-  element.hidden = rings.length === 0;
-  element.replaceChildren(isEstimateSaid() ? "" : "Estimated shaking: ", ...[...rings].reverse().map(({name, colour}) => {
+  const title = hasRings && !isEstimateSaid() ? "Rings: estimated shaking " : "";
+  element.hidden = rings.length === 0 && title === "";
+  element.replaceChildren(title, ...[...rings].reverse().map(({name, colour}) => {
     const part = document.createElement("span");
     part.textContent = name;
     part.style.setProperty("--ring", `rgb(${colour})`);
@@ -82,10 +77,10 @@ function fillLevels(rings) {
   }));
 }
 
-// Leaves out the rings that are not drawn, and, where a sentence says what rings are, those with their name on the map.
+// Leaves out the rings that are not drawn, and those with their name on the map.
 export function shortenLevels(rings, named) {
   if (!document.getElementById("levels").hidden) {
-    fillLevels(isEstimateSaid() ? rings.filter(({name}) => !named.has(name)) : rings);
+    fillLevels(rings.filter(({name}) => !named.has(name)), rings.length > 0);
   }
 }
 
@@ -110,7 +105,7 @@ function setText(selector, text) {
   element.hidden = text === "";
 }
 
-// Drops lines until the panel is clear of the mark and inside the screen.
+// Drops lines until the panel is clear of the mark and inside its part of the screen.
 export function fitPanel(view, mark) {
   const panel = document.getElementById("panel");
   const free = boxOfMark(mark);
@@ -121,7 +116,8 @@ export function fitPanel(view, mark) {
       document.getElementById(id).hidden = true;
     }
     const box = boxOf(panel);
-    if (box.top >= HIDDEN_EDGE && box.right <= view.width && !boxesMeet(box, free)) {
+    const top = view.lowerPanel ? view.height - view.lowerPanel : HIDDEN_EDGE;
+    if (box.top >= top && box.right <= view.width && !boxesMeet(box, free)) {
       return;
     }
   }

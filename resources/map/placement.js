@@ -3,23 +3,23 @@
 import {boxesMeet} from "./geometry.js";
 
 // Gives each item, in their order, the first of its positions that is free; leaves out items that have none, and further
-// ones of the same name. Returns {item, x, y (the middle of the text), boxes, leader (its ends, if there is one)}.
-// isCrossed keeps names of the sea off what they must not cross.
-export function placeLabels(items, bounds, obstacles, isCrossed) {
+// ones of the same name. Returns {item, x, y (the middle of the text), boxes, leader (its ends, if there is one), line (its boxes)}.
+// isCrossed keeps names of the sea off what they must not cross; the others stay off what isOnRing says, if they can.
+export function placeLabels(items, bounds, obstacles, isCrossed, isOnRing = () => false) {
   const taken = [...obstacles];
   const placed = new Map();
   for (const item of items) {
     const name = item.lines.join("\n");
-    const label = placed.has(name) ? null : placeLabel(item, bounds, taken, isCrossed);
+    const label = placed.has(name) ? null : placeLabel(item, bounds, taken, isCrossed, isOnRing);
     if (label) {
       placed.set(name, label);
-      taken.push(...label.boxes, ...leaderBoxes(item, label.leader));
+      taken.push(...label.boxes, ...label.line);
     }
   }
   return [...placed.values()];
 }
 
-function placeLabel(item, bounds, taken, isCrossed) {
+function placeLabel(item, bounds, taken, isCrossed, isOnRing) {
   const symbol = boxAround(item.x, item.y, 2 * (item.symbolSize || 0), 2 * (item.symbolSize || 0));
   const isCovered = Boolean(item.mark) && boxesMeet(symbol, item.mark);
   const besideMark = isCovered ? taken.filter(other => other !== item.mark) : taken;
@@ -28,12 +28,15 @@ function placeLabel(item, bounds, taken, isCrossed) {
     return null;
   }
   const others = item.avoid ? [...taken, ...item.avoid] : taken;
-  for (const [x, y] of positionsOf(item, isCovered)) {
-    const text = textBoxes(item, x, y);
+  const positions = positionsOf(item, isCovered).map(([x, y]) => ({x, y, text: textBoxes(item, x, y)}));
+  const onRing = new Set(positions.filter(({text}) => !item.sea && !isCovered && text.some(isOnRing)));
+  positions.sort((one, other) => onRing.has(one) - onRing.has(other));
+  for (const {x, y, text} of positions) {
     const leader = isCovered ? [item, nearestIn(text[0], item)] : null;
+    const line = leaderBoxes(item, leader);
     if (text.every(box => isInside(box, bounds) && isClear(grown(box, item.room || 0), others)) &&
-        !(item.sea && text.some(isCrossed)) && leaderBoxes(item, leader).every(box => isFree(box, besideMark))) {
-      return {item, x, y, leader, boxes: isCovered || !item.symbol ? text : [symbol, ...text]};
+        !(item.sea && text.some(isCrossed)) && line.every(box => isFree(box, besideMark))) {
+      return {item, x, y, leader, line, boxes: isCovered || !item.symbol ? text : [symbol, ...text]};
     }
   }
   return null;

@@ -2,7 +2,7 @@
 
 import BASEMAP from "../basemap/vector.json" with {type: "json"};
 import {bearingBetween, distanceBetween} from "./geometry.js";
-import {wrapLongitude} from "./projection.js";
+import {isInShape} from "./shapes.js";
 
 // How far a place lends its name, in kilometres: towns by their people, islands by their rank.
 const TOWN_REACH = [[30000, 3000], [10000, 500], [2000, 200], [0, 100]];
@@ -13,17 +13,7 @@ const ISLAND_SIZE = 80;  // kilometres from a large island's middle to its shore
 
 const CLEARER_NAMES = {Waitangi: "Waitangi (Chatham Islands)"};  // another one is better known
 
-// Towns beyond the map's edges: name, people, longitude, latitude.
-const FAR_TOWNS = [
-  ["Sydney", 5450000, 151.21, -33.87], ["Newcastle", 322000, 151.78, -32.93], ["Brisbane", 2700000, 153.03, -27.47],
-  ["Gold Coast", 640000, 153.43, -28.0], ["Canberra", 456000, 149.13, -35.28], ["Melbourne", 5200000, 144.96, -37.81],
-  ["Hobart", 197000, 147.33, -42.88], ["Rockhampton", 79000, 150.51, -23.38], ["Mackay", 80000, 149.19, -21.14],
-  ["Townsville", 180000, 146.82, -19.26], ["Cairns", 153000, 145.77, -16.92], ["Port Moresby", 365000, 147.18, -9.44],
-  ["Honiara", 92000, 159.95, -9.43], ["Apia", 37000, 188.23, -13.83], ["Pago Pago", 3700, 189.3, -14.28],
-  ["Avarua", 5400, 200.22, -21.21],
-];
-
-const TOWNS = [...BASEMAP.places, ...FAR_TOWNS].map(([name, people, longitude, latitude]) => (
+const TOWNS = BASEMAP.places.map(([name, people, longitude, latitude]) => (
   {name: CLEARER_NAMES[name] || name, people, longitude, latitude, reach: TOWN_REACH.find(([least]) => people >= least)[1]}));
 
 const ISLANDS = BASEMAP.labels.filter(([, kind, rank]) => kind === "island" && ISLAND_REACH[rank])
@@ -61,36 +51,6 @@ export function nearestPlace(quakePlace, places) {
   return best;
 }
 
-export function isOnLand({latitude, longitude}) {
-  const x = wrapLongitude(longitude) * BASEMAP.unitsPerDegree;
-  const y = latitude * BASEMAP.unitsPerDegree;
-  return BASEMAP.land.some(shape =>
-      x >= shape[0] && x <= shape[2] && y >= shape[1] && y <= shape[3] && isInShape(shape, x, y));
-}
-
-// By the number of the shape's edges between the point and the far east.
-function isInShape(shape, x, y) {
-  const corners = cornersOf(shape);
-  let isInside = false;
-  let before = corners.at(-1);
-  for (const corner of corners) {
-    const isCrossed = (corner.y > y) !== (before.y > y);
-    if (isCrossed && x < corner.x + (y - corner.y) / (before.y - corner.y) * (before.x - corner.x)) {
-      isInside = !isInside;
-    }
-    before = corner;
-  }
-  return isInside;
-}
-
-// A shape holds its box and then the steps from corner to corner.
-function cornersOf(shape) {
-  const corners = [];
-  let [x, y] = [0, 0];
-  for (let i = 4; i < shape.length; i += 2) {
-    x += shape[i];
-    y += shape[i + 1];
-    corners.push({x, y});
-  }
-  return corners;
+export function isOnLand(place) {
+  return BASEMAP.land.some(shape => isInShape(shape, place));
 }

@@ -18,6 +18,7 @@ const BEARING_STEP = 3;  // degrees
 const LEAST_RADIUS = 1.4;  // radii of the mark
 const LEAST_LINE_UNIT = 0.5;
 const NAME_SIZE = 15;  // units
+const NAME_ROOM = 2;
 // Where a ring's name may stand, the best place first: on its upper or lower part, where the line is nearly level.
 const NAME_BEARINGS = [0, 12, -12, 24, -24, 180, 168, -168, 156, -156, 36, -36, 144, -144, 48, -48, 132, -132, 60, -60];
 
@@ -56,16 +57,32 @@ export function ringsBesideMark(view, place, rings, mark) {
     outside: free.filter(ring => !fits(ring, view, HIDDEN_EDGE))};
 }
 
-// Largest first: each lays its own tint over what the ones around it have laid.
-export function drawRings(context, rings, unit) {
-  const lineUnit = Math.max(LEAST_LINE_UNIT, unit);
+// Largest first: each lays its own tint over what the ones around it have laid. A line leaves room for the names.
+export function drawRings(context, view, rings, names = []) {
+  const lineUnit = Math.max(LEAST_LINE_UNIT, view.unit);
+  const beside = pathBeside(view, names);
   for (const {points, colour, width} of [...rings].reverse()) {
     const path = closedPath(points);
     context.fillStyle = `rgba(${colour}, 0.05)`;
     context.fill(path);
+    context.save();
+    context.clip(beside, "evenodd");
     stroke(context, path, "rgba(7, 13, 20, 0.5)", (width + 2) * lineUnit);
     stroke(context, path, `rgb(${colour})`, width * lineUnit);
+    context.restore();
   }
+}
+
+// The view without the names' boxes, for the rule "evenodd".
+function pathBeside({width, height}, names) {
+  const path = new Path2D();
+  path.rect(0, 0, width, height);
+  for (const {item, x, y} of names) {
+    const box = new Path2D();
+    box.rect(-item.width / 2, -item.height / 2, item.width, item.height);
+    path.addPath(box, new DOMMatrix().translate(x, y).rotate(item.angle * 180 / Math.PI));
+  }
+  return path;
 }
 
 function closedPath(points) {
@@ -95,7 +112,7 @@ function nameItem(context, view, ring, bearing) {
   const upright = Math.abs(bearing) > 90 ? bearing - Math.sign(bearing) * 180 : bearing;
   return {
     ...pointInView(view, ring.place, ring, bearing), lines: [ring.name], ring: ring.name, angle: upright * Math.PI / 180, font, size,
-    spacing: 0.02 * size, unit: view.unit, halo: true, colour: lightened(ring.colour),
+    spacing: 0.02 * size, unit: view.unit, room: NAME_ROOM * view.unit, colour: lightened(ring.colour),
     width: context.measureText(ring.name).width + size, height: size * 1.2,
   };
 }

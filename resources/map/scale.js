@@ -6,6 +6,7 @@ import {HIDDEN_EDGE, latitudeAt} from "./projection.js";
 
 const MARGIN = 22;  // units
 const LONGEST = 130;  // units
+const TEXT_SIZE = 16;
 const LEAST_UNIT = 0.5;  // of a view that has one
 
 export function createScale(view, bottom, {isMirrored, x}) {
@@ -18,7 +19,7 @@ export function createScale(view, bottom, {isMirrored, x}) {
   const margin = (MARGIN + x) * view.unit;
   const right = isMirrored ? HIDDEN_EDGE + margin + length : view.width - margin;
   return {kilometres, length, right, bottom,
-    box: {left: right - length - 4 * view.unit, top: bottom - 24 * view.unit, right: right + 4 * view.unit, bottom}};
+    box: {left: right - length - 4 * view.unit, top: bottom - 28 * view.unit, right: right + 4 * view.unit, bottom}};
 }
 
 function middleLatitude(view) {
@@ -45,7 +46,7 @@ export function drawScale(context, view, {kilometres, length, right, bottom, box
     context.strokeStyle = colour;
     context.stroke();
   }
-  context.font = `${12.5 * unit}px ${SANS}`;
+  context.font = `${TEXT_SIZE * unit}px ${SANS}`;
   context.textAlign = "center";
   context.textBaseline = "alphabetic";
   context.lineWidth = 3 * unit;

@@ -5,16 +5,16 @@ const DIRECTIONS =
 const NEAR = 5;  // kilometres
 
 // Classes after the earthquake magnitude scale of UPSeis (Michigan Tech), numbers after the earthquake statistics of the
-// U.S. Geological Survey.
+// U.S. Geological Survey. The scale calls those below 7 strong, moderate and light, which are levels of the shaking here.
 const MAGNITUDE_CLASSES = [
-  {least: 9, name: "Giant", often: "five since 1900 worldwide"},
-  {least: 8, name: "Great", often: "about one a year worldwide"},
-  {least: 7, name: "Major", often: "about 15 a year worldwide"},
-  {least: 6, name: "Strong", often: "about 130 a year worldwide"},
-  {least: 5, name: "Moderate", often: "about 1,300 a year worldwide"},
-  {least: 4, name: "Light", often: "about 13,000 a year worldwide"},
-  {least: 3, name: "Minor", often: "about 130,000 a year worldwide"},
-  {least: -Infinity, name: "Very small", often: "thousands a day worldwide"},
+  {least: 9, name: "giant earthquake", often: "five since 1900 worldwide"},
+  {least: 8, name: "great earthquake", often: "about one a year worldwide"},
+  {least: 7, name: "major earthquake", often: "about 15 a year worldwide"},
+  {least: 6, often: "about 130 a year worldwide"},
+  {least: 5, often: "about 1,300 a year worldwide"},
+  {least: 4, often: "about 13,000 a year worldwide"},
+  {least: 3, often: "about 130,000 a year worldwide"},
+  {least: -Infinity, often: "thousands a day worldwide"},
 ];
 const LARGEST_CLASSED = 10;  // none of a larger magnitude is known or expected
 
@@ -68,8 +68,10 @@ export function placeInWords(place, nearest) {
       withArticle(nearest.name);
 }
 
+// A name is not broken between its words.
 function withArticle(name) {
-  return /(Islands|Reefs)$/.test(name) ? `the ${name}` : name.replace(/^The /, "the ");
+  const whole = name.replace(/^The /, "").replaceAll(" ", "\u00a0");
+  return /^The |(Islands|Reefs)$/.test(name) ? `the ${whole}` : whole;
 }
 
 // To five kilometres near by and to ten farther away: places are known no better.

@@ -48,12 +48,14 @@ TEST(PageFunctionsTest, PlacesAreSaidInRoundDistancesAndClassesBeginAtTheirPubli
     expect(
         {{"[['Culverden', 16.8, 56], ['Raoul Island', 313, 112.4], ['Chatham Islands', 1234, 359], ['Taupō', "
           "3, 0]]"
-          ".map(([name, distance, bearing]) => placeInWords({}, {name, distance, bearing}))",
+          ".map(([name, distance, bearing]) => placeInWords({}, {name, distance, bearing}).replace(/\\s/g, ' "
+          "'))",
           R"(["15 km north-east of Culverden","310 km east of Raoul Island",)"
           R"("1,230 km north of the Chatham Islands","Near Taupō"])"},
          {"placeInWords({latitude: -29.5, longitude: 182.4}, null)", "\"29.50° S, 177.60° W\""},
-         {"[-1, 3, 3.96, 5, 6.94, 6.96, 8, 9].map(m => magnitudeClass(quakeFrom(0, 0, m).magnitude).name)",
-          R"(["Very small","Minor","Light","Moderate","Strong","Major","Great","Giant"])"},
+         {"[-1, 3.96, 6.94, 6.96, 8, 9].map(m => magnitudeClass(quakeFrom(0, 0, m).magnitude))"
+          ".map(({name, often}) => name?.slice(0, 5) ?? often.split(' ')[1])",
+          R"(["a","13,000","130","major","great","giant"])"},
          {"[12, null].map(magnitudeClass)", "[null,null]"},
          {"[-3, 0, 70, 71, 300, 301, 700].map(d => depthClass(d).name[0]).join('')", "\"sssiidd\""},
          {"[9.96, -0.01, 5000, -1.5, null].map(depth => depthInWords(depth, false))",
@@ -90,7 +92,7 @@ TEST(PageFunctionsTest, TheShakingIsThatOfThePublishedRelation) {
 TEST(PageFunctionsTest, TheHardestHitPlaceIsToldBesideThoseOfTheMostPeople) {
     const std::string told =
         "((m, h, latitude, longitude) => shakingInWords(placesToTell(shakingOf(m, h),"
-        " {latitude, longitude}, placesOnLand())))";
+        " {latitude, longitude}, placesOnLand())).replaceAll('\\u00a0', ' '))";
     expect({{told + "(5.7, 23, -42.69, 173.02)",
              "\"Estimated shaking: strong in Culverden, moderate in Christchurch, weak in Wellington\""},
             {told + "(5.2, 10, -29.4, 182)", "\"Estimated shaking: strong on Raoul Island\""},
