@@ -117,7 +117,8 @@ class KWin(Compositor, Desktop):
 
     def launch(self):
         display = self.environment["DISPLAY"]
-        self.environment |= {"KWIN_COMPOSE": "Q", "QT_LOGGING_RULES": "*=false"}
+        quiet = {"KWIN_COMPOSE": "Q", "QT_LOGGING_RULES": "*=false"}
+        self.environment |= {"XDG_CURRENT_DESKTOP": "KDE", **quiet}
         size = "--width 1280 --height 720 --output-count 2"
         super().launch("wayland-0", f"kwin_wayland --x11-display {display} --no-lockscreen {size}")
         wait_until(self._monitors_are_shown)

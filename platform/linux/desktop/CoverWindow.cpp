@@ -5,7 +5,9 @@
 #include <gtk-layer-shell.h>
 
 #include <cmath>
+#include <cstdlib>
 #include <initializer_list>
+#include <string_view>
 
 #include "platform/linux/desktop/Monitors.h"
 
@@ -59,9 +61,13 @@ bool hasPointer(GtkWidget* window) {
 // KWin 6 gives the focus back only to a window on the monitor where it was last. So of all covers the one
 // with the pointer keeps the keyboard: the window in use is most likely below it.
 gboolean keepKeyboard(GtkWidget* window, GdkEvent*, gpointer) {
-    if (hasPointer(window) && !gtk_window_has_toplevel_focus(GTK_WINDOW(window)))
-        askForKeyboard(GTK_WINDOW(window));
+    if (hasPointer(window)) askForKeyboard(GTK_WINDOW(window));
     return FALSE;
+}
+
+bool isPlasma() {
+    const char* desktop = std::getenv("XDG_CURRENT_DESKTOP");
+    return desktop && std::string_view(desktop).find("KDE") != std::string_view::npos;
 }
 
 void coverAsLayer(GtkWindow* window, GdkMonitor* monitor) {
@@ -74,9 +80,7 @@ void coverAsLayer(GtkWindow* window, GdkMonitor* monitor) {
         gtk_layer_set_anchor(window, edge, TRUE);
     gtk_layer_set_exclusive_zone(window, -1);  // covers panels, too
     gtk_layer_set_keyboard_mode(window, GTK_LAYER_SHELL_KEYBOARD_MODE_EXCLUSIVE);
-    gtk_widget_add_events(GTK_WIDGET(window), GDK_FOCUS_CHANGE_MASK | GDK_ENTER_NOTIFY_MASK);
-    g_signal_connect_after(window, "focus-out-event", G_CALLBACK(keepKeyboard), nullptr);
-    g_signal_connect(window, "enter-notify-event", G_CALLBACK(keepKeyboard), nullptr);
+    if (isPlasma()) g_signal_connect(window, "focus-out-event", G_CALLBACK(keepKeyboard), nullptr);
 }
 
 void fillMonitor(GtkWindow* window, GdkMonitor* monitor) {
