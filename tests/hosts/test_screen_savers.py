@@ -16,7 +16,7 @@ def test_the_saver_fills_the_screen_until_the_host_ends_it(make, display, kind):
     host = make(kind, display)
     saver = host.show("--root --demo --verbose --speed 20")
     wait_to_see(is_map, display)
-    assert saver.nice() == 10
+    assert saver.nice() >= 10  # more where the tests themselves run so
     helpers = descendants(saver)
     assert helpers and host.remains()
     host.command("deactivate")
