@@ -72,7 +72,8 @@ class Session:
         # XScreenSaver keeps programs of its own there too.
         for kept in self.path, "/tmp/.X11-unix", ROOT, PROGRAM.parent, *ENGINES.glob("xscreensaver*"):
             jail += ["--bind", kept, kept]
-        jail += ["--ro-bind", self.path / "passwd", "/etc/passwd", "--symlink", PROGRAM, ENGINES / "tellmar", "--proc", "/proc", "--die-with-parent"]
+        jail += ["--ro-bind", self.path / "passwd", "/etc/passwd", "--proc", "/proc", "--die-with-parent"]
+        jail += ["--symlink", PROGRAM, ENGINES / "tellmar"]
         return [*map(str, jail), "--unshare-pid", "--unshare-user", "--uid", "1000", "--gid", "1000", "--"]
 
     def wait_for_success(self, *command):
