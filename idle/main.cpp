@@ -47,7 +47,7 @@ int wait(std::chrono::milliseconds time, const std::vector<std::string>& command
     Waiter waiter(loop, bus, command);
     if (!waiter.watch(time)) return fail(1, "this desktop does not report when it is idle");
     std::puts("waiting");  // for the program that started this one
-    std::freopen("/dev/null", "w", stdout);
+    if (!std::freopen("/dev/null", "w", stdout)) return fail(1, "/dev/null cannot be opened");
     return loop.run();
 }
 

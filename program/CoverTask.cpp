@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "platform/RunLoop.h"
+#include "platform/linux/desktop/Monitors.h"
 
 namespace {
 
@@ -32,7 +33,8 @@ CoverTask coverTask() {
     return ownTask() == kCheck ? CoverTask::Check : CoverTask::None;
 }
 
-bool coversMonitor() { return coverTask() == CoverTask::Cover || coverTask() == CoverTask::Successor; }
+bool isSuccessor() { return coverTask() == CoverTask::Successor; }
+bool coversMonitor() { return coverTask() == CoverTask::Cover || isSuccessor(); }
 
 GdkMonitor* monitorToCover() {
     GdkDisplay* display = gdk_display_get_default();
@@ -53,10 +55,6 @@ void endCovers() {
 
 std::string coverTaskText(CoverTask task, GdkMonitor* monitor) {
     if (task == CoverTask::Check) return kCheck;
-    GdkDisplay* display = gdk_monitor_get_display(monitor);
-    int number = 0;
-    while (number < gdk_display_get_n_monitors(display) &&
-           gdk_display_get_monitor(display, number) != monitor)
-        ++number;
-    return (task == CoverTask::Successor ? kSuccessor : kCover) + nameOf(display, number);
+    const std::string name = nameOf(gdk_monitor_get_display(monitor), platform::numberOf(monitor));
+    return (task == CoverTask::Successor ? kSuccessor : kCover) + name;
 }

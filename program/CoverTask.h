@@ -17,6 +17,7 @@ enum class CoverTask {
 
 CoverTask coverTask();
 bool coversMonitor();
+bool isSuccessor();
 // The monitor to cover; null when monitors have changed since this process was started.
 GdkMonitor* monitorToCover();
 

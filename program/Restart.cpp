@@ -43,7 +43,7 @@ void restartIfWanted() {
     endChildren();
     close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC);  // not every library does that itself
     execv("/proc/self/exe", pointers.data());
-    platform::log("cannot start anew");
+    platform::log("cannot restart");
 }
 
 }  // namespace

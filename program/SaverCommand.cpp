@@ -4,7 +4,6 @@
 #include <gtk/gtk.h>
 #include <sys/resource.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <memory>
 #include <string>
@@ -14,16 +13,15 @@
 #include "platform/ConfigPanel.h"
 #include "platform/Log.h"
 #include "platform/RunLoop.h"
-#include "platform/WebView.h"
+#include "platform/linux/desktop/GraphicsDrivers.h"
+#include "platform/linux/desktop/Monitors.h"
 #include "platform/linux/desktop/Window.h"
-#include "platform/portable/NotificationCenter.h"
-#include "program/AnimationTimer.h"
 #include "program/CoverTask.h"
 #include "program/Covers.h"
 #include "program/Options.h"
+#include "program/Presentation.h"
 #include "program/QuakeDigest.h"
 #include "program/Restart.h"
-#include "program/WaitingView.h"
 #include "quakes/CQuakeList.h"
 #include "saver/TellmarScreenSaverView.h"
 #include "service/EventFeed.h"
@@ -34,17 +32,12 @@ using platform::Window;
 namespace {
 
 constexpr platform::Size kWindowSize{1280, 720};
-// A window that waits off the screen for its first map ticks this often, once both views have a page.
-constexpr double kHiddenInterval = 0.25;  // seconds
-constexpr int kFirstPages = 2;
 constexpr platform::Size kPreviewSize{565, 317};  // as in XScreenSaver's settings dialog
 
 bool openDisplay(bool forHostWindow) {
     // A host's window is an X11 window, even when a Wayland display is available.
     if (forHostWindow) gdk_set_allowed_backends("x11");
-    // The pages are still pictures: drawn by the CPU they take a third of the memory and look the same
-    // everywhere.
-    g_setenv("WEBKIT_DISABLE_DMABUF_RENDERER", "1", FALSE);
+    platform::keepGraphicsDriversOut();
     gtk_disable_setlocale();
     if (gtk_init_check(nullptr, nullptr)) return true;
     platform::log("cannot open a display");
@@ -74,18 +67,15 @@ std::vector<guint> stopOnSignals() {
 }
 
 // From here on a signal simply ends the process, so none is lost.
-void startAnew(const std::vector<guint>& signalSources) {
-    platform::trace("there is an answer: starting anew");
+void restart(const std::vector<guint>& signalSources) {
+    platform::trace("there is an answer: restarting");
     for (const guint source : signalSources) g_source_remove(source);
     restartAtExit();
     RunLoop::stop();
 }
 
-bool isSuccessor() { return coverTask() == CoverTask::Successor; }
-
 platform::Size sizeOf(GdkMonitor* monitor) {
-    GdkRectangle area;
-    gdk_monitor_get_geometry(monitor, &area);
+    const GdkRectangle area = platform::areaOf(monitor);
     return {static_cast<double>(area.width), static_cast<double>(area.height)};
 }
 
@@ -104,75 +94,6 @@ std::unique_ptr<Window> openWindow(const Options& options) {
     return Window::open(options.preview ? kPreviewSize : kWindowSize);
 }
 
-// The view in its window, and the ticks.
-class Saver {
-  public:
-    Saver(std::unique_ptr<Window> window, const Options& options)
-        : mWindow(std::move(window)),
-          mIsPreview(options.preview || mWindow->isThumbnail()),
-          mSpeed(options.speed) {
-        // Only ticks paint a preview, so each size needs one.
-        if (mIsPreview) mWindow->setResizeHandler([this] { mWindow->tick(); });
-        platform::NotificationCenter::addObserver(this, platform::WebViewProgressFinishedNotification,
-                                                  [this] { ++mLoadedPages; });
-    }
-
-    ~Saver() { platform::NotificationCenter::removeObserver(this); }
-    Saver(const Saver&) = delete;
-    Saver& operator=(const Saver&) = delete;
-
-    // What the view shows at first, on the screen before the feed is fetched.
-    void showWaitingView() {
-        mWindow->setContentView(makeWaitingView(mIsPreview));
-        mWindow->show();
-    }
-
-    bool start() {
-        auto view = std::make_unique<TellmarScreenSaverView>();
-        mView = view.get();
-        const platform::Size size = mWindow->size();
-        if (!view->initWithFrame({0, 0, size.width, size.height}, mIsPreview)) return false;
-        mWindow->setContentView(std::move(view));
-        mView->startAnimation();
-
-        mWindow->setLongestFade(interval(mSpeed) / 2);
-        const double firstInterval = isSuccessor() ? kHiddenInterval : interval(std::max(mSpeed, 1.0));
-        mTimer = std::make_unique<AnimationTimer>(firstInterval, [this] { tick(); });
-        if (mIsPreview) tick();
-        return true;
-    }
-
-    void stop() { mView->stopAnimation(); }
-
-    bool isPreview() const { return mIsPreview; }
-
-  private:
-    double interval(double speed) const { return mView->animationTimeInterval() / speed; }
-
-    // A speed below 1 shows each earthquake for longer, but not the splash.
-    void tick() {
-        if (!mView->isAnimating() || (isSuccessor() && mLoadedPages < kFirstPages)) return;
-        platform::trace("tick " + std::to_string(++mTicks));
-        mWindow->tick();
-        if (mView->mode() != TellmarScreenSaverView::Mode::Cycling) return;
-        mTimer->setInterval(interval(mSpeed));
-        if (!std::exchange(mShowsMaps, true) && coversMonitor()) reportFirstMap();
-    }
-
-    void reportFirstMap() {
-        if (isSuccessor()) mWindow->show();
-        reportQuakes(quakeDigest());
-    }
-
-    std::unique_ptr<Window> mWindow;
-    bool mIsPreview;
-    double mSpeed;
-    TellmarScreenSaverView* mView = nullptr;  // owned by mWindow
-    std::unique_ptr<AnimationTimer> mTimer;
-    int mTicks = 0, mLoadedPages = 0;
-    bool mShowsMaps = false;
-};
-
 }  // namespace
 
 int runSaver(const Options& options, EventFeed& feed) {
@@ -182,17 +103,17 @@ int runSaver(const Options& options, EventFeed& feed) {
     if (options.fullscreen && !options.hostWindow && !coversMonitor()) return runCovers(options);
     std::unique_ptr<Window> window = openWindow(options);
     if (!window) return 1;
-    Saver saver(std::move(window), options);
+    Presentation presentation(std::move(window), options);
     // A process that covers a monitor leaves this to the first one.
-    if (!saver.isPreview() && !coversMonitor()) feed.setNewsHandler([&] { startAnew(signalSources); });
-    if (!isSuccessor()) saver.showWaitingView();
+    if (!presentation.isPreview() && !coversMonitor()) feed.setNewsHandler([&] { restart(signalSources); });
+    if (!isSuccessor()) presentation.showWaitingView();
     // Fetches the feed, while the window goes on to be drawn and to follow its host's.
     CQuakeList::Instance();
     if (RunLoop::isStopping()) return 0;  // a host that has changed its mind is waiting for this
     if (coversMonitor() && quakeDigest().empty()) reportQuakes("");
-    if (!saver.start()) return 1;
+    if (!presentation.start()) return 1;
     RunLoop::run();
-    saver.stop();
+    presentation.stop();
     return 0;
 }
 

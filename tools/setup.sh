@@ -11,7 +11,7 @@ set -euo pipefail
 
 run_packages=(
     cmake ninja-build g++ pkg-config
-    libgtk-3-dev libwebkit2gtk-4.1-dev libgtk-layer-shell-dev libx11-dev libxss-dev libwayland-dev wayland-protocols libsystemd-dev
+    libgtk-3-dev libepoxy-dev libwebkit2gtk-4.1-dev libgtk-layer-shell-dev libx11-dev libxss-dev libwayland-dev wayland-protocols libsystemd-dev
     libcurl4-openssl-dev libexpat1-dev
     bubblewrap xdg-dbus-proxy fonts-dejavu-core fonts-liberation
 )

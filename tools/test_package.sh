@@ -34,7 +34,7 @@ quietly() {  # COMMAND...: shows the output only when the command fails
 # A mount namespace of its own rather than chroot, in which the sandbox of the web process could not work. Everything
 # that was started in there ends with the command.
 in_tree() {  # TREE COMMAND...
-    bwrap --bind "$1" / --dev /dev --proc /proc --tmpfs /dev/shm --tmpfs /run --unshare-pid --die-with-parent \
+    bwrap --bind "$1" / --dev /dev --proc /proc --ro-bind /sys /sys --tmpfs /dev/shm --tmpfs /run --unshare-pid --die-with-parent \
         --cap-add ALL --clearenv --setenv PATH /usr/sbin:/usr/bin:/sbin:/bin --setenv HOME /root \
         --setenv DEBIAN_FRONTEND noninteractive "${@:2}"
 }
@@ -97,8 +97,7 @@ install_package() {
 
 check_answers() {
     [[ $(as_visitor tellmar --version) == "tellmar 1."* ]] || fail "tellmar --version"
-    [[ $(as_visitor tellmar --idle 3 && as_visitor tellmar --idle off) == *"no longer starts by itself." ]] ||
-        fail "tellmar --idle"
+    [[ $(as_visitor tellmar-idle --version) == "tellmar-idle 1."* ]] || fail "tellmar-idle --version"
     local quakes
     quakes=$(as_visitor tellmar --list --demo)
     (($(wc -l <<<"$quakes") == 11)) || fail "tellmar --list --demo: $quakes"
@@ -142,6 +141,36 @@ check_listing() {
         python3 ~/dialog_names.py Tellmar'
 }
 
+# After three seconds without input the waiter starts the saver, and ends it at the next input.
+check_waiter() {
+    quietly inside apt-get install -y --no-install-recommends x11-xserver-utils
+    quietly as_visitor dbus-run-session -- bash -c '
+        says() { "${@:2}" | tee /dev/stderr | grep -qF "$1"; }
+        wait_until() {  # RUNS|ENDED PROGRAM
+            local end=$((SECONDS + 40)) state=
+            until [[ $state == "$1" ]]; do
+                ((SECONDS < end)) || { echo "$2 has not $1"; exit 1; }
+                sleep 0.1
+                state=$(cat /proc/[0-9]*/comm 2>/dev/null | grep -qx "$2" && echo RUNS || echo ENDED)
+            done
+        }
+        entry=~/.config/autostart/tellmar-idle.desktop
+        set -e
+        says "does not start by itself." tellmar --idle
+        says "now and in later sessions." tellmar --idle 0.05
+        says "after 0.05 minutes without input." tellmar --idle
+        cp $entry ~
+        wait_until RUNS tellmar
+        xset s reset  # as if somebody had pressed a key
+        wait_until ENDED tellmar
+        wait_until RUNS tellmar-idle
+        says "no longer starts by itself." tellmar --idle off
+        wait_until ENDED tellmar-idle
+        [[ ! -e $entry ]]'
+    desktop-file-validate "$bare/home/visitor/tellmar-idle.desktop"
+    grep -qx 'Exec="/usr/bin/tellmar-idle" 0.05' "$bare/home/visitor/tellmar-idle.desktop" || fail "The autostart entry is wrong."
+}
+
 # What other packages own too is none of its own.
 check_removal() {
     inside dpkg-query --listfiles tellmar >"$work/owned"
@@ -173,6 +202,8 @@ test_release() {
     check_run
     step "mate-screensaver's dialog"
     check_listing
+    step "the waiter"
+    check_waiter
     step "removal"
     check_removal
 }

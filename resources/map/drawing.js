@@ -1,7 +1,8 @@
 // What every part of the map draws with: fonts, colours and strokes.
 
-export const SANS = '"Inter", "Noto Sans", "Liberation Sans", "DejaVu Sans", sans-serif';
-export const SERIF = '"Noto Serif", "Liberation Serif", "DejaVu Serif", serif';
+// Each family that a machine lacks is looked for again with every size of letters, so only those that the program needs.
+export const SANS = '"Liberation Sans", "DejaVu Sans", sans-serif';
+export const SERIF = '"Liberation Serif", "DejaVu Serif", serif';
 export const HALO = "rgba(7, 13, 20, 0.8)";  // around a text
 export const BACKING = "rgba(6, 12, 19, 0.7)";  // under a small text
 export const BOUNDARY = "22, 178, 148";  // of the plates: unlike every colour of a magnitude or a ring, for all eyes

@@ -103,7 +103,7 @@ export function drawInset(context, view, quake, {region, others, box, rings}, de
 function drawRegion(context, region, density) {
   const land = BASEMAP.land.filter(shape => sizeOf(shape) > SMALLEST_LAND);
   context.fillStyle = "rgba(112, 132, 138, 0.85)";
-  context.fill(pathOf(region, land, density, true));
+  context.fill(pathOf(region, land, 0.5 / density, true));
 }
 
 // What the map shows.

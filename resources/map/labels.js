@@ -50,12 +50,12 @@ function linesOf(view, rings) {
   const context = canvas.getContext("2d", {willReadFrequently: true});
   context.scale(1 / grain, 1 / grain);
   context.globalCompositeOperation = "lighter";
-  const coast = pathOf(view, BASEMAP.land, 0.5 / grain, true);
+  const coast = pathOf(view, BASEMAP.land, grain, true);
   context.fillStyle = "#f00";
   context.fill(coast);
   stroke(context, coast, "#f00", grain);
   for (const lines of Object.values(BASEMAP.plates)) {
-    stroke(context, pathOf(view, lines, 0.5 / grain), "#0f0", grain);
+    stroke(context, pathOf(view, lines, grain), "#0f0", grain);
   }
   stroke(context, pathOfCurves(rings.map(({points}) => [...points, points[0]])), "#0f0", grain);
   const image = context.getImageData(0, 0, canvas.width, canvas.height);

@@ -1,7 +1,7 @@
 // The map under the names: sea, land, water, faults and plates, drawn in this order.
 
 import BASEMAP from "../basemap/vector.json" with {type: "json"};
-import {BOUNDARY, pathOfCurves, stroke} from "./drawing.js";
+import {BOUNDARY, fillBox, pathOfCurves, stroke} from "./drawing.js";
 import {drawRelief, reliefBounds} from "./relief.js";
 import {between, curvesOf, pathOf} from "./shapes.js";
 
@@ -26,6 +26,7 @@ export const COLOURS = {
 const TOOTH_SPACING = 44;  // units
 const TOOTH_SIZE = 5;
 const RELIEF_FADE = 4;  // degrees of longitude
+const SOFT_STEP = 2;  // units between the points of a line that is wide and faint
 const GRAIN_SIZE = 128;  // pixels
 const GRAIN_ALPHA = 9;  // of 255
 
@@ -34,7 +35,7 @@ export function drawLayers(context, view, density) {
   context.lineCap = "round";
   drawSea(context, view, density);
   drawGrid(context, view);
-  const coast = pathOf(view, BASEMAP.land, density, true);
+  const coast = pathOf(view, BASEMAP.land, 0.5 / density, true);
   drawLand(context, view, coast, density);
   drawWater(context, view, density);
   stroke(context, coast, COLOURS.coast, 0.8 * lineUnit(view));
@@ -60,32 +61,35 @@ function drawSea(context, view, density) {
 function drawEndOfRelief(context, view) {
   const {west, east, north, south} = reliefBounds();
   const width = RELIEF_FADE * view.world / 360;
-  fadeOut(context, view, view.x(west), 0, view.x(west) + width, 0);
-  fadeOut(context, view, view.x(east), 0, view.x(east) - width, 0);
-  fadeOut(context, view, 0, view.y(north), 0, view.y(north) + width);
-  fadeOut(context, view, 0, view.y(south), 0, view.y(south) - width);
+  const {x, y, height} = view;
+  fadeOut(context, {left: 0, right: x(west) + width, top: 0, bottom: height}, {x: x(west)}, {x: x(west) + width});
+  fadeOut(context, {left: x(east) - width, right: view.width, top: 0, bottom: height}, {x: x(east)}, {x: x(east) - width});
+  fadeOut(context, {left: 0, right: view.width, top: 0, bottom: y(north) + width}, {y: y(north)}, {y: y(north) + width});
+  fadeOut(context, {left: 0, right: view.width, top: y(south) - width, bottom: height}, {y: y(south)}, {y: y(south) - width});
 }
 
-function fadeOut(context, view, x, y, clearX, clearY) {
-  const fade = context.createLinearGradient(x, y, clearX, clearY);
+// From the sea's colour to clear.
+function fadeOut(context, box, {x: x1 = 0, y: y1 = 0}, {x: x2 = 0, y: y2 = 0}) {
+  const fade = context.createLinearGradient(x1, y1, x2, y2);
   fade.addColorStop(0, COLOURS.sea);
   fade.addColorStop(1, COLOURS.seaClear);
-  context.fillStyle = fade;
-  context.fillRect(0, 0, view.width, view.height);
+  fillBox(context, box, fade);
 }
 
-export function drawLand(context, view, coast, density) {
-  stroke(context, coast, COLOURS.shallows, 14 * lineUnit(view));
-  stroke(context, coast, COLOURS.shallows, 6 * lineUnit(view));
+function drawLand(context, view, coast, density) {
+  const softCoast = pathOf(view, BASEMAP.land, SOFT_STEP * lineUnit(view), true);
+  stroke(context, softCoast, COLOURS.shallows, 14 * lineUnit(view));
+  stroke(context, softCoast, COLOURS.shallows, 6 * lineUnit(view));
   context.fillStyle = COLOURS.land;
   context.fill(coast);
   drawRelief(context, view, "land", density);
 }
 
-export function drawWater(context, view, density) {
-  const lakes = pathOf(view, BASEMAP.lakes, density, true);
-  stroke(context, pathOf(view, BASEMAP.rivers.other, density), COLOURS.river, 0.8 * lineUnit(view));
-  stroke(context, pathOf(view, BASEMAP.rivers.main, density), COLOURS.river, 1.2 * lineUnit(view));
+function drawWater(context, view, density) {
+  const closest = 0.5 / density;
+  const lakes = pathOf(view, BASEMAP.lakes, closest, true);
+  stroke(context, pathOf(view, BASEMAP.rivers.other, closest), COLOURS.river, 0.8 * lineUnit(view));
+  stroke(context, pathOf(view, BASEMAP.rivers.main, closest), COLOURS.river, 1.2 * lineUnit(view));
   context.fillStyle = COLOURS.lake;
   context.fill(lakes);
   stroke(context, lakes, COLOURS.lakeShore, 0.7 * lineUnit(view));
@@ -95,7 +99,7 @@ function drawTectonics(context, view, density) {
   const unit = lineUnit(view);
   const {trench, spreading, sliding} = BASEMAP.plates;
   const pathOfLines = lines => pathOfCurves(curvesOf(view, lines));
-  stroke(context, pathOf(view, BASEMAP.faults, density), COLOURS.fault, 0.9 * unit);
+  stroke(context, pathOf(view, BASEMAP.faults, 0.5 / density), COLOURS.fault, 0.9 * unit);
   stroke(context, pathOfLines(spreading), COLOURS.plate, 1.3 * unit);
   stroke(context, pathOfLines(sliding), COLOURS.plate, 1.3 * unit, [7 * unit, 5 * unit]);
   drawTrenches(context, curvesOf(view, trench), unit);

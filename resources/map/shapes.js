@@ -5,6 +5,7 @@ import BASEMAP from "../basemap/vector.json" with {type: "json"};
 import {mercatorX, mercatorY, wrapLongitude} from "./projection.js";
 
 const SOFTENINGS = 3;
+const WIDEST_LINE = 16;  // units
 
 const decoded = new Map();  // points by their shape
 
@@ -81,24 +82,27 @@ function isInside(points, x, y) {
 
 // --- How they are drawn
 
-// One path of all shapes that the view meets. Points closer than half a pixel of the screen are left out.
-export function pathOf(view, shapes, density, isClosed = false) {
+// One path of all shapes that the view meets. Points closer to the one before than that many CSS pixels are left out.
+export function pathOf(view, shapes, closest, isClosed = false) {
   const path = new Path2D();
   for (const shape of shapes) {
     if (boxMeetsView(shape, view)) {
-      addShape(path, view, pointsOf(shape), 0.5 / density, isClosed);
+      addShape(path, view, pointsOf(shape), closest, isClosed);
     }
   }
   return path;
 }
 
-function addShape(path, {left, top, world}, points, closest, isClosed) {
+function addShape(path, view, points, closest, isClosed) {
+  const {left, top, world} = view;
+  const edges = edgesPassed(points, view);
   let [lastX, lastY] = [points[0] * world - left, points[1] * world - top];
   path.moveTo(lastX, lastY);
-  for (let i = 2; i < points.length; i += 2) {
-    const x = points[i] * world - left;
-    const y = points[i + 1] * world - top;
-    if (Math.abs(x - lastX) + Math.abs(y - lastY) >= closest || i === points.length - 2) {
+  for (let i = 1; i < edges.length; ++i) {
+    const isHidden = edges[i] && edges[i] === edges[i - 1] && edges[i] === edges[i + 1];
+    const x = points[2 * i] * world - left;
+    const y = points[2 * i + 1] * world - top;
+    if (!isHidden && (Math.abs(x - lastX) + Math.abs(y - lastY) >= closest || i === edges.length - 1)) {
       path.lineTo(x, y);
       lastX = x;
       lastY = y;
@@ -107,6 +111,20 @@ function addShape(path, {left, top, world}, points, closest, isClosed) {
   if (isClosed) {
     path.closePath();
   }
+}
+
+// The edge of the view beyond which each point lies, by a number; 0 for none. A point between two others beyond the same
+// edge changes nothing in the view.
+function edgesPassed(points, {left, top, width, height, world, unit}) {
+  const margin = WIDEST_LINE * Math.max(1, unit);
+  const [west, east] = [(left - margin) / world, (left + width + margin) / world];
+  const [north, south] = [(top - margin) / world, (top + height + margin) / world];
+  const edges = new Uint8Array(points.length / 2);
+  for (let i = 0; i < edges.length; ++i) {
+    const [x, y] = [points[2 * i], points[2 * i + 1]];
+    edges[i] = x < west ? 1 : x > east ? 2 : y < north ? 3 : y > south ? 4 : 0;
+  }
+  return edges;
 }
 
 // The lines that the view meets as curves: arrays of points {x, y}.

@@ -15,7 +15,7 @@ BUS = 'dbus-daemon --session --fork --nosyslog --address="$DBUS_SESSION_BUS_ADDR
 
 def bwrap_works():
     """Not every container lets its processes have namespaces of their own."""
-    command = ["bwrap", "--dev-bind", "/", "/", "--unshare-user", "--unshare-pid", "true"]
+    command = ["bwrap", "--dev-bind", "/", "/", "--proc", "/proc", "--unshare-user", "--unshare-pid", "true"]
     return subprocess.run(command, stderr=subprocess.DEVNULL).returncode == 0
 
 
@@ -30,6 +30,7 @@ class Session:
         self.path = pathlib.Path(self._folder.name)
         for name in "home", "temporary":
             (self.path / name).mkdir()
+        (self.path / "passwd").write_text("user:x:1000:1000::/:/bin/sh\n")  # a bare system has no such user
         self.display = display
         self._started = []
         self.environment = {
@@ -71,7 +72,7 @@ class Session:
         # XScreenSaver keeps programs of its own there too.
         for kept in self.path, "/tmp/.X11-unix", ROOT, PROGRAM.parent, *ENGINES.glob("xscreensaver*"):
             jail += ["--bind", kept, kept]
-        jail += ["--symlink", PROGRAM, ENGINES / "tellmar", "--proc", "/proc", "--die-with-parent"]
+        jail += ["--ro-bind", self.path / "passwd", "/etc/passwd", "--symlink", PROGRAM, ENGINES / "tellmar", "--proc", "/proc", "--die-with-parent"]
         return [*map(str, jail), "--unshare-pid", "--unshare-user", "--uid", "1000", "--gid", "1000", "--"]
 
     def wait_for_success(self, *command):

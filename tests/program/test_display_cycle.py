@@ -3,7 +3,7 @@ import re
 
 import numpy
 
-from harness.processes import wait_until
+from harness.processes import descendants, wait_until
 from harness.sights import MIDDLE, is_black, is_dark, is_light, is_map, is_pink, is_splash, picture, wait_to_see
 
 
@@ -44,7 +44,7 @@ def test_no_frame_of_a_fade_has_an_unpainted_or_a_white_edge(display, program):
     wait_to_see(is_map, display)
 
 
-def test_a_fade_ends_in_what_the_window_draws_anew(display, program):
+def test_a_fade_ends_in_what_the_window_draws_again(display, program):
     program.start("--demo", "--verbose", "--speed", "4")
     program.wait_for("fade: ", 2)
     still = 0, 0, 1280, 120  # no rings spread so far up
@@ -66,3 +66,12 @@ def test_ten_quakes_appear_and_then_the_first_comes_again(display, program):
     assert len(set(calls[:10])) == 10
     assert calls[10] == calls[0]
     assert program.count("fetch ") == 1
+
+
+def test_no_graphics_driver_is_loaded_beside_the_web_processes(program):
+    program.start("--demo", "--fullscreen", "--verbose")
+    program.wait_for("page: loaded")
+    processes = program.process, *descendants(program.process, "tellmar")
+    assert len(processes) == 2
+    loaded = {each.path for process in processes for each in process.memory_maps()}
+    assert not [path for path in loaded if re.search(r"libEGL_|libGLX_|_dri\.so|libgallium", path)]

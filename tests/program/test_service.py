@@ -43,7 +43,7 @@ def test_an_answer_is_kept_in_the_users_cache_unless_that_is_off(make, server):
 
 
 @pytest.mark.parametrize("in_a_hosts_window", [True, False])
-def test_an_answer_after_a_failure_starts_the_program_anew_in_place(display, program, server, in_a_hosts_window):
+def test_an_answer_after_a_failure_restarts_the_program_in_place(display, program, server, in_a_hosts_window):
     server.serve("", 404)
     program.environment["TELLMAR_MINUTE_MS"] = "300"
     window = ["--window-id", hex(display.create_window(1280, 720).id)] if in_a_hosts_window else []
@@ -51,7 +51,7 @@ def test_an_answer_after_a_failure_starts_the_program_anew_in_place(display, pro
     program.wait_for("still no answer")
     server.serve(SAMPLE_FEED)
     wait_to_see(is_map, display)
-    assert program.count("starting anew") == 1
+    assert program.count("restarting") == 1
     assert (program.process.name(), len(program.remains())) == ("tellmar", 1)
     assert psutil.STATUS_ZOMBIE not in [child.status() for child in program.process.children()]
     assert program.end() == 0

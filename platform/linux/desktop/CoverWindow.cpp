@@ -7,6 +7,8 @@
 #include <cmath>
 #include <initializer_list>
 
+#include "platform/linux/desktop/Monitors.h"
+
 namespace platform {
 
 namespace {
@@ -54,8 +56,7 @@ void coverAsLayer(GtkWindow* window, GdkMonitor* monitor) {
 }
 
 void fillMonitor(GtkWindow* window, GdkMonitor* monitor) {
-    GdkRectangle area;
-    gdk_monitor_get_geometry(monitor, &area);
+    const GdkRectangle area = areaOf(monitor);
     gtk_window_move(window, area.x, area.y);
     gtk_window_resize(window, area.width, area.height);
 }
@@ -86,13 +87,6 @@ void coverAsPopup(GtkWindow* window, GdkMonitor* monitor) {
                             window, static_cast<GConnectFlags>(0));
 }
 
-int numberOf(GdkMonitor* monitor) {
-    GdkDisplay* display = gdk_monitor_get_display(monitor);
-    int number = gdk_display_get_n_monitors(display) - 1;
-    while (number > 0 && gdk_display_get_monitor(display, number) != monitor) --number;
-    return number;
-}
-
 void coverAsFullScreen(GtkWindow* window, GdkMonitor* monitor) {
     gtk_window_set_decorated(window, FALSE);  // not every compositor reports the full-screen state
     gtk_window_fullscreen_on_monitor(window, gdk_screen_get_default(), numberOf(monitor));
@@ -105,8 +99,7 @@ GtkWidget* createCoverWindow(GdkMonitor* monitor) {
     GtkWidget* widget = gtk_window_new(isX11 ? GTK_WINDOW_POPUP : GTK_WINDOW_TOPLEVEL);
     GtkWindow* window = GTK_WINDOW(widget);
     gtk_window_set_title(window, "Tellmar");
-    GdkRectangle area;
-    gdk_monitor_get_geometry(monitor, &area);
+    const GdkRectangle area = areaOf(monitor);
     gtk_window_set_default_size(window, area.width, area.height);  // so that it need not change on the screen
     if (isX11)
         coverAsPopup(window, monitor);

@@ -4,6 +4,7 @@
 #include <gdk/gdkx.h>
 
 #include "platform/RunLoop.h"
+#include "platform/linux/desktop/Monitors.h"
 
 namespace platform {
 
@@ -62,8 +63,8 @@ ObjectRef<GdkWindow> findHostWindow(unsigned long id) {
 
 // A host can lay a window that covers a monitor into another: mate-screensaver does.
 bool isPreviewWindow(GdkWindow* host) {
-    GdkRectangle monitor;
-    gdk_monitor_get_geometry(gdk_display_get_monitor_at_window(gdk_window_get_display(host), host), &monitor);
+    const GdkRectangle monitor =
+        areaOf(gdk_display_get_monitor_at_window(gdk_window_get_display(host), host));
     const int width = gdk_window_get_width(host), height = gdk_window_get_height(host);
     const bool isSmall = 2 * width < monitor.width && 2 * height < monitor.height;
     const bool coversMonitor = width >= monitor.width && height >= monitor.height;

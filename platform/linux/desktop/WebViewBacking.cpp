@@ -41,8 +41,8 @@ constexpr char kPictureIsThere[] = R"js(
 
 constexpr char kBackingKey[] = "tellmar-backing";
 
-constexpr int kMaxRestarts = 3;        // of the web process, for one page
-constexpr guint kRestartPause = 1000;  // milliseconds
+constexpr int kMaxRestarts = 3;      // of the web process, for one page
+constexpr int kRestartPause = 1000;  // milliseconds
 
 WebKitWebView* firstView = nullptr;  // shares its web process with every later one
 
@@ -75,7 +75,6 @@ WebView::Backing::Backing(WebView& owner)
 }
 
 WebView::Backing::~Backing() {
-    if (mRestartTimer) g_source_remove(mRestartTimer);
     stopWaiting();
     if (firstView == mWeb) firstView = nullptr;
     g_signal_handlers_disconnect_by_data(mWeb, this);
@@ -164,7 +163,7 @@ void WebView::Backing::load(std::string page, std::string url) {
     mPage = std::move(page);
     mURL = std::move(url);
     mRestarts = 0;
-    if (mRestartTimer) g_source_remove(std::exchange(mRestartTimer, 0));
+    mRestartTimer.reset();
     load();
 }
 
@@ -247,14 +246,10 @@ void WebView::Backing::processEnded() {
         if (mIsLoading) endLoad();
         return;
     }
-    mRestartTimer = g_timeout_add(
-        kRestartPause,
-        [](gpointer self) -> gboolean {
-            static_cast<Backing*>(self)->mRestartTimer = 0;
-            static_cast<Backing*>(self)->load();
-            return G_SOURCE_REMOVE;
-        },
-        this);
+    mRestartTimer = std::make_unique<Timer>(kRestartPause, [this] {
+        mRestartTimer.reset();
+        load();
+    });
 }
 
 void WebView::Backing::damaged(const cairo_region_t* region) {

@@ -2,8 +2,10 @@
 
 #include <webkit2/webkit2.h>
 
+#include <memory>
 #include <string>
 
+#include "platform/Timer.h"
 #include "platform/WebView.h"
 #include "platform/linux/Handles.h"
 
@@ -45,11 +47,11 @@ class WebView::Backing {
     std::string mPage, mURL;
     gint64 mLoadStart = 0;  // microseconds
     int mRestarts = 0;
-    guint mRestartTimer = 0;
-    bool mIsLoading = false;           // until the end of the load is reported
-    bool mHasPicture = false;          // of any page
-    bool mIsVisible = false;           // when the last fade ended
-    ObjectRef<GCancellable> mWaiting;  // for the picture of a page; null when none is expected
+    std::unique_ptr<Timer> mRestartTimer;  // null when no restart is due
+    bool mIsLoading = false;               // until the end of the load is reported
+    bool mHasPicture = false;              // of any page
+    bool mIsVisible = false;               // when the last fade ended
+    ObjectRef<GCancellable> mWaiting;      // for the picture of a page; null when none is expected
 };
 
 }  // namespace platform
