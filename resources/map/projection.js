@@ -9,7 +9,7 @@ const WIDEST_AT_ZOOM = 3850;  // CSS pixels; a larger screen enlarges the map, f
 const SMALL = 0.5;  // unit of a view below which the panel is a strip
 const SHAPES = [{least: 1.4, name: "wide"}, {least: 0.85, name: "square"}, {least: 0, name: "high"}];  // width to height
 const TEXT_SCREEN = {width: 617, height: 720};  // CSS pixels; letters grow with the side that is shorter beside these
-const LOWER_PANEL = {square: 250, high: 320, credit: 50, mostPart: 0.42};  // letter units, map units, part of the height
+const LOWER_PANEL = {square: 250, high: 326, credit: 50, mostPart: 0.42};  // letter units, map units, part of the height
 export const REGION = {west: 149, east: 202, south: -64, north: -13.5};
 
 export function wrapLongitude(longitude) {

@@ -71,7 +71,7 @@ export function placeInWords(place, nearest) {
 // A name is not broken between its words.
 function withArticle(name) {
   const whole = name.replace(/^The /, "").replaceAll(" ", "\u00a0");
-  return /^The |(Islands|Reefs)$/.test(name) ? `the ${whole}` : whole;
+  return /^The |(Islands|Reefs)$/.test(name) ? `the\u00a0${whole}` : whole;
 }
 
 // To five kilometres near by and to ten farther away: places are known no better.

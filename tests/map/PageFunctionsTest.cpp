@@ -98,6 +98,7 @@ TEST(PageFunctionsTest, TheHardestHitPlaceIsToldBesideThoseOfTheMostPeople) {
             {told + "(5.2, 10, -29.4, 182)", "\"Estimated shaking: strong on Raoul Island\""},
             {told + "(6.5, 98, -34.286, 179.943)",
              "\"Estimated shaking: weak in Hicks Bay, Whakatāne and Whangamatā\""},
+            {told + "(5.4, 30, -22.619, 171.769)", "\"Estimated shaking: moderate on Hunter Island\""},
             {told + "(4.1, 33, -35, 182)", "\"Probably not felt on land\""}});
 }
 
