@@ -13,7 +13,7 @@
 #include "platform/RunLoop.h"
 #include "tests/TemporaryFolder.h"
 #include "tests/support/Feed.h"
-#include "tests/support/LoopbackServer.h"
+#include "tests/system/LoopbackServer.h"
 
 using namespace platform;
 
@@ -43,6 +43,25 @@ class URLLoadingTest : public testing::Test {
   protected:
     URLLoadingTest() { setenv("no_proxy", "*", true); }
 
+    void serveBytes(std::size_t count) {
+        server.serveChunks([=](std::size_t offset, httplib::DataSink& sink) {
+            static const std::string block(1 << 16, 'x');
+            if (offset < count) return sink.write(block.data(), std::min(block.size(), count - offset));
+            sink.done();
+            return true;
+        });
+    }
+    // A few bytes now and then, for ever.
+    void trickle() {
+        server.serveChunks([](std::size_t, httplib::DataSink& sink) {
+            usleep(5000);
+            return sink.write("<a>", 3);
+        });
+    }
+    void redirectTo(const std::string& url) {
+        server.answer = [=](const auto&, auto& response) { response.set_redirect(url); };
+    }
+
     LoopbackServer server;
     const TemporaryFolder currentFolder;
 };
@@ -50,9 +69,9 @@ class URLLoadingTest : public testing::Test {
 TEST_F(URLLoadingTest, TheServerSeesWhoAsks) {
     server.serve(kDocument);
     EXPECT_EQ(load("HTTP" + server.url("/query?minmagnitude=4&limit=100").substr(4)), Answer(0, kDocument));
-    EXPECT_EQ(server.lastRequest().target, "/query?minmagnitude=4&limit=100");
-    EXPECT_EQ(server.lastRequest().get_header_value("Accept-Encoding"), "gzip");
-    EXPECT_THAT(server.lastRequest().get_header_value("User-Agent"),
+    EXPECT_EQ(server.lastRequest.target, "/query?minmagnitude=4&limit=100");
+    EXPECT_EQ(server.lastRequest.get_header_value("Accept-Encoding"), "gzip");
+    EXPECT_THAT(server.lastRequest.get_header_value("User-Agent"),
                 testing::StartsWith("Tellmar/1.0.0 libcurl/"));
 }
 
@@ -66,24 +85,24 @@ TEST_F(URLLoadingTest, OnlyAWholeAnswerOfStatus200Counts) {
 }
 
 TEST_F(URLLoadingTest, AnAnswerMayHold64MiB) {
-    server.serveBytes(kMost);
+    serveBytes(kMost);
     EXPECT_TRUE(load(server.url()) == Answer(0, std::string(kMost, 'x')));
-    server.serveBytes(kMost + 1);
+    serveBytes(kMost + 1);
     EXPECT_EQ(load(server.url()).first, CURLE_FILESIZE_EXCEEDED);
     server.serve(std::string(kMost + 1, 'x'));  // packed
     EXPECT_EQ(load(server.url()).first, CURLE_FILESIZE_EXCEEDED);
 }
 
 TEST_F(URLLoadingTest, RedirectsAreFollowedFiveTimes) {
-    server.answerWith([this](const auto&, auto& response) {
-        if (server.requestCount() <= 5) return response.set_redirect("/");
+    server.answer = [redirects = 0](const auto&, auto& response) mutable {
+        if (++redirects <= 5) return response.set_redirect("/");
         response.set_content("<there/>", "application/xml");
-    });
+    };
     EXPECT_EQ(load(server.url()), Answer(0, "<there/>"));
-    server.redirectTo("/");
+    redirectTo("/");
     EXPECT_EQ(load(server.url()), Answer(CURLE_TOO_MANY_REDIRECTS, ""));
     const std::string file = fileWith("secret", "secret");
-    server.redirectTo(file);
+    redirectTo(file);
     EXPECT_EQ(load(server.url()), Answer(CURLE_UNSUPPORTED_PROTOCOL, ""));
     EXPECT_EQ(get({.url = file}).errorCode, CURLE_UNSUPPORTED_PROTOCOL);
 }
@@ -91,14 +110,14 @@ TEST_F(URLLoadingTest, RedirectsAreFollowedFiveTimes) {
 TEST_F(URLLoadingTest, WhatCannotBeReachedInTimeIsRefused) {
     const std::string deserted = LoopbackServer().url();
     EXPECT_EQ(load(deserted), Answer(CURLE_COULDNT_CONNECT, ""));
-    server.trickle();
+    trickle();
     const HTTPResponse response = get({.url = server.url(), .maxMilliseconds = 300});
     EXPECT_EQ(response.errorCode, CURLE_OPERATION_TIMEDOUT);
     EXPECT_EQ(response.body, "");
 }
 
 TEST_F(URLLoadingTest, AStopOfTheMainLoopEndsTheLoad) {
-    server.trickle();
+    trickle();
     const auto stopWhileLoading = [this] {
         const auto stop = [](gpointer) -> gboolean { return RunLoop::stop(), G_SOURCE_REMOVE; };
         g_timeout_add(50, stop, nullptr);
@@ -139,12 +158,12 @@ TEST_F(URLLoadingTest, AResponderAnswersBeforeTheNetwork) {
 }
 
 TEST_F(URLLoadingTest, AResponseHasItsHeadersAndTheFirstLineOfAComplaint) {
-    server.answerWith([](const auto& request, auto& response) {
+    server.answer = [](const auto& request, auto& response) {
         response.status = 503;
         response.set_header("Retry-After", "2");
         response.set_header("ETag", request.get_header_value("If-None-Match"));
         response.set_content("too \x1b[1mbusy\nUsage details are available", "text/plain");
-    });
+    };
     const HTTPResponse response = get({.url = server.url(), .headers = {{"If-None-Match", "\"one\""}}});
     EXPECT_EQ(response.status, 503);
     EXPECT_EQ(response.retryAfterSeconds, 2);
