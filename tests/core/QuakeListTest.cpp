@@ -66,13 +66,6 @@ std::vector<double> next(CQuakeList& list, int count) {
     return magnitudes;
 }
 
-TEST_F(CQuakeListTest, FetchesTheFeedOnce) {
-    CQuakeList* const list = CQuakeList::Instance();
-    EXPECT_EQ(CQuakeList::Instance(), list);
-    EXPECT_THAT(desktop.requests, SizeIs(1));
-    EXPECT_THAT(next(*list, 2), ElementsAre(kNull, kNull));  // nobody answered
-}
-
 TEST_F(CQuakeListTest, WalksBackwardsOverTheBiggest) {
     serveQuakes({5.1, 4.0, 6.2, 5.0, 7.8, 4.1});
     CQuakeList list;
