@@ -17,7 +17,7 @@ TEST_F(AnimationTimerTest, TicksKeepTheirScheduleAfterSlowOnesAndNeverComeInABur
     const platform::Timer stall(350, [] { take(310); });  // as when the process is stopped
     AnimationTimer timer(0.1, [&] {
         starts.push_back(desktop.monotonicMicroseconds / 1000);
-        take(starts.size() == 6 ? 260 : 40);
+        take(starts.size() == 6 ? 300 : 40);
         if (starts.size() == 7) timer.setInterval(0.3);
     });
     platform::RunLoop::runFor(1600);

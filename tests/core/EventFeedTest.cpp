@@ -178,6 +178,7 @@ TEST_F(EventFeedTest, WhoWaitsForAnotherProcessUsesWhatItLearns) {
     load();  // leaves a note from before the wait
     anotherProcessAsksMeanwhile();
     EXPECT_EQ(load(), "");
+    EXPECT_FALSE(desktop.whileWaiting);  // it has waited
     EXPECT_THAT(desktop.requests, SizeIs(2));
     serve({answerOf(kToday)});
     anotherProcessAsksMeanwhile();

@@ -150,6 +150,19 @@ TEST(CoverKeeperTest, AsksLessOftenWhileRequestsFail) {
     EXPECT_THAT(world.questions, Pointwise(DoubleNear(0.3), {10, 30, 70, 130, 190, 250}));
 }
 
+TEST(CoverKeeperTest, EndsAProcessASecondAfterItsSuccessorHasComeToTheScreen) {
+    World world;
+    world.plugIn(kLeft);
+    world.runUntil(10 * kMinute);
+    world.answer = "new";
+    while (world.successorStarts.empty()) world.runUntil(world.now + 0.1);
+    world.runUntil(world.now + world.secondsToMap + 0.8);
+    EXPECT_EQ(world.processCount(), 2U);
+    world.runUntil(world.now + 0.5);
+    EXPECT_EQ(world.processCount(), 1U);
+    EXPECT_EQ(world.seenOn(kLeft), "new");
+}
+
 TEST(CoverKeeperTest, LeavesAProcessInPlaceWhenItsSuccessorFails) {
     World world;
     world.plugIn(kLeft);
