@@ -6,7 +6,7 @@
 
 namespace {
 
-using testing::DoubleNear, testing::Pointwise, testing::SizeIs;
+using testing::DoubleNear, testing::Pointwise;
 
 constexpr double kMinute = 60, kHour = 60 * kMinute, kDay = 24 * kHour;
 
