@@ -80,18 +80,6 @@ TEST(CXMLTreeNodeTest, ChildrenAreFoundByKeyInTheirOrder) {
     EXPECT_THAT(children, ElementsAre(null, first, second));
 }
 
-TEST(CXMLTreeNodeTest, ChildrenAreThereUntilTheirParentsOwnDestructorHasRun) {
-    static int childrenAtTheEnd;
-    struct Parent : CXMLTreeNode {
-        ~Parent() override {
-            std::vector<CXMLNode*> children;
-            childrenAtTheEnd = GetChildren(children);
-        }
-    };
-    std::make_unique<Parent>()->AddChild(new CXMLElementNode("a", kCFStringEncodingUTF8));
-    EXPECT_EQ(childrenAtTheEnd, 1);
-}
-
 TEST(UXMLTest, ANodeIsMadeOfItsOwnKindAlone) {
     for (const auto kind : {kCFXMLNodeTypeElement, kCFXMLNodeTypeText, kCFXMLNodeTypeComment}) {
         const auto node = CFXMLNodeCreate(kind, "a");

@@ -43,6 +43,27 @@ gboolean passOn(GtkWidget*, GdkEvent* event, gpointer action) {
     }
 }
 
+// A compositor gives the keyboard to the layer that asked last.
+void askForKeyboard(GtkWindow* window) {
+    gtk_layer_set_keyboard_mode(window, GTK_LAYER_SHELL_KEYBOARD_MODE_NONE);
+    wl_surface_commit(gdk_wayland_window_get_wl_surface(gtk_widget_get_window(GTK_WIDGET(window))));
+    gtk_layer_set_keyboard_mode(window, GTK_LAYER_SHELL_KEYBOARD_MODE_EXCLUSIVE);
+}
+
+bool hasPointer(GtkWidget* window) {
+    GdkSeat* seat = gdk_display_get_default_seat(gtk_widget_get_display(window));
+    GdkDevice* pointer = gdk_seat_get_pointer(seat);
+    return pointer && gdk_device_get_window_at_position(pointer, nullptr, nullptr);
+}
+
+// KWin 6 gives the focus back only to a window on the monitor where it was last. So of all covers the one
+// with the pointer keeps the keyboard: the window in use is most likely below it.
+gboolean keepKeyboard(GtkWidget* window, GdkEvent*, gpointer) {
+    if (hasPointer(window) && !gtk_window_has_toplevel_focus(GTK_WINDOW(window)))
+        askForKeyboard(GTK_WINDOW(window));
+    return FALSE;
+}
+
 void coverAsLayer(GtkWindow* window, GdkMonitor* monitor) {
     gtk_layer_init_for_window(window);
     gtk_layer_set_namespace(window, "tellmar");
@@ -53,6 +74,9 @@ void coverAsLayer(GtkWindow* window, GdkMonitor* monitor) {
         gtk_layer_set_anchor(window, edge, TRUE);
     gtk_layer_set_exclusive_zone(window, -1);  // covers panels, too
     gtk_layer_set_keyboard_mode(window, GTK_LAYER_SHELL_KEYBOARD_MODE_EXCLUSIVE);
+    gtk_widget_add_events(GTK_WIDGET(window), GDK_FOCUS_CHANGE_MASK | GDK_ENTER_NOTIFY_MASK);
+    g_signal_connect_after(window, "focus-out-event", G_CALLBACK(keepKeyboard), nullptr);
+    g_signal_connect(window, "enter-notify-event", G_CALLBACK(keepKeyboard), nullptr);
 }
 
 void fillMonitor(GtkWindow* window, GdkMonitor* monitor) {
