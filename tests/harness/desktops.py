@@ -37,6 +37,7 @@ class Desktop(Session):
         sockets.chmod(0o1777)
         display.move_pointer(640, 600)  # nested compositors get the keys of the window under the pointer
         self.launch()
+        display.move_pointer(640, 601)  # until it moves, GNOME Shell shows it in a corner, over everything
 
     def start_waiter(self):
         self._waiter = self.start_and_stay(f"{PROGRAM}-idle {IDLE_SECONDS / 60} --demo --speed 40 --no-cache")
