@@ -1,10 +1,15 @@
 #include "idle/MutterIdle.h"
 
+#include <cstdlib>
+
 namespace {
 
 constexpr BusObject kMonitor{"org.gnome.Mutter.IdleMonitor", "/org/gnome/Mutter/IdleMonitor/Core",
                              "org.gnome.Mutter.IdleMonitor"};
 constexpr std::chrono::seconds kPause{1};
+
+// Under Wayland the session ends with the shell; on X11 another shell may take its place.
+bool isCompositor() { return std::getenv("WAYLAND_DISPLAY") != nullptr; }
 
 }  // namespace
 
@@ -21,8 +26,10 @@ MutterIdle::MutterIdle(EventLoop& loop, Bus& bus, std::chrono::milliseconds time
                  [this](sd_bus_message* signal) { watchFired(numberIn(signal)); });
     // A shell that starts again knows of no watch.
     bus.onSignal("type='signal',sender='org.freedesktop.DBus',member='NameOwnerChanged',arg0='" + name + "'",
-                 [this](sd_bus_message*) {
+                 [this, &loop](sd_bus_message*) {
                      mListener.becameActive();
+                     if (isCompositor() && !mBus.hasOwner(kMonitor.name))
+                         return loop.fail("the Wayland compositor has gone");
                      watchIdle();
                  });
     watchIdle();

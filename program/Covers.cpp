@@ -146,5 +146,6 @@ int runCovers(const Options& options) {
     if (options.kiosk) awake.emplace();
     const Covers covers(options);
     RunLoop::run();
+    focus.giveBack();  // for the next key; a window that is just coming up takes it once more
     return 0;
 }

@@ -1,6 +1,8 @@
+#include <charconv>
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
+#include <string_view>
 
 #include "platform/Bundle.h"
 #include "platform/Log.h"
@@ -24,11 +26,21 @@ bool acceptComplaints(const Options& options) {
     return options.complaints.empty() || options.hostWindow || std::getenv("XSCREENSAVER_WINDOW");
 }
 
+// For tests. Without the variable, or when it is not a positive number, a minute is one.
+void setMinute(EventFeed::Source& source) {
+    const char* value = std::getenv("TELLMAR_MINUTE_MS");
+    const std::string_view text = value ? value : "";
+    int milliseconds = 0;
+    const auto [rest, error] = std::from_chars(text.data(), text.data() + text.size(), milliseconds);
+    if (error == std::errc() && rest == text.data() + text.size() && milliseconds > 0)
+        source.minuteMilliseconds = milliseconds;
+}
+
 EventFeed::Source sourceOf(const Options& options) {
     EventFeed::Source source{
         .document = options.feed, .isSample = options.demo, .keepsAnswers = !options.noCache};
     if (!options.service.empty()) source.service = options.service;
-    if (const char* text = std::getenv("TELLMAR_MINUTE_MS")) source.minuteMilliseconds = std::atoi(text);
+    setMinute(source);
     return source;
 }
 

@@ -13,16 +13,16 @@ const LEAST_MARK = 40 * 255;  // colour times alpha of a pixel that counts
 
 // --- Where they go
 
-// Those names that find a free place, and where. Obstacles are boxes by their name, "mark" among them; only towns and
-// islands may cross rings, where they find no better place.
+// Those names that find a free place, and where. Obstacles are boxes by their name, "mark" among them; only towns
+// and islands may cross rings and plate boundaries, where they find no better place.
 export function layOutLabels(context, view, obstacles, rings) {
   const items = labelItems(view, obstacles.mark);
   const margin = EDGE_MARGIN * view.unit;
   const bounds = {left: HIDDEN_EDGE + margin, top: HIDDEN_EDGE + margin,
     right: view.width - margin, bottom: view.height - margin};
   measureItems(context, items);
-  const {crosses, touchesRing} = linesOf(view, rings);
-  return placeLabels(items, bounds, Object.values(obstacles).filter(Boolean), crosses, touchesRing);
+  const {crosses, touchesLine} = linesOf(view, rings);
+  return placeLabels(items, bounds, Object.values(obstacles).filter(Boolean), crosses, touchesLine);
 }
 
 function measureItems(context, items) {
@@ -40,8 +40,8 @@ function measureItems(context, items) {
   context.letterSpacing = "0px";
 }
 
-// Questions for boxes: is there land, a plate boundary or a ring in it (crosses), and is there a ring (touchesRing)? A
-// small picture of them gives the answer, the rings in green and the others in red.
+// Questions for boxes: is there land, a plate boundary or a ring in it (crosses), or one of the last two (touchesLine)? A
+// small picture gives the answer, the land in red and the lines in green.
 function linesOf(view, rings) {
   const grain = Math.max(4, view.unit * 4);  // CSS pixels to one of the picture
   const canvas = document.createElement("canvas");
@@ -53,13 +53,15 @@ function linesOf(view, rings) {
   const coast = pathOf(view, BASEMAP.land, grain, true);
   context.fillStyle = "#f00";
   context.fill(coast);
-  const boundaries = Object.values(BASEMAP.plates).map(lines => pathOf(view, lines, grain));
-  [coast, ...boundaries].forEach(path => stroke(context, path, "#f00", grain));
+  stroke(context, coast, "#f00", grain);
+  for (const lines of Object.values(BASEMAP.plates)) {
+    stroke(context, pathOf(view, lines, grain), "#0f0", grain);
+  }
   stroke(context, pathOfCurves(rings.map(({points}) => [...points, points[0]])), "#0f0", grain);
   const image = context.getImageData(0, 0, canvas.width, canvas.height);
   return {
     crosses: box => isMarked(image, box, grain, 0) || isMarked(image, box, grain, 1),
-    touchesRing: box => isMarked(image, box, grain, 1),
+    touchesLine: box => isMarked(image, box, grain, 1),
   };
 }
 

@@ -76,7 +76,7 @@ function fadeOut(context, box, {x: x1 = 0, y: y1 = 0}, {x: x2 = 0, y: y2 = 0}) {
   fillBox(context, box, fade);
 }
 
-function drawLand(context, view, coast, density) {
+export function drawLand(context, view, coast, density) {
   const softCoast = pathOf(view, BASEMAP.land, SOFT_STEP * lineUnit(view), true);
   stroke(context, softCoast, COLOURS.shallows, 14 * lineUnit(view));
   stroke(context, softCoast, COLOURS.shallows, 6 * lineUnit(view));
@@ -85,7 +85,7 @@ function drawLand(context, view, coast, density) {
   drawRelief(context, view, "land", density);
 }
 
-function drawWater(context, view, density) {
+export function drawWater(context, view, density) {
   const closest = 0.5 / density;
   const lakes = pathOf(view, BASEMAP.lakes, closest, true);
   stroke(context, pathOf(view, BASEMAP.rivers.other, closest), COLOURS.river, 0.8 * lineUnit(view));

@@ -4,13 +4,13 @@ import {boxesMeet} from "./geometry.js";
 
 // Gives each item, in their order, the first of its positions that is free; leaves out items that have none, and further
 // ones of the same name. Returns {item, x, y (the middle of the text), boxes, leader (its ends, if there is one), line (its boxes)}.
-// isCrossed keeps names of the sea off what they must not cross; the others stay off what isOnRing says, if they can.
-export function placeLabels(items, bounds, obstacles, isCrossed, isOnRing = () => false) {
+// isCrossed keeps names of the sea off what they must not cross; the others stay off what isOnLine says, if they can.
+export function placeLabels(items, bounds, obstacles, isCrossed, isOnLine = () => false) {
   const taken = [...obstacles];
   const placed = new Map();
   for (const item of items) {
     const name = item.lines.join("\n");
-    const label = placed.has(name) ? null : placeLabel(item, bounds, taken, isCrossed, isOnRing);
+    const label = placed.has(name) ? null : placeLabel(item, bounds, taken, isCrossed, isOnLine);
     if (label) {
       placed.set(name, label);
       taken.push(...label.boxes, ...label.line);
@@ -19,7 +19,7 @@ export function placeLabels(items, bounds, obstacles, isCrossed, isOnRing = () =
   return [...placed.values()];
 }
 
-function placeLabel(item, bounds, taken, isCrossed, isOnRing) {
+function placeLabel(item, bounds, taken, isCrossed, isOnLine) {
   const symbol = boxAround(item.x, item.y, 2 * (item.symbolSize || 0), 2 * (item.symbolSize || 0));
   const isCovered = Boolean(item.mark) && boxesMeet(symbol, item.mark);
   const besideMark = isCovered ? taken.filter(other => other !== item.mark) : taken;
@@ -29,8 +29,8 @@ function placeLabel(item, bounds, taken, isCrossed, isOnRing) {
   }
   const others = item.avoid ? [...taken, ...item.avoid] : taken;
   const positions = positionsOf(item, isCovered).map(([x, y]) => ({x, y, text: textBoxes(item, x, y)}));
-  const onRing = new Set(positions.filter(({text}) => !item.sea && !isCovered && text.some(isOnRing)));
-  positions.sort((one, other) => onRing.has(one) - onRing.has(other));
+  const onLine = new Set(positions.filter(({text}) => !item.sea && !isCovered && text.some(isOnLine)));
+  positions.sort((one, other) => onLine.has(one) - onLine.has(other));
   for (const {x, y, text} of positions) {
     const leader = isCovered ? [item, nearestIn(text[0], item)] : null;
     const line = leaderBoxes(item, leader);

@@ -22,7 +22,7 @@ const ISLANDS = BASEMAP.labels.filter(([, kind, rank]) => kind === "island" && I
 
 // Those that rise above the sea; a field of them has no one place. A town close by is better known.
 const VOLCANOES = BASEMAP.volcanoes.filter(([name, isUnderSea]) => !isUnderSea && !/field/.test(name))
-    .map(([name, , longitude, latitude]) => ({name, people: 0, longitude, latitude}))
+    .map(([name, , longitude, latitude]) => ({name, people: 0, isIsland: /Island/.test(name), longitude, latitude}))
     .map(volcano => ({...volcano, reach: VOLCANO_REACH[hasTown(volcano, NEAR_TOWN) ? "nearTown" : "remote"]}));
 
 export function namedPlaces() {
@@ -31,7 +31,8 @@ export function namedPlaces() {
 
 // The towns, and the islands that have none.
 export function placesOnLand() {
-  return [...TOWNS, ...ISLANDS.filter(island => !hasTown(island, ISLAND_SIZE))];
+  const islands = [...ISLANDS, ...VOLCANOES.filter(({isIsland}) => isIsland)];
+  return [...TOWNS, ...islands.filter(island => !hasTown(island, ISLAND_SIZE))];
 }
 
 function hasTown(place, distance) {

@@ -9,7 +9,7 @@ const WIDEST_AT_ZOOM = 3850;  // CSS pixels; a larger screen enlarges the map, f
 const SMALL = 0.5;  // unit of a view below which the panel is a strip
 const SHAPES = [{least: 1.4, name: "wide"}, {least: 0.85, name: "square"}, {least: 0, name: "high"}];  // width to height
 const TEXT_SCREEN = {width: 617, height: 720};  // CSS pixels; letters grow with the side that is shorter beside these
-const LOWER_PANEL = {square: 250, high: 320, credit: 50, mostPart: 0.42};  // letter units, map units, part of the height
+const LOWER_PANEL = {square: 250, high: 326, credit: 50, mostPart: 0.42};  // letter units, map units, part of the height
 export const REGION = {west: 149, east: 202, south: -64, north: -13.5};
 
 export function wrapLongitude(longitude) {
@@ -34,20 +34,28 @@ export function isInRegion(place) {
       place.latitude >= REGION.south && place.latitude <= REGION.north;
 }
 
-// What the page shows: lengths in CSS pixels, edges in degrees. Every line and name grows with the unit, the panel's
-// letters with text. The quake stands in the middle of what the panel leaves free: that takes a corner of a wide screen,
-// and lowerPanel pixels at the foot of a square or a high one.
+// What the page shows: lengths in CSS pixels, edges in degrees. The quake stands in the middle of what the panel leaves
+// free.
 export function createView(width, height, place, zoom) {
+  const screen = screenOf(width, height);
+  const middle = {x: (width + HIDDEN_EDGE) / 2, y: (height - screen.lowerPanel + HIDDEN_EDGE) / 2};
+  const world = TILE_SIZE * 2 ** zoom * enlargement(width, height, screen.unit);
+  return {...createViewAt(width, height, screen.unit, middle, place || middleOfRegion(), world), ...screen};
+}
+
+// Every line and name grows with the unit, the panel's letters with text. The panel takes a corner of a wide screen, and
+// lowerPanel pixels at the foot of a square or a high one.
+function screenOf(width, height) {
   const unit = Math.sqrt(width * height) / USUAL_SIZE;
   const text = Math.min(width / TEXT_SCREEN.width, height / TEXT_SCREEN.height);
-  const enlarged = Math.max(width, height) / WIDEST_AT_ZOOM;
-  const scale = unit < SMALLEST_USUAL_UNIT ? Math.max(0.3, unit / SMALLEST_USUAL_UNIT) : Math.max(1, enlarged);
   const shape = unit < SMALL ? "small" : SHAPES.find(({least}) => width > least * height).name;
   const panel = LOWER_PANEL[shape] * text + LOWER_PANEL.credit * unit;
-  const lowerPanel = LOWER_PANEL[shape] ? Math.min(panel, LOWER_PANEL.mostPart * height) : 0;
-  const middle = {x: (width + HIDDEN_EDGE) / 2, y: (height - lowerPanel + HIDDEN_EDGE) / 2};
-  const world = TILE_SIZE * 2 ** zoom * scale;
-  return {...createViewAt(width, height, unit, middle, place || middleOfRegion(), world), text, shape, lowerPanel};
+  return {unit, text, shape, lowerPanel: LOWER_PANEL[shape] ? Math.min(panel, LOWER_PANEL.mostPart * height) : 0};
+}
+
+function enlargement(width, height, unit) {
+  return unit < SMALLEST_USUAL_UNIT ? Math.max(0.3, unit / SMALLEST_USUAL_UNIT) :
+      Math.max(1, Math.max(width, height) / WIDEST_AT_ZOOM);
 }
 
 export function createViewAt(width, height, unit, middle, place, world) {

@@ -3,6 +3,7 @@
 const DIRECTIONS =
     ["north", "north-east", "east", "south-east", "south", "south-west", "west", "north-west"];
 const NEAR = 5;  // kilometres
+const LONGEST_UNBROKEN = 16;  // letters
 
 // Classes after the earthquake magnitude scale of UPSeis (Michigan Tech), numbers after the earthquake statistics of the
 // U.S. Geological Survey. The scale calls those below 7 strong, moderate and light, which are levels of the shaking here.
@@ -68,10 +69,10 @@ export function placeInWords(place, nearest) {
       withArticle(nearest.name);
 }
 
-// A name is not broken between its words.
+// A name is not broken between its words, unless it is long.
 function withArticle(name) {
-  const whole = name.replace(/^The /, "").replaceAll(" ", "\u00a0");
-  return /^The |(Islands|Reefs)$/.test(name) ? `the ${whole}` : whole;
+  const whole = /(Islands|Reefs)$/.test(name) ? `the ${name}` : name.replace(/^The /, "the ");
+  return whole.length > LONGEST_UNBROKEN ? whole : whole.replaceAll(" ", "\u00a0");
 }
 
 // To five kilometres near by and to ten farther away: places are known no better.

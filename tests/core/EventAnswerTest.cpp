@@ -73,27 +73,15 @@ TEST_F(EventAnswerTest, AnEventReachesTheParserInItsOwnUnitsWithoutItsPicks) {
               kTold);
 }
 
-TEST_F(EventAnswerTest, WhatEndsEarlyIsDropped) {
-    for (const std::size_t size : {kWhole.size() - 1, kWhole.find("</event>") + 8, kWhole.size() / 2})
-        EXPECT_EQ(translate(kWhole.substr(0, size)).document, "") << size;
-}
-
 TEST_F(EventAnswerTest, PrefixesGoAndNamesOfOthersAreLeftOut) {
     const std::string prefixed =
         std::regex_replace(kType + kOrigin + kMagnitude, std::regex("<(/?)"), "<$1b:");
     const std::string document =
-        "<a:quakeml xmlns:a='http://quakeml.org/xmlns/quakeml/1.2' "
+        "<a:quakeml xmlns:a='https://quakeml.org/xmlns/quakeml/1.2' "  // some write it so
         "xmlns:b='http://quakeml.org/xmlns/bed/1.2' xmlns:x='urn:other'><b:eventParameters><b:event>"
         "<x:type>explosion</x:type><x:origin/>" +
         prefixed + "</b:event></b:eventParameters></a:quakeml>";
     EXPECT_THAT(quakesIn(translate(document).document), ElementsAre(kTold));
-}
-
-TEST_F(EventAnswerTest, TheSecureSpellingOfANamespaceIsQuakeMLToo) {
-    std::string secure = kWhole;
-    for (std::size_t at = 0; (at = secure.find("http:", at)) != secure.npos; at += 6)
-        secure.insert(at + 4, "s");
-    EXPECT_EQ(translate(secure).document, translate(kWhole).document);
 }
 
 TEST_F(EventAnswerTest, ThePreferredOriginAndMagnitudeAreShownWhereverTheyStandAndElseTheFirst) {
@@ -142,9 +130,8 @@ TEST_F(EventAnswerTest, AnEventIsJudgedByItsPreferredOriginAndMagnitude) {
     const std::string poor = rated("5", "", "5"), good = rated("22", "", "12");
     const std::string preferred =
         "<preferredOriginID>smi:o2</preferredOriginID><preferredMagnitudeID>smi:m2</preferredMagnitudeID>";
-    const auto second = [](std::string content) {
-        content.replace(content.find("smi:o1"), 6, "smi:o2");
-        return content.replace(content.find("smi:m1"), 6, "smi:m2");
+    const auto second = [](const std::string& content) {
+        return std::regex_replace(content, std::regex("smi:(.)1"), "smi:$012");
     };
     EXPECT_THAT(quakes(event(preferred + poor + second(good))), SizeIs(1));
     EXPECT_THAT(quakes(event(preferred + good + second(poor))), IsEmpty());
@@ -175,15 +162,6 @@ TEST_F(EventAnswerTest, WhatTheParserWouldDeclineIsDropped) {
     // A number without a value is 0 to the parser.
     EXPECT_EQ(quakes(without("value")).size(), 0u);  // of the time
     EXPECT_THAT(quake(kType + originOf("o", "1", "<depth/>") + kMagnitude), HasSubstr(", 0 km"));
-}
-
-TEST_F(EventAnswerTest, OtherDocumentsStayAsTheyAre) {
-    const std::string earlier =
-        "<?xml version='1.0'?>\n<quakeml xmlns='http://quakeml.org/xmlns/quakeml/1.0.1'>\r\n<x/></quakeml>\n";
-    EXPECT_EQ(translate(earlier).document, earlier);
-    EXPECT_FALSE(translate(earlier.substr(0, 70)).isGood);
-    for (const std::string text : {"<quakeml xmlns='urn:other'/>", "", "Bad request", "<!doctype html><br>"})
-        EXPECT_FALSE(translate(text).isGood) << text;
 }
 
 TEST_F(EventAnswerTest, EncodingsAndEntitiesBecomeUTF8) {

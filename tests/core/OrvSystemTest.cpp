@@ -7,15 +7,12 @@ namespace {
 using standins::desktop;
 using OrvSystemTest = standins::Test;
 
-TEST_F(OrvSystemTest, ProcessorsAreListedUpToTheBuffersEnd) {
+TEST_F(OrvSystemTest, TextsEndWithTheirBuffers) {
     desktop.processors.assign(128, {0x01000007, 3});
     const std::string text = OrvSystem::GetCPUInfo();
     EXPECT_EQ(text.size(), 255u);
     EXPECT_EQ(text.substr(0, 48), "CPU #1/128: TYPE=16777223;SUB_T=3, CPU #2/128: T");
-}
-
-TEST_F(OrvSystemTest, TheMachineNameKeepsItsLengthByte) {
-    EXPECT_STREQ(OrvSystem::GetMachineName(), "\7Model 7");
+    EXPECT_STREQ(OrvSystem::GetMachineName(), "\7Model 7");  // keeps its length byte
     desktop.machineName.assign(300, 'm');
     EXPECT_EQ(OrvSystem::GetMachineName(), "\xFF" + std::string(254, 'm'));
 }

@@ -15,10 +15,9 @@ using Mode = TellmarScreenSaverView::Mode;
 
 constexpr char kTime[] = "DisplayQuakeForNSeconds";
 constexpr Rect kFrame{40, 50, 800, 600}, kBounds{0, 0, 800, 600};
-constexpr char kAcknowledgement[] =
-    "We acknowledge the New Zealand GeoNet project and its sponsors EQC, GNS Science and LINZ, for providing "
-    "data/images used in this study.";
-constexpr char kNotice[] = "All real time earthquake data provided by GeoNet (www.geonet.org.nz).";
+// Parts of the texts.
+constexpr char kAcknowledgement[] = "sponsors EQC, GNS Science and LINZ";
+constexpr char kNotice[] = "data provided by GeoNet";
 
 class TellmarScreenSaverViewTest : public standins::Test {
   protected:
@@ -62,9 +61,10 @@ class TellmarScreenSaverViewTest : public standins::Test {
 TEST_F(TellmarScreenSaverViewTest, TheSplashCoversTwoQuakeViewsThatLoad) {
     start();
     ASSERT_THAT(mView.subviews(), SizeIs(3));
-    for (const auto& each : mView.subviews()) EXPECT_EQ(each->frame(), kBounds);
-    EXPECT_FALSE(splash()->isHidden());
-    for (int index : {0, 1}) EXPECT_TRUE(quakeView(index)->isHidden());
+    for (const auto& each : mView.subviews()) {
+        EXPECT_EQ(each->frame(), kBounds);
+        EXPECT_EQ(each->isHidden(), each.get() != splash());
+    }
     EXPECT_THAT(desktop.requests, SizeIs(1));
     EXPECT_THAT(loadsOf(quakeView(0)).at(0).page, HasSubstr("(3.000, 172.713, 7.00"));
     EXPECT_THAT(loadsOf(quakeView(1)).at(0).page, HasSubstr("(2.000, 172.713, 6.00"));
@@ -81,10 +81,10 @@ TEST_F(TellmarScreenSaverViewTest, TheSplashDrawsItsTextsOverTheMap) {
         EXPECT_GT(desktop.drawings.at(text).place.y, kBounds.height / 2);
     }
     EXPECT_THAT(drawn(), ElementsAre("fill", platform::pathForResource("google_maps_nz.png"),
-                                     kAcknowledgement, kNotice));
+                                     HasSubstr(kAcknowledgement), HasSubstr(kNotice)));
     desktop.resources.clear();
     splash()->drawRect(kBounds);
-    EXPECT_THAT(drawn(), ElementsAre("fill", kAcknowledgement, kNotice));
+    EXPECT_THAT(drawn(), ElementsAre("fill", HasSubstr(kAcknowledgement), HasSubstr(kNotice)));
 }
 
 TEST_F(TellmarScreenSaverViewTest, HoldsTheSplashUntilTheSecondTickThatFindsBComplete) {
@@ -122,10 +122,11 @@ TEST_F(TellmarScreenSaverViewTest, PaintsOnlyThePreview) {
     start(true);
     finishALoad();
     tick();
-    EXPECT_THAT(drawn(), ElementsAre(platform::pathForResource("google_maps_nz_pre.png"), kAcknowledgement));
+    EXPECT_THAT(drawn(), ElementsAre(platform::pathForResource("google_maps_nz_pre.png"),
+                                     HasSubstr(kAcknowledgement)));
     desktop.resources.clear();
     tick();
-    EXPECT_THAT(drawn(), ElementsAre(kAcknowledgement));
+    EXPECT_THAT(drawn(), ElementsAre(HasSubstr(kAcknowledgement)));
     EXPECT_EQ(mView.mode(), Mode::Splash);
 }
 
@@ -141,15 +142,11 @@ TEST_F(TellmarScreenSaverViewTest, ShowsEachQuakeForFifteenSecondsWhateverIsStor
     }
 }
 
-TEST_F(TellmarScreenSaverViewTest, LoadsItsSheetOnce) {
+TEST_F(TellmarScreenSaverViewTest, ItsOneSheetSavesTheTimeThatTheRateSliderStandsFor) {
+    start();
     EXPECT_FALSE(mView.hasConfigureSheet());
     for (int time = 0; time < 2; ++time) EXPECT_EQ(mView.configureSheet(), &desktop.panel);
     EXPECT_EQ(desktop.sheetLoads, 1);
-}
-
-TEST_F(TellmarScreenSaverViewTest, SavesTheTimeThatTheRateSliderStandsFor) {
-    start();
-    mView.configureSheet();
     desktop.rateSlider.value = 360;
     desktop.ok(nullptr);
     desktop.rateSlider.value = 100;

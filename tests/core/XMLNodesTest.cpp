@@ -5,7 +5,6 @@
 #include "tests/support/Feed.h"
 #include "xml/CXMLElementNode.h"
 #include "xml/CXMLTextNode.h"
-#include "xml/UXML.h"
 
 using namespace platform;
 
@@ -78,29 +77,6 @@ TEST(CXMLTreeNodeTest, ChildrenAreFoundByKeyInTheirOrder) {
     std::vector<CXMLNode*> children{second, second};
     EXPECT_EQ(parent.GetChildren(children), 3);
     EXPECT_THAT(children, ElementsAre(null, first, second));
-}
-
-TEST(CXMLTreeNodeTest, ChildrenAreThereUntilTheirParentsOwnDestructorHasRun) {
-    static int childrenAtTheEnd;
-    struct Parent : CXMLTreeNode {
-        ~Parent() override {
-            std::vector<CXMLNode*> children;
-            childrenAtTheEnd = GetChildren(children);
-        }
-    };
-    std::make_unique<Parent>()->AddChild(new CXMLElementNode("a", kCFStringEncodingUTF8));
-    EXPECT_EQ(childrenAtTheEnd, 1);
-}
-
-TEST(UXMLTest, ANodeIsMadeOfItsOwnKindAlone) {
-    for (const auto kind : {kCFXMLNodeTypeElement, kCFXMLNodeTypeText, kCFXMLNodeTypeComment}) {
-        const auto node = CFXMLNodeCreate(kind, "a");
-        const std::unique_ptr<CXMLNode> element(UXML::CreateCXMLElementNodeFromCFXMLNode(node.get()));
-        const std::unique_ptr<CXMLNode> text(UXML::CreateCXMLTextNodeFromCFXMLNode(node.get()));
-        EXPECT_EQ(element != nullptr, kind == kCFXMLNodeTypeElement);
-        EXPECT_EQ(text != nullptr, kind == kCFXMLNodeTypeText);
-    }
-    EXPECT_EQ(UXML::CreateCXMLElementNodeFromCFXMLNode(nullptr), nullptr);
 }
 
 }  // namespace

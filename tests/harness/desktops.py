@@ -8,7 +8,8 @@ from harness.session import BUS, Compositor, Session
 from harness.sights import shows_map
 
 MONITORS = [(0, 0, 1280, 720), (1280, 0, 1280, 720)]
-IDLE_SECONDS = 1.2
+IDLE_SECONDS = 0.8
+CALL_SAVER = "gdbus call --session --dest org.freedesktop.ScreenSaver --object-path /ScreenSaver --method".split()
 HARNESS = ROOT / "tests/harness"
 
 
@@ -36,24 +37,34 @@ class Desktop(Session):
         sockets.chmod(0o1777)
         display.move_pointer(640, 600)  # nested compositors get the keys of the window under the pointer
         self.launch()
+        display.move_pointer(640, 601)  # until it moves, GNOME Shell shows it in a corner, over everything
 
     def start_waiter(self):
         self._waiter = self.start_and_stay(f"{PROGRAM}-idle {IDLE_SECONDS / 60} --demo --speed 40 --no-cache")
 
-    def kill_waiter(self):
-        kill(descendants(self._waiter, "tellmar-idle"))
+    def crash(self):
+        """Kills the program that shows all windows."""
+        started = [each for root in self._started if root.is_running() for each in descendants(root)]
+        kill(each for each in started if each.name().startswith(self.SHOWS_WINDOWS))
+
+    def wait_for_saver(self):
+        return self.wait_for_savers(1 + len(MONITORS))  # for a moment there is another, which becomes a helper of WebKit's
 
     def wait_until_covered(self):
         for monitor in MONITORS:
             wait_until(lambda area=monitor: shows_map(self.display, area))
-        self.wait_for_savers(1 + len(MONITORS))  # for a moment there is another, before it becomes a helper of WebKit's
+        self.wait_for_saver()
 
-    def stays_uncovered(self):
-        """Whether no saver starts for longer than the idle time."""
+    def stays(self, savers):
+        """Whether no other saver than these starts for longer than the idle time."""
         end = time.monotonic() + IDLE_SECONDS + 1
-        while time.monotonic() < end and not self.savers():
+        while time.monotonic() < end and self.savers() == savers:
             time.sleep(0.05)
-        return not self.savers()
+        return self.savers() == savers
+
+    def wait_for_end_of_all(self):
+        """The waiter's included."""
+        wait_until(lambda: not descendants(self._waiter, "tellmar-idle") and not self.savers())
 
     def wait_for_end(self):
         """Waits until nothing of the saver is left, and keeps the session in use meanwhile."""
@@ -97,6 +108,7 @@ class Desktop(Session):
 
 class GnomeShell(Compositor, Desktop):
     REQUIRED = [*Desktop.REQUIRED, "/usr/bin/gnome-shell"]
+    SHOWS_WINDOWS = "gnome-shell"
     always_focuses_covers = False  # at times it protects the window in which the user typed last
 
     def launch(self):
@@ -113,16 +125,35 @@ class GnomeShell(Compositor, Desktop):
 
 
 class KWin(Compositor, Desktop):
-    REQUIRED = [*Desktop.REQUIRED, "/usr/bin/kwin_wayland"]
+    """Its own locker locks. A script takes the place of the part that asks for the password, and unlocks when it is ended."""
+
+    GREETER = "/usr/lib/x86_64-linux-gnu/libexec/kscreenlocker_greet"
+    REQUIRED = [*Desktop.REQUIRED, "/usr/bin/kwin_wayland", GREETER]
+    SHOWS_WINDOWS = "kwin_wayland"
 
     def launch(self):
         display = self.environment["DISPLAY"]
         quiet = {"KWIN_COMPOSE": "Q", "QT_LOGGING_RULES": "*=false"}
         self.environment |= {"XDG_CURRENT_DESKTOP": "KDE", **quiet}
         size = "--width 1280 --height 720 --output-count 2"
-        super().launch("wayland-0", f"kwin_wayland --x11-display {display} --no-lockscreen {size}")
+        super().launch("wayland-0", f"kwin_wayland --x11-display {display} {size}")
         wait_until(self._monitors_are_shown)
         self._windows()[1].configure(x=1280)
+
+    def lock(self):
+        self.wait_for_success(*CALL_SAVER, "org.freedesktop.ScreenSaver.Lock")
+
+    def unlock(self):
+        wait_until(self._greeters)[0].terminate()
+
+    def _greeters(self):
+        return [each for root in self._started if root.is_running() for each in descendants(root, "kscreenlocker_g")]
+
+    def _jail(self):
+        greeter = self.path / "kscreenlocker_greet"
+        greeter.write_text("#!/bin/sh\ntrap 'exit 0' TERM\nwhile :; do sleep 0.05; done\n")
+        greeter.chmod(0o755)
+        return [*super()._jail()[:-1], "--ro-bind", str(greeter), self.GREETER, "--"]
 
     def _windows(self):
         return self.display.root.query_tree().children
@@ -137,6 +168,9 @@ class Openbox(Desktop):
 
     def launch(self):
         self.start_and_stay(f"{BUS}; openbox")
+
+    def crash(self):
+        self.display.server.kill()
 
     def lock(self):
         self._locker = self.start("i3lock", "--nofork", "--color=ff00ff")

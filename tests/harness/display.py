@@ -6,7 +6,7 @@ import subprocess
 from PIL import Image
 from Xlib import X, XK
 from Xlib.display import Display as Connection
-from Xlib.error import XError
+from Xlib.error import ConnectionClosedError, XError
 from Xlib.ext import xtest
 from Xlib.protocol.event import ClientMessage
 
@@ -39,7 +39,8 @@ class Display:
             self.connection.intern_atom(name)
 
     def close(self):
-        self.connection.close()
+        with contextlib.suppress(ConnectionClosedError):  # a test may have killed the server
+            self.connection.close()
         self.server.terminate()
         self.server.wait()
 

@@ -2,9 +2,10 @@
 import pytest
 from Xlib import X
 
+from harness import desktops
 from harness.display import MonitorDisplay
 from harness.processes import descendants, wait_for_end, wait_until
-from harness.program import SAMPLE_FEED, Program
+from harness.program import PROGRAM, SAMPLE_FEED, Program
 from harness.sights import is_black, is_map, is_splash, picture, wait_to_see
 
 MONITORS = (0, 0, 1280, 720), (1280, 0, 1024, 768)
@@ -60,6 +61,18 @@ def test_fresh_quakes_come_to_each_monitor_without_a_flicker(make, monitors, ser
     monitors.press("q")
     assert program.status() == 0
     wait_for_end(second)
+
+
+@pytest.mark.parametrize("kind", [desktops.GnomeShell, desktops.KWin])
+def test_fresh_quakes_come_without_a_flicker_under_wayland(make, server, kind):
+    desktop = make(kind, kind.display_of(make))
+    server.serve(SAMPLE_FEED)
+    desktop.start_and_stay(f"{PROGRAM} --kiosk --service {server.url} --no-cache --speed 60")
+    desktop.wait_until_covered()
+    first = set(desktop.savers()[1:])
+    server.serve(LATER_FEED)
+    assert watch_until(lambda: not first & set(desktop.savers()), desktop.display, desktops.MONITORS) > 10
+    desktop.wait_for_saver()
 
 
 def test_a_key_ends_it_on_all_monitors_without_reaching_the_window_below(make, monitors):

@@ -2,7 +2,8 @@
 import pytest
 
 from harness.desktops import GnomeShell, KWin, Openbox
-from harness.processes import kill
+from harness.processes import kill, wait_for_end
+from harness.program import PROGRAM
 
 
 @pytest.fixture(params=[GnomeShell, KWin, Openbox])
@@ -24,15 +25,29 @@ def test_an_idle_session_is_covered_until_a_key_which_goes_nowhere_else(desktop)
 
 def test_it_stays_away_while_the_session_is_locked_or_a_player_plays(desktop):
     desktop.start_waiter()
-    desktop.wait_until_covered()
+    desktop.wait_for_saver()
     desktop.lock()
     desktop.display.press("Shift_L")  # not on every desktop a locker ends the saver at once
     desktop.wait_for_savers(0)
-    assert desktop.stays_uncovered()
+    assert desktop.stays([])
     player = desktop.play()
     desktop.unlock()
-    assert desktop.stays_uncovered()
+    assert desktop.stays([])
     kill([player])
+    desktop.wait_for_saver()
+    desktop.crash()
+    desktop.wait_for_end_of_all()
+
+
+def test_a_kiosk_keeps_kwin_from_being_idle(make):
+    desktop = make(KWin, KWin.display_of(make))
+    desktop.start_and_stay(f"{PROGRAM} --kiosk --demo --speed 40")
     desktop.wait_until_covered()
-    desktop.kill_waiter()
-    desktop.wait_for_savers(0)
+    kiosk = desktop.savers()
+    desktop.start_waiter()
+    assert desktop.stays(kiosk)
+    desktop.display.press("q")
+    wait_for_end(kiosk)
+    desktop.wait_for_saver()
+    desktop.crash()
+    desktop.wait_for_end_of_all()

@@ -39,12 +39,17 @@ def start(waiter):
     return wait_until(lambda: descendants(waiter.process, "sleep"))[0]
 
 
-def test_it_is_replaced_by_the_next_one_and_sent_away_by_none(waiter, bus):
+def test_it_is_replaced_by_the_next_one_of_its_session_and_ended_by_0_minutes(display, make, waiter, bus):
     saver = start(waiter)
     first = waiter.process
     next_saver = start(waiter)
     wait_for_end([first, saver])
     second = waiter.process
+    waiter.environment["DISPLAY"] = make(Display).name
+    start(waiter)  # in another session of the user, on the same bus
+    waiter.end()
+    assert second.poll() is None and descendants(second, "sleep") == [next_saver]
+    waiter.environment["DISPLAY"] = display.name
     assert waiter.run("0") == 0
     wait_for_end([second, next_saver])
 

@@ -1,5 +1,6 @@
 #include "tests/standins/Desktop.h"
 
+#include <algorithm>
 #include <climits>
 #include <cstdlib>
 #include <filesystem>
@@ -112,7 +113,7 @@ bool RunLoop::runUntil(const std::function<bool()>& done, int milliseconds) {
     while (!done() && !desktop.isStopping) {
         const auto next = desktop.timers.begin();
         const bool isDue = next != desktop.timers.end() && next->first <= end;
-        desktop.monotonicMicroseconds = isDue ? next->first : end;
+        desktop.monotonicMicroseconds = std::max(desktop.monotonicMicroseconds, isDue ? next->first : end);
         if (!isDue) return false;
         const auto function = std::move(next->second.second);
         desktop.timers.erase(next);

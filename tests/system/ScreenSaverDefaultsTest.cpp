@@ -39,12 +39,18 @@ class ScreenSaverDefaultsTest : public testing::Test {
     const std::string folder = kConfigHome + "/tellmar", path = folder + "/" + kModule + ".ini";
 };
 
-TEST_F(ScreenSaverDefaultsTest, WhatIsStoredIsReadBackByTheNextProcess) {
+TEST_F(ScreenSaverDefaultsTest, WhatAProcessStoresCountsForAllUntilAnotherStoresLater) {
+    ScreenSaverDefaults settings = defaults();
     EXPECT_EQ(stored(), 0);
-    EXPECT_TRUE(store(-7));
+    settings.setInteger(-7, kKey);
+    EXPECT_TRUE(settings.synchronize());
     EXPECT_EQ(stored(), -7);
     EXPECT_EQ(ScreenSaverDefaults::defaultsForModuleWithName("other").integerForKey(kKey), 0);
     EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all);
+    EXPECT_TRUE(store(8));
+    EXPECT_EQ(settings.integerForKey(kKey), 8);
+    EXPECT_TRUE(settings.synchronize());
+    EXPECT_EQ(stored(), 8);
 }
 
 TEST_F(ScreenSaverDefaultsTest, WhatOthersWroteIsKept) {
@@ -56,16 +62,6 @@ TEST_F(ScreenSaverDefaultsTest, WhatOthersWroteIsKept) {
     put(head + "DisplayQuakeForNSeconds=8\n");
     EXPECT_TRUE(settings.synchronize());
     EXPECT_EQ(contentsOf(path), head + "DisplayQuakeForNSeconds=6\n");
-}
-
-TEST_F(ScreenSaverDefaultsTest, WhatAnotherProcessStoresLaterCounts) {
-    ScreenSaverDefaults settings = defaults();
-    settings.setInteger(7, kKey);
-    EXPECT_TRUE(settings.synchronize());
-    EXPECT_TRUE(store(8));
-    EXPECT_EQ(settings.integerForKey(kKey), 8);
-    EXPECT_TRUE(settings.synchronize());
-    EXPECT_EQ(stored(), 8);
 }
 
 TEST_F(ScreenSaverDefaultsTest, ADamagedFileIsSetAside) {

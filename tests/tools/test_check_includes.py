@@ -6,11 +6,6 @@ import subprocess
 import pytest
 
 CHECK = pathlib.Path(__file__).resolve().parents[2] / "tools/check_includes.py"
-HEADERS = [
-    "platform/Files.h", "platform/portable/View.h", "platform/linux/Handles.h", "platform/linux/system/Own.h",
-    "platform/linux/desktop/Window.h", "support/CErr.h", "service/EventFeed.h", "quakes/CQuakeList.h", "saver/View.h",
-    "program/Options.h", "tests/Helper.h",
-]  # fmt: skip
 
 
 def check(root):
@@ -20,13 +15,6 @@ def check(root):
 def write(root, path, text=""):
     (root / path).parent.mkdir(parents=True, exist_ok=True)
     (root / path).write_text(text)
-
-
-@pytest.fixture
-def sources(tmp_path):
-    for header in HEADERS:
-        write(tmp_path, header)
-    return tmp_path
 
 
 @pytest.mark.parametrize(
@@ -49,28 +37,32 @@ def sources(tmp_path):
         ("platform/New.h", "<gtk/gtk.h>"),
     ],
 )
-def test_an_include_that_breaks_a_rule_is_reported(sources, path, header):
-    write(sources, path, f"#pragma once\n#include {header}\n")
-    result = check(sources)
+def test_an_include_that_breaks_a_rule_is_reported(tmp_path, path, header):
+    if header[0] == '"' and "Missing" not in header:
+        write(tmp_path, header[1:-1])
+    write(tmp_path, path, f"#pragma once\n#include {header}\n")
+    result = check(tmp_path)
     assert result.returncode == 1
     assert result.stdout.startswith(f"{path}:2: {header[1:-1]}: ")
 
 
-def test_includes_that_point_down_pass_and_the_order_is_printed(sources):
-    write(sources, "program/New.cpp", '#include <gtk/gtk.h>\n#include "saver/View.h"\n')
-    write(sources, "tests/New.cpp", '#include "program/Options.h"\n')
-    result = check(sources)
+def test_includes_that_point_down_pass_and_the_order_is_printed(tmp_path):
+    for header in "saver/View.h", "program/Options.h":
+        write(tmp_path, header)
+    write(tmp_path, "program/New.cpp", '#include <gtk/gtk.h>\n#include "saver/View.h"\n')
+    write(tmp_path, "tests/New.cpp", '#include "program/Options.h"\n')
+    result = check(tmp_path)
     assert result.returncode == 0, result.stdout
     assert "program                 -> saver 1\n" in result.stdout
 
 
 @pytest.mark.parametrize("imports", [["b", "a"], ["b", None]])
-def test_a_circle_of_modules_and_one_that_is_not_preloaded_are_reported(sources, imports):
+def test_a_circle_of_modules_and_one_that_is_not_preloaded_are_reported(tmp_path, imports):
     for name, imported in zip("ab", imports):
-        write(sources, f"resources/map/{name}.js", f'import {{x}} from "./{imported}.js";\n' if imported else "")
+        write(tmp_path, f"resources/map/{name}.js", f'import {{x}} from "./{imported}.js";\n' if imported else "")
     preloaded = "ab" if imports[1] else "a"
     links = [f'<link rel="modulepreload" href="bundle:///map/{name}.js">' for name in preloaded]
-    write(sources, "resources/map.html", "\n".join(links))
-    result = check(sources)
+    write(tmp_path, "resources/map.html", "\n".join(links))
+    result = check(tmp_path)
     assert result.returncode == 1
     assert "resources/map/b.js: " in result.stdout

@@ -33,7 +33,9 @@ FocusKeeper::FocusKeeper() {
     if (::Display* const server = connection()) XGetInputFocus(server, &mWindow, &mRevert);
 }
 
-FocusKeeper::~FocusKeeper() {
+FocusKeeper::~FocusKeeper() { giveBack(); }
+
+void FocusKeeper::giveBack() const {
     if (mWindow == None) return;
     GdkDisplay* display = gdk_display_get_default();
     gdk_x11_display_error_trap_push(display);

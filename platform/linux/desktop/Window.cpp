@@ -92,6 +92,10 @@ Window::Window(GtkWidget* topLevel, bool takesDialogs)
 
 Window::~Window() {
     if (currentWindow == this) currentWindow = nullptr;
+    if (mTopLevel) {  // off the screen at once: the rest takes longer
+        gtk_widget_hide(mTopLevel);
+        gdk_display_flush(gtk_widget_get_display(mTopLevel));
+    }
     mRoot.reset();
     if (mTopLevel) gtk_widget_destroy(mTopLevel);
     if (mHost) forgetHostWindow(mHost.get());
