@@ -45,7 +45,7 @@ class Desktop(Session):
     def crash(self):
         """Kills the program that shows all windows."""
         started = [each for root in self._started if root.is_running() for each in descendants(root)]
-        kill(each for each in started if each.name().startswith(self.SHOWS_WINDOWS))
+        kill([each for each in started if each.name().startswith(self.SHOWS_WINDOWS)])  # others end with the first
 
     def wait_for_saver(self):
         return self.wait_for_savers(1 + len(MONITORS))  # for a moment there is another, which becomes a helper of WebKit's
