@@ -21,7 +21,7 @@ constexpr View kViews[] = {{1280, 720, -43.4, 170.2},  {1280, 720, -41.2, 173.2}
                            {1280, 720, -39.4, 176.95}, {1280, 720, -22.3, 170},   {1280, 720, -36.85, 174.76},
                            {3840, 2160, -44.67, 167.9}};
 
-TEST(LegibilityTest, EveryNameStandsOutFromTheMapAroundIt) {
+TEST(LegibilityTest, EveryNameAndTextStandsOutFromWhatIsAroundIt) {
     for (const View& view : kViews) {
         SCOPED_TRACE(std::to_string(view.latitude) + ", " + std::to_string(view.longitude));
         MapPage page({double(view.width), double(view.height)});
@@ -29,6 +29,9 @@ TEST(LegibilityTest, EveryNameStandsOutFromTheMapAroundIt) {
         const auto names = contrastsOfNames(page);
         EXPECT_GT(names.size(), 5u);
         for (const auto& [name, ratio] : names) EXPECT_GE(ratio, kLeastContrast) << name;
+        const auto texts = contrastsOfTexts(page);
+        EXPECT_GT(texts.size(), 5u);
+        for (const auto& [text, ratio] : texts) EXPECT_GE(ratio, kLeastContrast) << text;
     }
 }
 
