@@ -6,9 +6,11 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "platform/linux/CurrentDesktop.h"
 #include "platform/linux/Handles.h"
 
-using platform::Handle, platform::KeyFileRef, platform::ObjectRef, platform::toString, platform::GText;
+using platform::currentDesktopIs, platform::Handle, platform::KeyFileRef, platform::ObjectRef,
+    platform::toString, platform::GText;
 
 namespace {
 
@@ -17,10 +19,6 @@ constexpr double kSecondsPerMinute = 60;
 std::string_view variable(const char* name) {
     const char* value = std::getenv(name);
     return value ? value : "";
-}
-
-bool desktopIs(std::string_view name) {
-    return variable("XDG_CURRENT_DESKTOP").find(name) != std::string_view::npos;
 }
 
 std::optional<DesktopBlanking> gnomeBlanking() {
@@ -65,7 +63,7 @@ std::optional<DesktopBlanking> serverBlanking() {
 }  // namespace
 
 std::optional<DesktopBlanking> desktopBlanking() {
-    if (desktopIs("GNOME")) return gnomeBlanking();
-    if (desktopIs("KDE")) return plasmaBlanking();
+    if (currentDesktopIs("GNOME")) return gnomeBlanking();
+    if (currentDesktopIs("KDE")) return plasmaBlanking();
     return variable("WAYLAND_DISPLAY").empty() ? serverBlanking() : std::nullopt;
 }

@@ -5,10 +5,9 @@
 #include <gtk-layer-shell.h>
 
 #include <cmath>
-#include <cstdlib>
 #include <initializer_list>
-#include <string_view>
 
+#include "platform/linux/CurrentDesktop.h"
 #include "platform/linux/desktop/Monitors.h"
 
 namespace platform {
@@ -65,11 +64,6 @@ gboolean keepKeyboard(GtkWidget* window, GdkEvent*, gpointer) {
     return FALSE;
 }
 
-bool isPlasma() {
-    const char* desktop = std::getenv("XDG_CURRENT_DESKTOP");
-    return desktop && std::string_view(desktop).find("KDE") != std::string_view::npos;
-}
-
 void coverAsLayer(GtkWindow* window, GdkMonitor* monitor) {
     gtk_layer_init_for_window(window);
     gtk_layer_set_namespace(window, "tellmar");
@@ -80,7 +74,8 @@ void coverAsLayer(GtkWindow* window, GdkMonitor* monitor) {
         gtk_layer_set_anchor(window, edge, TRUE);
     gtk_layer_set_exclusive_zone(window, -1);  // covers panels, too
     gtk_layer_set_keyboard_mode(window, GTK_LAYER_SHELL_KEYBOARD_MODE_EXCLUSIVE);
-    if (isPlasma()) g_signal_connect(window, "focus-out-event", G_CALLBACK(keepKeyboard), nullptr);
+    if (currentDesktopIs("KDE"))
+        g_signal_connect(window, "focus-out-event", G_CALLBACK(keepKeyboard), nullptr);
 }
 
 void fillMonitor(GtkWindow* window, GdkMonitor* monitor) {
