@@ -37,7 +37,7 @@ class Watcher(threading.Thread):
 
     def __init__(self, kiosk, display):
         super().__init__(daemon=True)
-        self._kiosk, self._display, self._monitor_of = kiosk, display, {}
+        self._kiosk, self._display = kiosk, display
         self._double_since, self.longest_double, self.most_processes = {}, 0, 0
         self.frames = self.bad_frames = 0
         self.is_over = False
@@ -51,7 +51,7 @@ class Watcher(threading.Thread):
             time.sleep(0.02)
 
     def _look_at_processes(self):
-        counts = collections.Counter(monitor for _, monitor in self._kiosk.covers(self._monitor_of))
+        counts = collections.Counter(monitor for _, monitor in self._kiosk.covers())
         self.most_processes = max(self.most_processes, *counts.values(), 0)
         for monitor in set(self._double_since) | set(counts):
             if counts[monitor] < 2:
@@ -62,15 +62,18 @@ class Watcher(threading.Thread):
 
 
 class Kiosk(Program):
-    def covers(self, known=None):
+    def __init__(self, *parameters):
+        super().__init__(*parameters)
+        self._tasks = {}  # by process, such as "successor 0 of 2"
+
+    def covers(self):
         """The processes on the screens, each with its monitor's number."""
-        known = {} if known is None else known
         found = []
         for each in self.process.children():
             with contextlib.suppress(psutil.Error):
-                if each not in known:
-                    known[each] = each.environ().get("TELLMAR_TASK", "")  # such as "successor 0 of 2"
-                task = known[each].split()
+                if each not in self._tasks:
+                    self._tasks[each] = each.environ().get("TELLMAR_TASK", "")
+                task = self._tasks[each].split()
                 if len(task) > 1 and each.status() != psutil.STATUS_ZOMBIE:
                     found.append((each, task[1]))
         return found
