@@ -13,6 +13,8 @@ class RunLoop {
     static void runUntil(const std::function<bool()>& done);
     // The same, but at most that long. Returns whether done returned true.
     static bool runUntil(const std::function<bool()>& done, int milliseconds);
+    // The same, also after stop was called: for what is still to be seen to at the end.
+    static bool finish(const std::function<bool()>& done, int milliseconds);
     // Runs for that long, or until stop is called.
     static void runFor(int milliseconds);
     // Dispatches a few of the events that are due now and returns without waiting.

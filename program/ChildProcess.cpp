@@ -3,7 +3,6 @@
 #include <fcntl.h>
 #include <glib-unix.h>
 #include <sys/prctl.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -11,15 +10,12 @@
 #include <utility>
 #include <vector>
 
-#include "platform/Clock.h"
 #include "platform/Log.h"
 #include "program/Restart.h"
 
 using platform::ErrorRef, platform::Handle;
 
 namespace {
-
-constexpr useconds_t kWaitPause = 2000;  // microseconds
 
 void endWithParent(gpointer parent) {
     prctl(PR_SET_PDEATHSIG, SIGTERM);
@@ -100,11 +96,3 @@ void ChildProcess::end() const {
 }
 
 void ChildProcess::endByForce() const { kill(mNumber, SIGKILL); }
-
-void ChildProcess::waitForEnd(long long deadline) {
-    if (mEndSource) g_source_remove(std::exchange(mEndSource, 0));
-    while (waitpid(mNumber, nullptr, WNOHANG) == 0) {
-        if (platform::monotonicMicroseconds() >= deadline) endByForce();
-        usleep(kWaitPause);
-    }
-}

@@ -30,9 +30,6 @@ class ChildProcess {
     // Asks it to end, also when it is stopped.
     void end() const;
     void endByForce() const;
-    // Waits for its end, in place of the event, at most until that time of the monotonic clock, in
-    // microseconds; then ends it by force.
-    void waitForEnd(long long deadline);
 
   private:
     ChildProcess(pid_t number, int output, Events events);

@@ -24,7 +24,7 @@ using platform::RunLoop;
 
 namespace {
 
-constexpr long long kEndPatience = 2'000'000;   // microseconds
+constexpr int kEndPatience = 2000;              // milliseconds
 constexpr double kLongestSleep = 24 * 60 * 60;  // seconds
 
 double now() { return static_cast<double>(platform::monotonicMicroseconds()) / 1e6; }
@@ -46,34 +46,39 @@ class Covers : CoverKeeper::Hands {
 
     ~Covers() override {
         g_signal_handlers_disconnect_by_data(gdk_display_get_default(), this);
-        for (const auto& [number, child] : mChildren) child->end();
-        const long long deadline = platform::monotonicMicroseconds() + kEndPatience;
-        for (const auto& [number, child] : mChildren) child->waitForEnd(deadline);
+        mIsEnding = true;
+        endChildren(&ChildProcess::end);
+        endChildren(&ChildProcess::endByForce);
     }
     Covers(const Covers&) = delete;
     Covers& operator=(const Covers&) = delete;
 
   private:
     static void monitorAdded(Covers* self, GdkMonitor* monitor) {
-        self->mKeeper.added(monitor, now());
-        self->schedule();
+        self->react([&] { self->mKeeper.added(monitor, now()); });
     }
 
     static void monitorRemoved(Covers* self, GdkMonitor* monitor) {
-        self->mKeeper.removed(monitor, now());
-        self->schedule();
+        self->react([&] { self->mKeeper.removed(monitor, now()); });
     }
 
-    // Calls the keeper when its next step is due.
-    void schedule() {
+    void endChildren(void (ChildProcess::*how)() const) {
+        for (const auto& [number, child] : mChildren) (*child.*how)();
+        RunLoop::finish([this] { return mChildren.empty(); }, kEndPatience);
+    }
+
+    // Tells the keeper what has happened, and calls it when its next step is due.
+    template <typename Step>
+    void react(Step tell) {
+        if (mIsEnding) return;
+        tell();
         const double seconds = std::clamp(mKeeper.nextDue() - now(), 0.0, kLongestSleep);
         mTimer =
             std::make_unique<platform::Timer>(static_cast<int>(seconds * 1000) + 1, [this] { advance(); });
     }
 
     void advance() {
-        mKeeper.advance(now());
-        schedule();
+        react([this] { mKeeper.advance(now()); });
     }
 
     CoverKeeper::Process start(CoverKeeper::Monitor monitor, bool isSuccessor) override {
@@ -108,18 +113,15 @@ class Covers : CoverKeeper::Hands {
     // Returns the process's number, 0 on failure.
     template <typename OnLine, typename OnEnd>
     pid_t run(CoverTask task, GdkMonitor* monitor, OnLine onLine, OnEnd onEnd) {
-        auto child = ChildProcess::start(kCoverTaskVariable, coverTaskText(task, monitor),
-                                         {.line =
-                                              [this, onLine](pid_t process, const std::string& line) {
-                                                  onLine(process, line);
-                                                  schedule();
-                                              },
-                                          .end =
-                                              [this, onEnd](pid_t process, int status) {
-                                                  mChildren.erase(process);
-                                                  onEnd(process, status);
-                                                  schedule();
-                                              }});
+        auto child = ChildProcess::start(
+            kCoverTaskVariable, coverTaskText(task, monitor),
+            {.line = [this, onLine](pid_t process,
+                                    const std::string& line) { react([&] { onLine(process, line); }); },
+             .end =
+                 [this, onEnd](pid_t process, int status) {
+                     mChildren.erase(process);
+                     react([&] { onEnd(process, status); });
+                 }});
         if (!child) return 0;
         const pid_t number = child->number();
         mChildren[number] = std::move(child);
@@ -130,6 +132,7 @@ class Covers : CoverKeeper::Hands {
     std::map<pid_t, std::unique_ptr<ChildProcess>> mChildren;
     pid_t mCheck = 0;
     std::unique_ptr<platform::Timer> mTimer;
+    bool mIsEnding = false;
 };
 
 }  // namespace
@@ -141,7 +144,7 @@ int runCovers(const Options& options) {
             platform::log("a screen locker or an open menu has the keyboard: close it first");
         return 1;
     }
-    const platform::FocusKeeper focus;
+    platform::FocusKeeper focus;
     std::optional<platform::ScreenAwake> awake;
     if (options.kiosk) awake.emplace();
     const Covers covers(options);

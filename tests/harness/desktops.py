@@ -28,7 +28,6 @@ class Desktop(Session):
 
     REQUIRED = [*Session.REQUIRED, "/usr/lib/python3/dist-packages/gi"]
     display_of = staticmethod(wide_display)
-    always_focuses_covers = True
 
     def __init__(self, display):
         super().__init__(display)
@@ -109,7 +108,6 @@ class Desktop(Session):
 class GnomeShell(Compositor, Desktop):
     REQUIRED = [*Desktop.REQUIRED, "/usr/bin/gnome-shell"]
     SHOWS_WINDOWS = "gnome-shell"
-    always_focuses_covers = False  # at times it protects the window in which the user typed last
 
     def launch(self):
         self.environment |= {

@@ -21,11 +21,17 @@ void RunLoop::runUntil(const std::function<bool()>& done) {
 }
 
 bool RunLoop::runUntil(const std::function<bool()>& done, int milliseconds) {
+    bool isDone = false;
+    finish([&] { return stopping || (isDone = done()); }, milliseconds);
+    return isDone;
+}
+
+bool RunLoop::finish(const std::function<bool()>& done, int milliseconds) {
     bool isLate = false, isDone = false;
     const auto end = [](gpointer flag) -> gboolean { return *static_cast<bool*>(flag) = true; };
     const guint timer =
         g_timeout_add_full(G_PRIORITY_HIGH, static_cast<guint>(milliseconds), end, &isLate, nullptr);
-    runUntil([&] { return isLate || (isDone = done()); });
+    while (!isLate && !(isDone = done())) g_main_context_iteration(nullptr, true);
     g_source_remove(timer);
     return isDone;
 }
