@@ -1,13 +1,11 @@
 #include "platform/linux/desktop/CoverWindow.h"
 
-#include <gdk/gdkwayland.h>
 #include <gdk/gdkx.h>
 #include <gtk-layer-shell.h>
 
 #include <cmath>
 #include <initializer_list>
 
-#include "platform/linux/CurrentDesktop.h"
 #include "platform/linux/desktop/Monitors.h"
 
 namespace platform {
@@ -44,27 +42,7 @@ gboolean passOn(GtkWidget*, GdkEvent* event, gpointer action) {
     }
 }
 
-// A compositor gives the keyboard to the layer that asked last.
-void askForKeyboard(GtkWindow* window) {
-    gtk_layer_set_keyboard_mode(window, GTK_LAYER_SHELL_KEYBOARD_MODE_NONE);
-    wl_surface_commit(gdk_wayland_window_get_wl_surface(gtk_widget_get_window(GTK_WIDGET(window))));
-    gtk_layer_set_keyboard_mode(window, GTK_LAYER_SHELL_KEYBOARD_MODE_EXCLUSIVE);
-}
-
-bool hasPointer(GtkWidget* window) {
-    GdkSeat* seat = gdk_display_get_default_seat(gtk_widget_get_display(window));
-    GdkDevice* pointer = gdk_seat_get_pointer(seat);
-    return pointer && gdk_device_get_window_at_position(pointer, nullptr, nullptr);
-}
-
-// KWin 6 gives the focus back only to a window on the monitor where it was last. So of all covers the one
-// with the pointer keeps the keyboard: the window in use is most likely below it.
-gboolean keepKeyboard(GtkWidget* window, GdkEvent*, gpointer) {
-    if (hasPointer(window)) askForKeyboard(GTK_WINDOW(window));
-    return FALSE;
-}
-
-void coverAsLayer(GtkWindow* window, GdkMonitor* monitor) {
+void coverAsLayer(GtkWindow* window, GdkMonitor* monitor, bool takesKeyboard) {
     gtk_layer_init_for_window(window);
     gtk_layer_set_namespace(window, "tellmar");
     gtk_layer_set_layer(window, GTK_LAYER_SHELL_LAYER_OVERLAY);
@@ -73,9 +51,7 @@ void coverAsLayer(GtkWindow* window, GdkMonitor* monitor) {
                             GTK_LAYER_SHELL_EDGE_BOTTOM})
         gtk_layer_set_anchor(window, edge, TRUE);
     gtk_layer_set_exclusive_zone(window, -1);  // covers panels, too
-    gtk_layer_set_keyboard_mode(window, GTK_LAYER_SHELL_KEYBOARD_MODE_EXCLUSIVE);
-    if (currentDesktopIs("KDE"))
-        g_signal_connect(window, "focus-out-event", G_CALLBACK(keepKeyboard), nullptr);
+    if (takesKeyboard) gtk_layer_set_keyboard_mode(window, GTK_LAYER_SHELL_KEYBOARD_MODE_EXCLUSIVE);
 }
 
 void fillMonitor(GtkWindow* window, GdkMonitor* monitor) {
@@ -117,7 +93,7 @@ void coverAsFullScreen(GtkWindow* window, GdkMonitor* monitor) {
 
 }  // namespace
 
-GtkWidget* createCoverWindow(GdkMonitor* monitor) {
+GtkWidget* createCoverWindow(GdkMonitor* monitor, bool takesKeyboard) {
     const bool isX11 = GDK_IS_X11_DISPLAY(gdk_monitor_get_display(monitor));
     GtkWidget* widget = gtk_window_new(isX11 ? GTK_WINDOW_POPUP : GTK_WINDOW_TOPLEVEL);
     GtkWindow* window = GTK_WINDOW(widget);
@@ -127,7 +103,7 @@ GtkWidget* createCoverWindow(GdkMonitor* monitor) {
     if (isX11)
         coverAsPopup(window, monitor);
     else if (gtk_layer_is_supported())
-        coverAsLayer(window, monitor);
+        coverAsLayer(window, monitor, takesKeyboard);
     else
         coverAsFullScreen(window, monitor);
     return widget;

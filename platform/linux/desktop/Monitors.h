@@ -8,4 +8,8 @@ namespace platform {
 int numberOf(GdkMonitor* monitor);
 GdkRectangle areaOf(GdkMonitor* monitor);
 
+// Whether it is the one in use. KWin tells, and gives the focus back only to a window on that monitor; true
+// on other desktops.
+bool isActive(GdkMonitor* monitor);
+
 }  // namespace platform

@@ -9,6 +9,7 @@
 #include "platform/linux/desktop/CoverWindow.h"
 #include "platform/linux/desktop/CrossFade.h"
 #include "platform/linux/desktop/HostWindow.h"
+#include "platform/linux/desktop/Monitors.h"
 #include "platform/linux/desktop/NoticePanel.h"
 #include "platform/linux/desktop/ScreenAwake.h"
 #include "platform/linux/desktop/ViewPainter.h"
@@ -57,13 +58,13 @@ std::unique_ptr<Window> Window::open(const Size& size) {
 }
 
 std::unique_ptr<Window> Window::cover(GdkMonitor* monitor, void (*endAll)()) {
-    GtkWidget* topLevel = createCoverWindow(monitor);
+    GtkWidget* topLevel = createCoverWindow(monitor, isActive(monitor));
     onAnyInput(topLevel, endAll);
     return std::unique_ptr<Window>(new Window(topLevel, false));
 }
 
 std::unique_ptr<Window> Window::coverAsKiosk(GdkMonitor* monitor, void (*endAll)()) {
-    GtkWidget* topLevel = createCoverWindow(monitor);
+    GtkWidget* topLevel = createCoverWindow(monitor, true);
     onQuitKey(topLevel, endAll);
     keepAwakeWhileShown(topLevel);
     return std::unique_ptr<Window>(new Window(topLevel, false));
