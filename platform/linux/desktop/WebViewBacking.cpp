@@ -133,6 +133,7 @@ void WebView::Backing::resize(const Size& size) {
     const int width = static_cast<int>(size.width), height = static_cast<int>(size.height);
     gtk_widget_set_size_request(GTK_WIDGET(mWeb), width, height);
     gtk_window_resize(GTK_WINDOW(mWindow), std::max(1, width), std::max(1, height));
+    gtk_container_check_resize(GTK_CONTAINER(mWindow));  // now: what has yet to get its size cannot be drawn
 }
 
 void WebView::Backing::setScrolls(bool scrolls) {
