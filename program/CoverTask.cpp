@@ -25,6 +25,11 @@ std::string nameOf(GdkDisplay* display, int number) {
     return std::to_string(number) + " of " + std::to_string(gdk_display_get_n_monitors(display));
 }
 
+void report(const char* line) {
+    std::puts(line);
+    std::fflush(stdout);
+}
+
 }  // namespace
 
 CoverTask coverTask() {
@@ -43,10 +48,8 @@ GdkMonitor* monitorToCover() {
     return nullptr;
 }
 
-void reportQuakes(const std::string& quakes) {
-    std::puts(quakes.c_str());
-    std::fflush(stdout);
-}
+void reportWindow() { report(kWindowReport); }
+void reportQuakes(const std::string& quakes) { report(quakes.c_str()); }
 
 void endCovers() {
     platform::RunLoop::stop();

@@ -21,6 +21,10 @@ bool isSuccessor();
 // The monitor to cover; null when monitors have changed since this process was started.
 GdkMonitor* monitorToCover();
 
+// Reports that the window is on the screen, before its first map.
+void reportWindow();
+inline constexpr char kWindowReport[] = "window";
+
 // Reports quakes, which a text stands for: those there are, or those of which the first map is on the screen.
 // It is empty if there are none.
 void reportQuakes(const std::string& quakes);

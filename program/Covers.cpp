@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <utility>
 
 #include "platform/Clock.h"
@@ -53,6 +54,8 @@ class Covers : CoverKeeper::Hands {
     Covers(const Covers&) = delete;
     Covers& operator=(const Covers&) = delete;
 
+    bool windowsAreComing() const { return !mComing.empty(); }
+
   private:
     static void monitorAdded(Covers* self, GdkMonitor* monitor) {
         self->react([&] { self->mKeeper.added(monitor, now()); });
@@ -82,11 +85,21 @@ class Covers : CoverKeeper::Hands {
     }
 
     CoverKeeper::Process start(CoverKeeper::Monitor monitor, bool isSuccessor) override {
-        return run(
+        const pid_t cover = run(
             isSuccessor ? CoverTask::Successor : CoverTask::Cover,
             static_cast<GdkMonitor*>(const_cast<void*>(monitor)),
-            [this](pid_t process, const std::string& quakes) { mKeeper.shown(process, quakes, now()); },
-            [this](pid_t process, int status) { mKeeper.ended(process, status == 0, now()); });
+            [this](pid_t process, const std::string& report) { reported(process, report); },
+            [this](pid_t process, int status) {
+                mComing.erase(process);
+                mKeeper.ended(process, status == 0, now());
+            });
+        if (cover) mComing.insert(cover);
+        return cover;
+    }
+
+    void reported(pid_t process, const std::string& report) {
+        mComing.erase(process);
+        if (report != kWindowReport) mKeeper.shown(process, report, now());
     }
 
     void end(CoverKeeper::Process process) override { mChildren.at(process)->end(); }
@@ -130,6 +143,7 @@ class Covers : CoverKeeper::Hands {
 
     CoverKeeper mKeeper;
     std::map<pid_t, std::unique_ptr<ChildProcess>> mChildren;
+    std::set<pid_t> mComing;  // whose windows are not on the screen yet
     pid_t mCheck = 0;
     std::unique_ptr<platform::Timer> mTimer;
     bool mIsEnding = false;
@@ -149,6 +163,6 @@ int runCovers(const Options& options) {
     if (options.kiosk) awake.emplace();
     const Covers covers(options);
     RunLoop::run();
-    focus.giveBack();  // for the next key; a window that is just coming up takes it once more
+    focus.giveBack(covers.windowsAreComing());
     return 0;
 }

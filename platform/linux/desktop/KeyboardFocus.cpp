@@ -45,18 +45,18 @@ FocusKeeper::FocusKeeper() {
 }
 
 FocusKeeper::~FocusKeeper() {
-    giveBack();
+    if (mWindow != None) setFocus();
     if (!mLastWindow) return;
     RunLoop::finish([this] { return gtk_window_is_active(GTK_WINDOW(mLastWindow)); }, kPatience);
     gtk_widget_destroy(mLastWindow);
     gdk_display_flush(gdk_display_get_default());
 }
 
-void FocusKeeper::giveBack() {
+void FocusKeeper::giveBack(bool windowsAreComing) {
     if (mWindow != None) return setFocus();
-    // GNOME Shell passes the focus from a window that goes to one that is not shown yet, and from that to no
+    // GNOME Shell passes the focus from a window that goes to one that is still coming, and from that to no
     // window at all. So an invisible window takes it, and goes when all others have gone.
-    if (!connection() && !mLastWindow && currentDesktopIs("GNOME")) mLastWindow = openInvisibleWindow();
+    if (windowsAreComing && !connection() && currentDesktopIs("GNOME")) mLastWindow = openInvisibleWindow();
 }
 
 void FocusKeeper::setFocus() const {

@@ -13,13 +13,13 @@ bool keyboardIsTaken();
 class FocusKeeper {
   public:
     FocusKeeper();
-    // To be called when the windows of other processes have gone: gives the focus back once more.
+    // When the windows of other processes have gone: one that was still coming has taken the focus once more.
     ~FocusKeeper();
     FocusKeeper(const FocusKeeper&) = delete;
     FocusKeeper& operator=(const FocusKeeper&) = delete;
 
-    // For a key that comes before all windows have gone.
-    void giveBack();
+    // For a key that comes before all windows have gone, of which some may not be on the screen yet.
+    void giveBack(bool windowsAreComing);
 
   private:
     void setFocus() const;
