@@ -10,6 +10,8 @@ from harness.sights import shows_map
 MONITORS = [(0, 0, 1280, 720), (1280, 0, 1280, 720)]
 IDLE_SECONDS = 0.8
 CALL_SAVER = "gdbus call --session --dest org.freedesktop.ScreenSaver --object-path /ScreenSaver --method".split()
+MONITORS_SERVICE = "org.gnome.Mutter.DisplayConfig"
+CALL_MONITORS = f"gdbus call --session --dest {MONITORS_SERVICE} --object-path /{MONITORS_SERVICE.replace('.', '/')} --method {MONITORS_SERVICE}"
 HARNESS = ROOT / "tests/harness"
 
 
@@ -114,12 +116,21 @@ class GnomeShell(Compositor, Desktop):
             "XDG_CURRENT_DESKTOP": "GNOME",
             "DBUS_SYSTEM_BUS_ADDRESS": self.environment["DBUS_SESSION_BUS_ADDRESS"],
             "MUTTER_DEBUG_NUM_DUMMY_MONITORS": "2",
-            "MUTTER_DEBUG_DUMMY_MODE_SPECS": "1280x720",
+            "MUTTER_DEBUG_DUMMY_MODE_SPECS": "1280x720:1600x720",
         }
         # Notices would come on top of the saver.
         self.write(".config/glib-2.0/settings/keyfile", "[org/gnome/desktop/notifications]\nshow-banners=false\n")
         super().launch("wayland-0", "gnome-shell --nested --wayland")
         self.wait_for_success("gdbus", "wait", "--session", "--timeout=1", "org.gnome.Mutter.IdleMonitor")
+
+    def widen_second_monitor(self):
+        """To 1600 x 720."""
+        monitors = [f"({x}, 0, 1.0, 0, {is_primary}, [('{name}', '{size}@60.000', {{}})])" for x, is_primary, name, size in (
+            (0, "true", "LVDS1", "1280x720"), (1280, "false", "LVDS2", "1600x720"))]
+        serial = f"$({CALL_MONITORS}.GetCurrentState | sed -E 's/^.uint32 ([0-9]+).*/\\1/')"
+        temporarily = 1
+        arguments = f'{serial} {temporarily} "[{", ".join(monitors)}]" "{{}}"'
+        self.wait_for_success("sh", "-c", f"{CALL_MONITORS}.ApplyMonitorsConfig {arguments}")
 
 
 class KWin(Compositor, Desktop):

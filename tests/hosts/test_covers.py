@@ -3,10 +3,10 @@ import pytest
 from Xlib import X
 
 from harness import desktops
-from harness.display import MonitorDisplay
+from harness.display import Display, MonitorDisplay
 from harness.processes import descendants, wait_for_end, wait_until
 from harness.program import PROGRAM, SAMPLE_FEED, Program
-from harness.sights import is_black, is_map, is_splash, picture, wait_to_see
+from harness.sights import is_black, is_map, is_splash, picture, shows_map, wait_to_see
 
 MONITORS = (0, 0, 1280, 720), (1280, 0, 1024, 768)
 LATER_FEED = SAMPLE_FEED.replace("<value>5.", "<value>6.")
@@ -73,6 +73,14 @@ def test_fresh_quakes_come_without_a_flicker_under_wayland(make, server, kind):
     server.serve(LATER_FEED)
     assert watch_until(lambda: not first & set(desktop.savers()), desktop.display, desktops.MONITORS) > 10
     desktop.wait_for_saver()
+
+
+def test_each_monitor_stays_covered_when_gnome_changes_one(make):
+    desktop = make(desktops.GnomeShell, make(Display, 1280 + 1600, 720))
+    desktop.start_and_stay(f"{PROGRAM} --kiosk --demo --speed 10")
+    desktop.wait_until_covered()
+    desktop.widen_second_monitor()
+    wait_until(lambda: shows_map(desktop.display, (1280, 0, 1600, 720)))
 
 
 def test_a_key_ends_it_on_all_monitors_without_reaching_the_window_below(make, monitors):

@@ -14,6 +14,8 @@ namespace {
 
 constexpr double kRealMove = 5;  // pixels; anything less may come from a bumped table
 
+constexpr char kMonitorKey[] = "tellmar-monitor";
+
 using Action = void (*)();
 
 // Measured from where the pointer entered the window.
@@ -86,9 +88,23 @@ void coverAsPopup(GtkWindow* window, GdkMonitor* monitor) {
                             window, static_cast<GConnectFlags>(0));
 }
 
+void makeFullScreen(GtkWindow* window) {
+    auto* monitor = static_cast<GdkMonitor*>(g_object_get_data(G_OBJECT(window), kMonitorKey));
+    const int number = numberOf(monitor);
+    if (number < gdk_display_get_n_monitors(gdk_monitor_get_display(monitor)))
+        gtk_window_fullscreen_on_monitor(window, gdk_screen_get_default(), number);
+}
+
+// Whenever any monitor changes, GNOME Shell moves the window to the one where it put it at first.
 void coverAsFullScreen(GtkWindow* window, GdkMonitor* monitor) {
+    g_object_set_data_full(G_OBJECT(window), kMonitorKey, g_object_ref(monitor), g_object_unref);
     gtk_window_set_decorated(window, FALSE);  // not every compositor reports the full-screen state
-    gtk_window_fullscreen_on_monitor(window, gdk_screen_get_default(), numberOf(monitor));
+    makeFullScreen(window);
+    const auto follow = [window](gpointer source, const char* change) {
+        g_signal_connect_object(source, change, G_CALLBACK(makeFullScreen), window, G_CONNECT_SWAPPED);
+    };
+    follow(gdk_screen_get_default(), "monitors-changed");
+    follow(monitor, "notify::scale-factor");
 }
 
 }  // namespace
