@@ -107,7 +107,7 @@ int runSaver(const Options& options, EventFeed& feed) {
     // A process that covers a monitor leaves this to the first one.
     if (!presentation.isPreview() && !coversMonitor()) feed.setNewsHandler([&] { restart(signalSources); });
     if (!isSuccessor()) presentation.showWaitingView();
-    if (coversMonitor() && !isSuccessor()) reportWindow();
+    if (coverTask() == CoverTask::Cover) reportWindow();
     // Fetches the feed, while the window goes on to be drawn and to follow its host's.
     CQuakeList::Instance();
     if (RunLoop::isStopping()) return 0;  // a host that has changed its mind is waiting for this

@@ -125,11 +125,11 @@ class GnomeShell(Compositor, Desktop):
 
     def widen_second_monitor(self):
         """To 1600 x 720."""
-        monitors = [f"({x}, 0, 1.0, 0, {is_primary}, [('{name}', '{size}@60.000', {{}})])" for x, is_primary, name, size in (
-            (0, "true", "LVDS1", "1280x720"), (1280, "false", "LVDS2", "1600x720"))]
+        first = "(0, 0, 1.0, 0, true, [('LVDS1', '1280x720@60.000', {})])"
+        second = "(1280, 0, 1.0, 0, false, [('LVDS2', '1600x720@60.000', {})])"
         serial = f"$({CALL_MONITORS}.GetCurrentState | sed -E 's/^.uint32 ([0-9]+).*/\\1/')"
         temporarily = 1
-        arguments = f'{serial} {temporarily} "[{", ".join(monitors)}]" "{{}}"'
+        arguments = f'{serial} {temporarily} "[{first}, {second}]" "{{}}"'
         self.wait_for_success("sh", "-c", f"{CALL_MONITORS}.ApplyMonitorsConfig {arguments}")
 
 

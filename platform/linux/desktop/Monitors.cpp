@@ -33,8 +33,9 @@ GdkRectangle areaOf(GdkMonitor* monitor) {
 }
 
 bool isActive(GdkMonitor* monitor) {
+    if (!currentDesktopIs("KDE")) return true;
     const GText own = connectorOf(monitor);
-    if (!own || !currentDesktopIs("KDE")) return true;
+    if (!own) return true;
     const Reply reply =
         callService("org.kde.KWin", "/KWin", "org.kde.KWin", "activeOutputName", g_variant_new("()"));
     if (!reply || !g_variant_is_of_type(reply.get(), G_VARIANT_TYPE("(s)"))) return true;
